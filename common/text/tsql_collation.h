@@ -1,0 +1,16 @@
+#pragma once
+// The TSQL collation shared by the embedded engine and in-memory sorting: trailing blanks are
+// ignored, ASCII letters compare case-insensitively, and the Arabic and Persian forms of yeh
+// (ي/ی) and kaf (ك/ک) are equal, so a user's keyboard layout never hides a record.
+#include <QStringView>
+#include <QVariant>
+
+namespace tr::text {
+
+char32_t foldForCompare(char32_t c);
+int tsqlCompare(QStringView a, QStringView b);
+int tsqlCompareUtf8(const char* a, int aLength, const char* b, int bLength);
+// Nulls first, numbers numerically, numbers before text, text by the collation above.
+int compareValues(const QVariant& a, const QVariant& b);
+
+}  // namespace tr::text
