@@ -29,13 +29,21 @@ int trimmedLength(const char* s, int n) {
     return n;
 }
 
+int leadingBlanks(const char* s, int n) {
+    int i = 0;
+    while (i < n && s[i] == ' ') ++i;
+    return i;
+}
+
 }  // namespace
 
 int tsqlCompareUtf8(const char* a, int aLength, const char* b, int bLength) {
-    auto pa = reinterpret_cast<const unsigned char*>(a);
-    auto pb = reinterpret_cast<const unsigned char*>(b);
-    const auto ea = pa + trimmedLength(a, aLength);
-    const auto eb = pb + trimmedLength(b, bLength);
+    const auto ea = reinterpret_cast<const unsigned char*>(a) + trimmedLength(a, aLength);
+    const auto eb = reinterpret_cast<const unsigned char*>(b) + trimmedLength(b, bLength);
+    auto pa = reinterpret_cast<const unsigned char*>(a) + leadingBlanks(a, aLength);
+    auto pb = reinterpret_cast<const unsigned char*>(b) + leadingBlanks(b, bLength);
+    if (pa > ea) pa = ea;
+    if (pb > eb) pb = eb;
     while (pa < ea && pb < eb) {
         if (*pa == *pb && *pa < 0x80) {
             ++pa;

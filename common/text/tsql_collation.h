@@ -1,7 +1,7 @@
 #pragma once
-// The TSQL collation shared by the embedded engine and in-memory sorting: trailing blanks are
-// ignored, ASCII letters compare case-insensitively, and the Arabic and Persian forms of yeh
-// (ي/ی) and kaf (ك/ک) are equal, so a user's keyboard layout never hides a record.
+// The TSQL collation shared by the embedded engine and in-memory sorting: leading and trailing
+// blanks are ignored (codes are always compared trimmed), ASCII letters compare case-insensitively,
+// and Arabic and Persian yeh (ي/ی) and kaf (ك/ک) are equal, so a keyboard layout hides no record.
 #include <QStringView>
 #include <QVariant>
 

@@ -1,0 +1,65 @@
+#include "db/engine/engine.h"
+
+#include <sqlite3.h>
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+
+#include "common/db/database_error.h"
+#include "db/engine/sqlite_connection.h"
+
+namespace tr::engine {
+
+Engine::Engine(const QString& dataDirectory) : dataDirectory_(QDir(dataDirectory).absolutePath()) {
+    if (!QDir().mkpath(dataDirectory_)) {
+        throw tr::db::DatabaseError(QStringLiteral("Cannot create the data directory '%1'").arg(dataDirectory_));
+    }
+    const QByteArray key = QCryptographicHash::hash(dataDirectory_.toUtf8(), QCryptographicHash::Sha1).toHex().left(12);
+    // One tempdb per engine, shared by its connections, as the server's tempdb is shared by its sessions.
+    tempdbUri_ = QStringLiteral("file:tr_tempdb_%1_%2?mode=memory&cache=shared")
+                     .arg(QString::fromLatin1(key))
+                     .arg(reinterpret_cast<quintptr>(this), 0, 16);
+    const QByteArray uri = tempdbUri_.toUtf8();
+    if (sqlite3_open_v2(uri.constData(), &tempdbKeeper_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI,
+                        nullptr) != SQLITE_OK) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(tempdbKeeper_));
+        sqlite3_close(tempdbKeeper_);
+        throw tr::db::DatabaseError(QStringLiteral("Cannot create tempdb: ") + message);
+    }
+}
+
+Engine::~Engine() { sqlite3_close(tempdbKeeper_); }
+
+QString Engine::databaseFile(const QString& databaseName) const {
+    // Database names are case-insensitive, as on the server.
+    return dataDirectory_ + QLatin1Char('/') + databaseName.trimmed().toLower() + QStringLiteral(".sqlite");
+}
+
+bool Engine::databaseExists(const QString& databaseName) const {
+    return QFileInfo::exists(databaseFile(databaseName));
+}
+
+std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
+    return std::make_unique<SqliteConnection>(*this, databaseName);
+}
+
+void ProcedureRegistry::addProcedure(const QString& name, Procedure procedure) {
+    procedures_.insert(name.toLower(), std::move(procedure));
+}
+
+void ProcedureRegistry::addFunction(const QString& name, ScalarFunction function) {
+    functions_.insert(name.toLower(), std::move(function));
+}
+
+const Procedure* ProcedureRegistry::procedure(const QString& name) const {
+    auto it = procedures_.constFind(name.toLower());
+    return it == procedures_.constEnd() ? nullptr : &it.value();
+}
+
+const ScalarFunction* ProcedureRegistry::function(const QString& name) const {
+    auto it = functions_.constFind(name.toLower());
+    return it == functions_.constEnd() ? nullptr : &it.value();
+}
+
+}  // namespace tr::engine

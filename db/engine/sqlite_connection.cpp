@@ -1,0 +1,465 @@
+#include "db/engine/sqlite_connection.h"
+
+#include <sqlite3.h>
+
+#include <QRegularExpression>
+
+#include "common/db/database_error.h"
+#include "db/engine/engine.h"
+#include "db/engine/parser.h"
+#include "db/engine/sqlite_functions.h"
+
+namespace tr::engine {
+
+using tr::db::DatabaseError;
+using tr::db::ExecResult;
+using tr::db::ResultSet;
+
+// A parsed batch and the translations of its statements, valid for one schema generation.
+struct CachedBatch {
+    std::vector<ast::StatementPtr> statements;
+    QHash<const ast::Statement*, Step> steps;
+    quint64 generation = 0;
+};
+
+namespace {
+
+constexpr int kMaxAttached = 8;
+constexpr int kMaxCachedStatements = 2000;
+constexpr int kMaxCachedBatches = 2000;
+
+const char* const kCatalogViews[] = {
+    "CREATE TEMP VIEW tr_sysobjects AS SELECT name AS name, rowid AS id, "
+    "CASE type WHEN 'table' THEN 'U' WHEN 'view' THEN 'V' ELSE 'TR' END AS xtype, "
+    "CASE type WHEN 'table' THEN 'U' WHEN 'view' THEN 'V' ELSE 'TR' END AS type "
+    "FROM main.sqlite_master WHERE type IN ('table','view','trigger') AND substr(name, 1, 7) <> 'sqlite_'",
+    "CREATE TEMP VIEW tr_syscolumns AS SELECT m.rowid AS id, p.name AS name, p.cid + 1 AS colid, p.type AS length "
+    "FROM main.sqlite_master AS m JOIN pragma_table_info(m.name, 'main') AS p WHERE m.type IN ('table','view')",
+    "CREATE TEMP VIEW tr_tempdb_sysobjects AS SELECT name AS name, rowid AS id, "
+    "CASE type WHEN 'table' THEN 'U' WHEN 'view' THEN 'V' ELSE 'TR' END AS xtype, "
+    "CASE type WHEN 'table' THEN 'U' WHEN 'view' THEN 'V' ELSE 'TR' END AS type "
+    "FROM tempdb.sqlite_master WHERE type IN ('table','view','trigger') AND substr(name, 1, 7) <> 'sqlite_'",
+    "CREATE TEMP VIEW tr_tempdb_syscolumns AS SELECT m.rowid AS id, p.name AS name, p.cid + 1 AS colid, "
+    "p.type AS length FROM tempdb.sqlite_master AS m JOIN pragma_table_info(m.name, 'tempdb') AS p "
+    "WHERE m.type IN ('table','view')",
+};
+
+QVariant columnValue(sqlite3_stmt* statement, int i) {
+    switch (sqlite3_column_type(statement, i)) {
+        case SQLITE_INTEGER:
+            return QVariant(static_cast<qlonglong>(sqlite3_column_int64(statement, i)));
+        case SQLITE_FLOAT:
+            return QVariant(sqlite3_column_double(statement, i));
+        case SQLITE_NULL:
+            return QVariant();
+        case SQLITE_BLOB:
+            return QVariant(QByteArray(static_cast<const char*>(sqlite3_column_blob(statement, i)),
+                                       sqlite3_column_bytes(statement, i)));
+        default:
+            return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, i)),
+                                              sqlite3_column_bytes(statement, i)));
+    }
+}
+
+QString quoteIdent(const QString& name) {
+    QString n = name;
+    n.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + n + QLatin1Char('"');
+}
+
+}  // namespace
+
+SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
+    : engine_(engine), databaseName_(databaseName.trimmed()) {
+    const QByteArray file = engine.databaseFile(databaseName_).toUtf8();
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(file.constData(), &db_, flags, nullptr) != SQLITE_OK) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
+        sqlite3_close(db_);
+        db_ = nullptr;
+        throw DatabaseError(QStringLiteral("Cannot open database '%1': %2").arg(databaseName_, message));
+    }
+    sqlite3_extended_result_codes(db_, 0);
+    sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_busy_timeout(db_, 30000);
+    registerTsqlFunctions(db_, this);
+    try {
+        exec("PRAGMA journal_mode=WAL");
+        exec("PRAGMA synchronous=FULL");
+        exec("PRAGMA foreign_keys=ON");
+        const QByteArray attach = (QStringLiteral("ATTACH DATABASE '") + engine.tempdbUri() +
+                                   QStringLiteral("' AS tempdb")).toUtf8();
+        exec(attach.constData());
+        for (const char* view : kCatalogViews) exec(view);
+    } catch (...) {
+        sqlite3_close(db_);
+        db_ = nullptr;
+        throw;
+    }
+    generation_ = engine_.schemaGeneration();
+}
+
+SqliteConnection::~SqliteConnection() {
+    finalizeStatements();
+    if (db_) sqlite3_close(db_);
+}
+
+void SqliteConnection::fail(const QString& message, int position) {
+    throw DatabaseError(message, source_ ? *source_ : QString(), position);
+}
+
+void SqliteConnection::exec(const char* sql) {
+    char* error = nullptr;
+    if (sqlite3_exec(db_, sql, nullptr, nullptr, &error) != SQLITE_OK) {
+        const QString message = QString::fromUtf8(error ? error : sqlite3_errmsg(db_));
+        sqlite3_free(error);
+        throw DatabaseError(message, QString::fromUtf8(sql));
+    }
+}
+
+void SqliteConnection::finalizeStatements() {
+    for (sqlite3_stmt* s : std::as_const(statements_)) sqlite3_finalize(s);
+    statements_.clear();
+}
+
+void SqliteConnection::refreshCaches() {
+    const quint64 now = engine_.schemaGeneration();
+    if (now == generation_) return;
+    generation_ = now;
+    columns_.clear();
+}
+
+// ---- catalogue -----------------------------------------------------------------------------
+
+QString SqliteConnection::schemaForDatabase(const QString& database, int position) {
+    const QString name = database.trimmed();
+    if (name.isEmpty() || name.compare(databaseName_, Qt::CaseInsensitive) == 0) return QStringLiteral("main");
+    if (name.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0) return QStringLiteral("tempdb");
+    const QString key = name.toLower();
+    if (attached_.contains(key)) {
+        attachOrder_.removeOne(key);
+        attachOrder_.append(key);
+        return attached_.value(key);
+    }
+    if (!engine_.databaseExists(name)) {
+        fail(QStringLiteral("Database '%1' does not exist. Make sure that the name is entered correctly.").arg(name),
+             position);
+    }
+    if (depth_ > 0 || !sqlite3_get_autocommit(db_)) {
+        fail(QStringLiteral("Database '%1' is first used inside a transaction; use it once before the transaction "
+                            "begins")
+                 .arg(name),
+             position);
+    }
+    if (attached_.size() >= kMaxAttached) {
+        const QString oldest = attachOrder_.takeFirst();
+        finalizeStatements();
+        batches_.clear();
+        exec(QStringLiteral("DETACH DATABASE %1").arg(quoteIdent(attached_.take(oldest))).toUtf8().constData());
+    }
+    QString alias = QStringLiteral("db_") + key;
+    alias.replace(QRegularExpression(QStringLiteral("[^a-z0-9_]")), QStringLiteral("_"));
+    QString file = engine_.databaseFile(name);
+    file.replace(QLatin1Char('\''), QLatin1String("''"));
+    exec(QStringLiteral("ATTACH DATABASE '%1' AS %2").arg(file, quoteIdent(alias)).toUtf8().constData());
+    exec(QStringLiteral("PRAGMA %1.journal_mode=WAL").arg(quoteIdent(alias)).toUtf8().constData());
+    exec(QStringLiteral("PRAGMA %1.synchronous=FULL").arg(quoteIdent(alias)).toUtf8().constData());
+    attached_.insert(key, alias);
+    attachOrder_.append(key);
+    return alias;
+}
+
+std::vector<ColumnInfo> SqliteConnection::columns(const QString& schema, const QString& table) {
+    refreshCaches();
+    const QString key = schema.toLower() + QLatin1Char('.') + table.toLower();
+    auto it = columns_.constFind(key);
+    if (it != columns_.constEnd()) return it.value();
+    std::vector<ColumnInfo> result;
+    const QString sql = QStringLiteral("PRAGMA %1.table_info(%2)").arg(quoteIdent(schema), quoteIdent(table));
+    sqlite3_stmt* statement = nullptr;
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db_, utf8.constData(), utf8.size(), &statement, nullptr) == SQLITE_OK) {
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            ColumnInfo c;
+            c.name = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 1)));
+            c.declaredType = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 2)));
+            c.type = typeOfDeclaration(c.declaredType);
+            result.push_back(c);
+        }
+    }
+    sqlite3_finalize(statement);
+    if (!result.empty()) columns_.insert(key, result);
+    return result;
+}
+
+QVariant SqliteConnection::columnLength(const QString& table, const QString& column) {
+    QStringList parts = table.split(QLatin1Char('.'));
+    const QString name = parts.last();
+    const QString schema = name.startsWith(QLatin1String("##")) ? QStringLiteral("tempdb")
+                           : parts.size() == 3              ? schemaForDatabase(parts.first(), 0)
+                                                            : QStringLiteral("main");
+    for (const ColumnInfo& c : columns(schema, name)) {
+        if (c.name.compare(column, Qt::CaseInsensitive) != 0) continue;
+        const QString t = c.declaredType.toUpper();
+        static const QRegularExpression length(QStringLiteral("\\((\\d+)"));
+        const auto m = length.match(t);
+        const int n = m.hasMatch() ? m.captured(1).toInt() : -1;
+        if (t.startsWith(QLatin1String("NVARCHAR")) || t.startsWith(QLatin1String("NCHAR"))) return n < 0 ? 2 : 2 * n;
+        if (t.contains(QLatin1String("CHAR"))) return n < 0 ? 1 : n;
+        if (t.startsWith(QLatin1String("BIGINT")) || t.startsWith(QLatin1String("FLOAT"))) return 8;
+        if (t.startsWith(QLatin1String("SMALLINT"))) return 2;
+        if (t.startsWith(QLatin1String("TINYINT")) || t.startsWith(QLatin1String("BIT"))) return 1;
+        if (t.startsWith(QLatin1String("INT"))) return 4;
+        return 16;
+    }
+    return {};
+}
+
+QVariant SqliteConnection::objectId(const QString& name) {
+    const QStringList parts = name.split(QLatin1Char('.'));
+    const QString object = parts.last();
+    const bool temp = object.startsWith(QLatin1String("##")) ||
+                      (parts.size() == 3 && parts.first().compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0);
+    const QString sql = QStringLiteral("SELECT rowid FROM %1.sqlite_master WHERE name = '%2' COLLATE NOCASE AND type <> 'index'")
+                            .arg(temp ? QStringLiteral("tempdb") : QStringLiteral("main"),
+                                 QString(object).replace(QLatin1Char('\''), QLatin1String("''")));
+    return scalar(sql, 0);
+}
+
+QVariant SqliteConnection::callFunction(const QString& name, const std::vector<QVariant>& args) {
+    const ScalarFunction* f = engine_.procedures().function(name);
+    if (!f) {
+        throw DatabaseError(QStringLiteral("Cannot find either column \"dbo\" or the user-defined function or aggregate "
+                                           "\"dbo.%1\", or the name is ambiguous.")
+                                .arg(name));
+    }
+    return (*f)(*this, args);
+}
+
+// ---- running -------------------------------------------------------------------------------
+
+sqlite3_stmt* SqliteConnection::prepare(const QString& sql, int position) {
+    auto it = statements_.constFind(sql);
+    if (it != statements_.constEnd()) return it.value();
+    if (statements_.size() >= kMaxCachedStatements) finalizeStatements();
+    sqlite3_stmt* statement = nullptr;
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db_, utf8.constData(), utf8.size(), &statement, nullptr) != SQLITE_OK) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
+        sqlite3_finalize(statement);
+        fail(message, position);
+    }
+    statements_.insert(sql, statement);
+    return statement;
+}
+
+void SqliteConnection::runSql(const QString& sql, ExecResult& result, int position) {
+    sqlite3_stmt* statement = prepare(sql, position);
+    const int columnCount = sqlite3_column_count(statement);
+    ResultSet set;
+    if (columnCount > 0) {
+        for (int i = 0; i < columnCount; ++i) set.columns << QString::fromUtf8(sqlite3_column_name(statement, i));
+    }
+    int rc;
+    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+        tr::db::Row row;
+        row.reserve(columnCount);
+        for (int i = 0; i < columnCount; ++i) row.push_back(columnValue(statement, i));
+        set.rows.push_back(std::move(row));
+    }
+    if (rc != SQLITE_DONE) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
+        sqlite3_reset(statement);
+        fail(message, position);
+    }
+    sqlite3_reset(statement);
+    if (columnCount > 0) {
+        result.resultSets.push_back(std::move(set));
+    } else if (!sqlite3_stmt_readonly(statement)) {
+        result.rowsAffected += sqlite3_changes(db_);
+    }
+}
+
+QVariant SqliteConnection::scalar(const QString& sql, int position) {
+    ExecResult r;
+    runSql(sql, r, position);
+    if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
+    return r.resultSets.front().rows.front().front();
+}
+
+template <typename F>
+void SqliteConnection::inTransaction(F&& work) {
+    if (depth_ > 0) {
+        work();
+        return;
+    }
+    exec("BEGIN IMMEDIATE");
+    depth_ = 1;
+    try {
+        work();
+    } catch (...) {
+        depth_ = 0;
+        if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
+    depth_ = 0;
+    exec("COMMIT");
+}
+
+void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& result) {
+    switch (step.kind) {
+        case Step::Kind::Sql:
+            if (step.writes) {
+                inTransaction([&] {
+                    for (const QString& sql : step.sql) runSql(sql, result, step.position);
+                });
+            } else {
+                for (const QString& sql : step.sql) runSql(sql, result, step.position);
+            }
+            if (step.changesSchema) engine_.schemaChanged();
+            return;
+        case Step::Kind::Call: {
+            const Procedure* procedure = engine_.procedures().procedure(step.procedure);
+            if (!procedure) fail(QStringLiteral("Could not find stored procedure '%1'.").arg(step.procedure), step.position);
+            inTransaction([&] {
+                const QString* outer = source_;
+                ExecResult r = (*procedure)(*this, step.args);
+                source_ = outer;
+                for (ResultSet& set : r.resultSets) result.resultSets.push_back(std::move(set));
+                result.rowsAffected += r.rowsAffected;
+            });
+            return;
+        }
+        case Step::Kind::If: {
+            const bool condition = scalar(step.query, step.position).toLongLong() != 0;
+            for (const ast::Statement* s : condition ? step.thenBody : step.elseBody) run(*s, batch, result);
+            return;
+        }
+        case Step::Kind::Block:
+            for (const ast::Statement* s : step.thenBody) run(*s, batch, result);
+            return;
+        case Step::Kind::ExecText: {
+            const QString text = scalar(step.query, step.position).toString();
+            const QString* outer = source_;
+            ExecResult r = execute(text);
+            source_ = outer;
+            for (ResultSet& set : r.resultSets) result.resultSets.push_back(std::move(set));
+            result.rowsAffected += r.rowsAffected;
+            return;
+        }
+        case Step::Kind::Begin:
+            if (depth_ == 0) exec("BEGIN IMMEDIATE");
+            ++depth_;
+            return;
+        case Step::Kind::Commit:
+            if (depth_ == 0) {
+                fail(QStringLiteral("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."),
+                     step.position);
+            }
+            if (--depth_ == 0) exec("COMMIT");
+            return;
+        case Step::Kind::Rollback:
+            if (depth_ == 0) {
+                fail(QStringLiteral("The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."),
+                     step.position);
+            }
+            depth_ = 0;
+            exec("ROLLBACK");
+            return;
+    }
+}
+
+void SqliteConnection::run(const ast::Statement& statement, CachedBatch& batch, ExecResult& result) {
+    refreshCaches();
+    if (batch.generation != generation_) {
+        batch.steps.clear();
+        batch.generation = generation_;
+    }
+    auto it = batch.steps.constFind(&statement);
+    if (it == batch.steps.constEnd()) {
+        it = batch.steps.insert(&statement, translateStatement(statement, *this, *source_));
+    }
+    const Step step = it.value();  // a copy: running it may renew the batch's translations
+    runStep(step, batch, result);
+}
+
+ExecResult SqliteConnection::execute(const QString& sql) {
+    std::shared_ptr<CachedBatch> batch = batches_.value(sql);
+    if (!batch) {
+        batch = std::make_shared<CachedBatch>();
+        batch->statements = parseBatch(sql);
+        if (batches_.size() >= kMaxCachedBatches) batches_.clear();
+        batches_.insert(sql, batch);
+    }
+    const QString* outer = source_;
+    source_ = &sql;
+    ExecResult result;
+    try {
+        for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
+    } catch (...) {
+        source_ = outer;
+        throw;
+    }
+    source_ = outer;
+    return result;
+}
+
+QString SqliteConnection::translate(const QString& sql) {
+    const std::vector<ast::StatementPtr> statements = parseBatch(sql);
+    QStringList out;
+    std::function<void(const ast::Statement&, int)> describe = [&](const ast::Statement& s, int indent) {
+        const QString pad(indent * 2, QLatin1Char(' '));
+        const Step step = translateStatement(s, *this, sql);
+        switch (step.kind) {
+            case Step::Kind::Sql:
+                for (const QString& text : step.sql) out << pad + text + QLatin1Char(';');
+                break;
+            case Step::Kind::Call: {
+                QStringList args;
+                for (const QVariant& a : step.args) args << (a.isNull() ? QStringLiteral("NULL") : a.toString());
+                out << pad + QStringLiteral("-- procedure %1(%2)").arg(step.procedure, args.join(QStringLiteral(", ")));
+                break;
+            }
+            case Step::Kind::If:
+                out << pad + QStringLiteral("-- if (") + step.query + QStringLiteral(") = 1:");
+                for (const ast::Statement* b : step.thenBody) describe(*b, indent + 1);
+                if (!step.elseBody.empty()) out << pad + QStringLiteral("-- else:");
+                for (const ast::Statement* b : step.elseBody) describe(*b, indent + 1);
+                break;
+            case Step::Kind::Block:
+                for (const ast::Statement* b : step.thenBody) describe(*b, indent);
+                break;
+            case Step::Kind::ExecText:
+                out << pad + QStringLiteral("-- run the text of (") + step.query + QLatin1Char(')');
+                break;
+            case Step::Kind::Begin:
+                out << pad + QStringLiteral("BEGIN IMMEDIATE;");
+                break;
+            case Step::Kind::Commit:
+                out << pad + QStringLiteral("COMMIT;");
+                break;
+            case Step::Kind::Rollback:
+                out << pad + QStringLiteral("ROLLBACK;");
+                break;
+        }
+    };
+    for (const ast::StatementPtr& s : statements) describe(*s, 0);
+    return out.join(QLatin1Char('\n'));
+}
+
+QString SqliteConnection::explainQueryPlan(const QString& sql) {
+    const std::vector<ast::StatementPtr> statements = parseBatch(sql);
+    if (statements.empty()) return {};
+    const Step step = translateStatement(*statements.front(), *this, sql);
+    if (step.kind != Step::Kind::Sql || step.sql.isEmpty()) return {};
+    ExecResult r;
+    source_ = &sql;
+    runSql(QStringLiteral("EXPLAIN QUERY PLAN ") + step.sql.last(), r, step.position);
+    source_ = nullptr;
+    QStringList lines;
+    for (const tr::db::Row& row : r.resultSets.front().rows) lines << row.back().toString();
+    return lines.join(QLatin1Char('\n'));
+}
+
+}  // namespace tr::engine

@@ -1,0 +1,69 @@
+#pragma once
+// A connection of the embedded engine: accepts T-SQL batches, translates each statement to SQLite
+// (translations and prepared statements are cached), runs writes in BEGIN IMMEDIATE transactions
+// and stored procedures all-or-nothing, and attaches other databases of the data directory on demand.
+#include <QHash>
+#include <QString>
+#include <memory>
+
+#include "common/db/connection.h"
+#include "db/engine/translator.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace tr::engine {
+
+class Engine;
+struct CachedBatch;
+
+class SqliteConnection final : public tr::db::Connection, private Catalog {
+public:
+    SqliteConnection(Engine& engine, const QString& databaseName);
+    ~SqliteConnection() override;
+
+    tr::db::ExecResult execute(const QString& sql) override;
+    tr::db::SqlDialect dialect() const override { return tr::db::SqlDialect::Embedded; }
+    QString databaseName() const override { return databaseName_; }
+
+    // The SQLite text each statement of the batch becomes (without running it).
+    QString translate(const QString& sql);
+    // SQLite's query plan for the first statement of `sql`, one line per plan row.
+    QString explainQueryPlan(const QString& sql);
+    bool inTransaction() const { return depth_ > 0; }
+
+    // Used by the runtime functions.
+    QVariant columnLength(const QString& table, const QString& column);
+    QVariant objectId(const QString& name);
+    QVariant callFunction(const QString& name, const std::vector<QVariant>& args);
+
+private:
+    QString schemaForDatabase(const QString& database, int position) override;
+    std::vector<ColumnInfo> columns(const QString& schema, const QString& table) override;
+
+    void run(const ast::Statement& statement, CachedBatch& batch, tr::db::ExecResult& result);
+    void runStep(const Step& step, CachedBatch& batch, tr::db::ExecResult& result);
+    void runSql(const QString& sql, tr::db::ExecResult& result, int position);
+    QVariant scalar(const QString& sql, int position);
+    template <typename F>
+    void inTransaction(F&& work);
+    void exec(const char* sql);
+    sqlite3_stmt* prepare(const QString& sql, int position);
+    void finalizeStatements();
+    void refreshCaches();
+    [[noreturn]] void fail(const QString& message, int position);
+
+    Engine& engine_;
+    QString databaseName_;
+    sqlite3* db_ = nullptr;
+    int depth_ = 0;
+    const QString* source_ = nullptr;  // the batch being run, for error messages
+    quint64 generation_ = 0;
+    QHash<QString, std::shared_ptr<CachedBatch>> batches_;
+    QHash<QString, sqlite3_stmt*> statements_;
+    QHash<QString, std::vector<ColumnInfo>> columns_;
+    QHash<QString, QString> attached_;  // lower-case database name -> schema alias
+    QStringList attachOrder_;           // least recently used first
+};
+
+}  // namespace tr::engine

@@ -1,0 +1,424 @@
+#include <QString>
+
+#include "db/engine/sqlite_functions.h"
+
+#include <sqlite3.h>
+
+#include <QDateTime>
+#include <cmath>
+
+#include "common/db/sql_literal.h"
+#include "common/text/tsql_collation.h"
+#include "db/engine/sqlite_connection.h"
+
+namespace tr::engine {
+
+namespace {
+
+QString textOf(sqlite3_value* v) {
+    const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(v));
+    return p ? QString::fromUtf8(p, sqlite3_value_bytes(v)) : QString();
+}
+
+void resultText(sqlite3_context* ctx, const QString& text) {
+    const QByteArray utf8 = text.toUtf8();
+    sqlite3_result_text(ctx, utf8.constData(), utf8.size(), SQLITE_TRANSIENT);
+}
+
+int collate(void*, int aLength, const void* a, int bLength, const void* b) {
+    return text::tsqlCompareUtf8(static_cast<const char*>(a), aLength, static_cast<const char*>(b), bLength);
+}
+
+QChar fold(QChar c) { return QChar(static_cast<char16_t>(text::foldForCompare(c.unicode()))); }
+
+bool likeAt(const QString& p, qsizetype pi, const QString& s, qsizetype si, QChar escape) {
+    while (pi < p.size()) {
+        const QChar pc = p.at(pi);
+        if (!escape.isNull() && pc == escape && pi + 1 < p.size()) {
+            if (si >= s.size() || fold(s.at(si)) != fold(p.at(pi + 1))) return false;
+            pi += 2;
+            ++si;
+            continue;
+        }
+        if (pc == u'%') {
+            while (pi < p.size() && p.at(pi) == u'%') ++pi;
+            if (pi == p.size()) return true;
+            for (qsizetype k = si; k <= s.size(); ++k) {
+                if (likeAt(p, pi, s, k, escape)) return true;
+            }
+            return false;
+        }
+        if (si >= s.size()) return false;
+        if (pc == u'_') {
+            ++pi;
+            ++si;
+            continue;
+        }
+        if (pc == u'[') {
+            const qsizetype close = p.indexOf(u']', pi + 1);
+            if (close > pi + 1) {
+                QString set = p.mid(pi + 1, close - pi - 1);
+                bool negate = set.startsWith(u'^');
+                if (negate) set.remove(0, 1);
+                const QChar c = fold(s.at(si));
+                bool found = false;
+                for (qsizetype k = 0; k < set.size(); ++k) {
+                    if (k + 2 < set.size() && set.at(k + 1) == u'-') {
+                        if (c >= fold(set.at(k)) && c <= fold(set.at(k + 2))) found = true;
+                        k += 2;
+                    } else if (fold(set.at(k)) == c) {
+                        found = true;
+                    }
+                }
+                if (found == negate) return false;
+                pi = close + 1;
+                ++si;
+                continue;
+            }
+        }
+        if (fold(pc) != fold(s.at(si))) return false;
+        ++pi;
+        ++si;
+    }
+    return si == s.size();
+}
+
+void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    QChar escape;
+    if (argc == 3) {
+        const QString e = textOf(argv[2]);
+        if (e.size() != 1) {
+            sqlite3_result_error(ctx, "The escape of LIKE must be a single character", -1);
+            return;
+        }
+        escape = e.at(0);
+    }
+    sqlite3_result_int(ctx, tsqlLike(textOf(argv[0]), textOf(argv[1]), escape) ? 1 : 0);
+}
+
+// Number from a value the way the server converts varchar to a number; false on bad text.
+bool numberOf(sqlite3_value* v, bool& isInteger, qint64& i, double& d, QString& text) {
+    switch (sqlite3_value_type(v)) {
+        case SQLITE_INTEGER:
+            isInteger = true;
+            i = sqlite3_value_int64(v);
+            return true;
+        case SQLITE_FLOAT:
+            isInteger = false;
+            d = sqlite3_value_double(v);
+            return true;
+        default: {
+            text = textOf(v);
+            const QString t = text.trimmed();
+            if (t.isEmpty()) {
+                isInteger = true;
+                i = 0;
+                return true;
+            }
+            bool ok = false;
+            i = t.toLongLong(&ok);
+            if (ok) {
+                isInteger = true;
+                return true;
+            }
+            d = t.toDouble(&ok);
+            isInteger = false;
+            return ok && std::isfinite(d);
+        }
+    }
+}
+
+void conversionError(sqlite3_context* ctx, const QString& text, const char* type) {
+    const QByteArray message =
+        QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.")
+            .arg(text, QLatin1String(type))
+            .toUtf8();
+    sqlite3_result_error(ctx, message.constData(), message.size());
+}
+
+void numFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    bool isInteger = false;
+    qint64 i = 0;
+    double d = 0;
+    QString text;
+    if (!numberOf(argv[0], isInteger, i, d, text)) return conversionError(ctx, text, "int");
+    if (isInteger) sqlite3_result_int64(ctx, i);
+    else sqlite3_result_double(ctx, d);
+}
+
+void intFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    bool isInteger = false;
+    qint64 i = 0;
+    double d = 0;
+    QString text;
+    if (!numberOf(argv[0], isInteger, i, d, text)) return conversionError(ctx, text, "int");
+    if (!isInteger && sqlite3_value_type(argv[0]) == SQLITE_TEXT) return conversionError(ctx, text, "int");
+    sqlite3_result_int64(ctx, isInteger ? i : static_cast<qint64>(std::trunc(d)));
+}
+
+void addFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    const int ta = sqlite3_value_type(argv[0]), tb = sqlite3_value_type(argv[1]);
+    if (ta == SQLITE_NULL || tb == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const bool textA = ta == SQLITE_TEXT || ta == SQLITE_BLOB, textB = tb == SQLITE_TEXT || tb == SQLITE_BLOB;
+    if (textA && textB) return resultText(ctx, textOf(argv[0]) + textOf(argv[1]));
+    bool ia = false, ib = false;
+    qint64 xa = 0, xb = 0;
+    double da = 0, db = 0;
+    QString sa, sb;
+    if (!numberOf(argv[0], ia, xa, da, sa)) return conversionError(ctx, sa, "int");
+    if (!numberOf(argv[1], ib, xb, db, sb)) return conversionError(ctx, sb, "int");
+    if (ia && ib) return sqlite3_result_int64(ctx, xa + xb);
+    sqlite3_result_double(ctx, (ia ? static_cast<double>(xa) : da) + (ib ? static_cast<double>(xb) : db));
+}
+
+void divideFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        return sqlite3_result_null(ctx);
+    }
+    bool ia = false, ib = false;
+    qint64 xa = 0, xb = 0;
+    double da = 0, db = 0;
+    QString sa, sb;
+    if (!numberOf(argv[0], ia, xa, da, sa)) return conversionError(ctx, sa, "int");
+    if (!numberOf(argv[1], ib, xb, db, sb)) return conversionError(ctx, sb, "int");
+    if ((ib && xb == 0) || (!ib && db == 0)) return sqlite3_result_error(ctx, "Divide by zero error encountered.", -1);
+    if (ia && ib) return sqlite3_result_int64(ctx, xa / xb);
+    sqlite3_result_double(ctx, (ia ? static_cast<double>(xa) : da) / (ib ? static_cast<double>(xb) : db));
+}
+
+QString valueText(sqlite3_value* v) {
+    switch (sqlite3_value_type(v)) {
+        case SQLITE_INTEGER:
+            return QString::number(sqlite3_value_int64(v));
+        case SQLITE_FLOAT:
+            return db::sqlNumber(sqlite3_value_double(v));
+        default:
+            return textOf(v);
+    }
+}
+
+void varcharFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    QString text = valueText(argv[0]);
+    const int length = sqlite3_value_int(argv[1]);
+    if (length >= 0 && text.size() > length) {
+        if (sqlite3_value_type(argv[0]) != SQLITE_TEXT) {
+            return resultText(ctx, QStringLiteral("*"));  // the server's overflow mark for numbers
+        }
+        text.truncate(length);
+    }
+    resultText(ctx, text);
+}
+
+void substringFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const QString s = valueText(argv[0]);
+    const qint64 start = sqlite3_value_int64(argv[1]);
+    const qint64 length = sqlite3_value_int64(argv[2]);
+    if (length < 0) return sqlite3_result_error(ctx, "Invalid length parameter passed to the substring function.", -1);
+    const qint64 first = std::max<qint64>(start, 1);
+    const qint64 last = start + length;  // exclusive, 1-based
+    if (last <= first) return resultText(ctx, QString());
+    resultText(ctx, s.mid(first - 1, last - first));
+}
+
+void rightFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const qint64 n = sqlite3_value_int64(argv[1]);
+    if (n < 0) return sqlite3_result_error(ctx, "Invalid length parameter passed to the right function.", -1);
+    resultText(ctx, valueText(argv[0]).right(n));
+}
+
+qsizetype foldedIndexOf(const QString& needle, const QString& hay, qsizetype from) {
+    for (qsizetype i = from; i + needle.size() <= hay.size(); ++i) {
+        bool same = true;
+        for (qsizetype k = 0; k < needle.size() && same; ++k) same = fold(hay.at(i + k)) == fold(needle.at(k));
+        if (same) return i;
+    }
+    return -1;
+}
+
+void charindexFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        return sqlite3_result_null(ctx);
+    }
+    const QString needle = valueText(argv[0]);
+    const QString hay = valueText(argv[1]);
+    const qint64 start = argc > 2 ? std::max<qint64>(sqlite3_value_int64(argv[2]), 1) : 1;
+    if (needle.isEmpty()) return sqlite3_result_int(ctx, 0);
+    sqlite3_result_int64(ctx, foldedIndexOf(needle, hay, start - 1) + 1);
+}
+
+void patindexFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        return sqlite3_result_null(ctx);
+    }
+    QString pattern = valueText(argv[0]);
+    const QString s = valueText(argv[1]);
+    const bool anyStart = pattern.startsWith(u'%');
+    if (anyStart) pattern.remove(0, 1);
+    for (qsizetype i = 0; i <= (anyStart ? s.size() : 0); ++i) {
+        if (likeAt(pattern, 0, s, i, QChar())) return sqlite3_result_int64(ctx, i + 1);
+    }
+    sqlite3_result_int(ctx, 0);
+}
+
+void replaceFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    for (int i = 0; i < 3; ++i) {
+        if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    }
+    const QString s = valueText(argv[0]), from = valueText(argv[1]), to = valueText(argv[2]);
+    if (from.isEmpty()) return resultText(ctx, s);
+    QString out;
+    qsizetype pos = 0;
+    for (;;) {
+        const qsizetype hit = foldedIndexOf(from, s, pos);
+        if (hit < 0) break;
+        out += s.mid(pos, hit - pos) + to;
+        pos = hit + from.size();
+    }
+    resultText(ctx, out + s.mid(pos));
+}
+
+void replicateFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        return sqlite3_result_null(ctx);
+    }
+    const qint64 n = sqlite3_value_int64(argv[1]);
+    if (n < 0) return sqlite3_result_null(ctx);
+    resultText(ctx, valueText(argv[0]).repeated(std::min<qint64>(n, 8000)));
+}
+
+void roundFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    const double x = sqlite3_value_double(argv[0]);
+    const int digits = sqlite3_value_int(argv[1]);
+    const bool truncate = sqlite3_value_int(argv[2]) != 0;
+    const double scale = std::pow(10.0, digits);
+    double r = truncate ? std::trunc(x * scale) / scale : std::round(x * scale) / scale;
+    if (sqlite3_value_type(argv[0]) == SQLITE_INTEGER) return sqlite3_result_int64(ctx, static_cast<qint64>(r));
+    sqlite3_result_double(ctx, r);
+}
+
+template <double (*F)(double)>
+void mathFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
+    if (sqlite3_value_type(argv[0]) == SQLITE_INTEGER) {
+        const qint64 v = sqlite3_value_int64(argv[0]);
+        if (F == static_cast<double (*)(double)>(std::floor) || F == static_cast<double (*)(double)>(std::ceil)) {
+            return sqlite3_result_int64(ctx, v);
+        }
+    }
+    sqlite3_result_double(ctx, F(sqlite3_value_double(argv[0])));
+}
+
+double signOf(double x) { return x > 0 ? 1 : (x < 0 ? -1 : 0); }
+
+void getdateFunction(sqlite3_context* ctx, int, sqlite3_value**) {
+    resultText(ctx, QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")));
+}
+
+void isnumericFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    bool isInteger = false;
+    qint64 i = 0;
+    double d = 0;
+    QString text;
+    const bool ok = sqlite3_value_type(argv[0]) != SQLITE_NULL && numberOf(argv[0], isInteger, i, d, text) &&
+                    !(sqlite3_value_type(argv[0]) == SQLITE_TEXT && text.trimmed().isEmpty());
+    sqlite3_result_int(ctx, ok ? 1 : 0);
+}
+
+SqliteConnection* connectionOf(sqlite3_context* ctx) {
+    return static_cast<SqliteConnection*>(sqlite3_user_data(ctx));
+}
+
+void colLengthFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    const QVariant v = connectionOf(ctx)->columnLength(textOf(argv[0]), textOf(argv[1]));
+    if (v.isNull()) return sqlite3_result_null(ctx);
+    sqlite3_result_int64(ctx, v.toLongLong());
+}
+
+void objectIdFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    const QVariant v = connectionOf(ctx)->objectId(textOf(argv[0]));
+    if (v.isNull()) return sqlite3_result_null(ctx);
+    sqlite3_result_int64(ctx, v.toLongLong());
+}
+
+void dbNameFunction(sqlite3_context* ctx, int, sqlite3_value**) { resultText(ctx, connectionOf(ctx)->databaseName()); }
+
+void callFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    std::vector<QVariant> args;
+    for (int i = 1; i < argc; ++i) {
+        switch (sqlite3_value_type(argv[i])) {
+            case SQLITE_NULL:
+                args.emplace_back();
+                break;
+            case SQLITE_INTEGER:
+                args.emplace_back(static_cast<qint64>(sqlite3_value_int64(argv[i])));
+                break;
+            case SQLITE_FLOAT:
+                args.emplace_back(sqlite3_value_double(argv[i]));
+                break;
+            default:
+                args.emplace_back(textOf(argv[i]));
+        }
+    }
+    try {
+        const QVariant v = connectionOf(ctx)->callFunction(textOf(argv[0]), args);
+        if (v.isNull()) return sqlite3_result_null(ctx);
+        switch (v.typeId()) {
+            case QMetaType::Int:
+            case QMetaType::LongLong:
+                return sqlite3_result_int64(ctx, v.toLongLong());
+            case QMetaType::Double:
+                return sqlite3_result_double(ctx, v.toDouble());
+            default:
+                return resultText(ctx, v.toString());
+        }
+    } catch (const std::exception& e) {
+        sqlite3_result_error(ctx, e.what(), -1);
+    }
+}
+
+}  // namespace
+
+bool tsqlLike(const QString& pattern, const QString& text, QChar escape) {
+    return likeAt(pattern, 0, text, 0, escape);
+}
+
+void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
+    const int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_collation(db, "TSQL", SQLITE_UTF8, nullptr, collate);
+    sqlite3_create_function(db, "like", 2, pure, nullptr, likeFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "like", 3, pure, nullptr, likeFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_num", 1, pure, nullptr, numFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_int", 1, pure, nullptr, intFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_add", 2, pure, nullptr, addFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_divide", 2, pure, nullptr, divideFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_varchar", 2, pure, nullptr, varcharFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_substring", 3, pure, nullptr, substringFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_right", 2, pure, nullptr, rightFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_charindex", 2, pure, nullptr, charindexFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_charindex", 3, pure, nullptr, charindexFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_patindex", 2, pure, nullptr, patindexFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_replace", 3, pure, nullptr, replaceFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_replicate", 2, pure, nullptr, replicateFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_round", 3, pure, nullptr, roundFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_floor", 1, pure, nullptr, mathFunction<std::floor>, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_ceiling", 1, pure, nullptr, mathFunction<std::ceil>, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_sign", 1, pure, nullptr, mathFunction<signOf>, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_isnumeric", 1, pure, nullptr, isnumericFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_getdate", 0, SQLITE_UTF8, nullptr, getdateFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_col_length", 2, SQLITE_UTF8, connection, colLengthFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_object_id", 1, SQLITE_UTF8, connection, objectIdFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_db_name", 0, SQLITE_UTF8, connection, dbNameFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_call", -1, SQLITE_UTF8, connection, callFunction, nullptr, nullptr);
+}
+
+}  // namespace tr::engine

@@ -1,0 +1,1088 @@
+#include "db/engine/translator.h"
+
+#include <QHash>
+#include <functional>
+
+#include "common/db/database_error.h"
+#include "common/db/sql_literal.h"
+
+namespace tr::engine {
+
+using namespace ast;
+using tr::db::DatabaseError;
+
+SqlType typeOfDeclaration(const QString& declaredType) {
+    const QString t = declaredType.toUpper();
+    if (t.isEmpty()) return SqlType::Unknown;
+    if (t.contains(QLatin1String("CHAR")) || t.contains(QLatin1String("TEXT")) ||
+        t.contains(QLatin1String("CLOB")) || t.contains(QLatin1String("DATE")) ||
+        t.contains(QLatin1String("TIME"))) {
+        return SqlType::Text;
+    }
+    if (t.contains(QLatin1String("INT")) || t == QLatin1String("BIT")) return SqlType::Integer;
+    if (t.contains(QLatin1String("REAL")) || t.contains(QLatin1String("FLOA")) ||
+        t.contains(QLatin1String("DOUB")) || t.contains(QLatin1String("MONEY")) ||
+        t.contains(QLatin1String("DEC")) || t.contains(QLatin1String("NUM"))) {
+        return SqlType::Real;
+    }
+    return SqlType::Unknown;
+}
+
+namespace {
+
+bool isNumeric(SqlType t) { return t == SqlType::Integer || t == SqlType::Real; }
+
+QString quoteIdent(const QString& name) {
+    QString n = name;
+    n.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + n + QLatin1Char('"');
+}
+
+QString quoteText(const QString& value) {
+    QString v = value;
+    v.replace(QLatin1Char('\''), QLatin1String("''"));
+    return QLatin1Char('\'') + v + QLatin1Char('\'');
+}
+
+// SQLite declaration for a T-SQL column type; text columns carry the TSQL collation.
+QString sqliteType(const TypeName& t) {
+    const QString& n = t.name;
+    const QString length = t.length > 0 ? QStringLiteral("(%1)").arg(t.length) : QString();
+    if (n == QLatin1String("VARCHAR") || n == QLatin1String("NVARCHAR") || n == QLatin1String("CHAR") ||
+        n == QLatin1String("NCHAR") || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ||
+        n == QLatin1String("SYSNAME")) {
+        return (n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ? n : n + length) +
+               QStringLiteral(" COLLATE TSQL");
+    }
+    if (n == QLatin1String("DATETIME") || n == QLatin1String("SMALLDATETIME") || n == QLatin1String("DATE")) {
+        return n + QStringLiteral(" COLLATE TSQL");
+    }
+    if (n == QLatin1String("INT") || n == QLatin1String("BIGINT") || n == QLatin1String("SMALLINT") ||
+        n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
+        return n;
+    }
+    if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY") ||
+        n == QLatin1String("SMALLMONEY")) {
+        return QStringLiteral("FLOAT");
+    }
+    if (n == QLatin1String("DECIMAL") || n == QLatin1String("NUMERIC")) {
+        return QStringLiteral("DECIMAL") + (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale))
+                                                         : QString());
+    }
+    if (n == QLatin1String("VARBINARY") || n == QLatin1String("BINARY") || n == QLatin1String("IMAGE")) {
+        return QStringLiteral("BLOB");
+    }
+    if (n == QLatin1String("UNIQUEIDENTIFIER")) return QStringLiteral("VARCHAR(36) COLLATE TSQL");
+    return {};
+}
+
+struct Out {
+    QString sql;
+    SqlType type = SqlType::Unknown;
+    bool simple = true;       // needs no parentheses as an operand
+    QString declaredType;     // of a bare column reference
+    QString columnName;       // of a bare column reference
+    bool columnRef = false;
+};
+
+struct ScopeTable {
+    QString alias;   // how the statement refers to it (alias or table name)
+    QString emitted; // how SQLite refers to it
+    std::vector<ColumnInfo> columns;
+    bool known = false;
+};
+
+struct Scope {
+    std::vector<ScopeTable> tables;
+    const Scope* outer = nullptr;
+};
+
+struct ResolvedTable {
+    QString schema;   // SQLite schema, empty for unqualified main tables
+    QString name;     // table name
+    QString sql;      // schema-qualified SQLite reference
+    std::vector<ColumnInfo> columns;
+};
+
+class Translator {
+public:
+    Translator(Catalog& catalog, const QString& source) : catalog_(catalog), source_(source) {}
+
+    [[noreturn]] void fail(const QString& message, int position) const {
+        throw DatabaseError(message, source_, position);
+    }
+    [[noreturn]] void unsupported(const QString& construct, int position) const {
+        fail(QStringLiteral("The construct '%1' is not supported by the embedded engine").arg(construct), position);
+    }
+
+    // ---- names -------------------------------------------------------------------------------
+
+    static QString catalogView(const QString& name, bool tempdb) {
+        const QString lower = name.toLower();
+        if (lower == QLatin1String("sysobjects") || lower == QLatin1String("syscolumns")) {
+            return QStringLiteral("temp.") + quoteIdent((tempdb ? QStringLiteral("tr_tempdb_") : QStringLiteral("tr_")) + lower);
+        }
+        return {};
+    }
+
+    ResolvedTable resolveTable(const QStringList& parts, int position) {
+        ResolvedTable r;
+        if (parts.isEmpty() || parts.size() > 3) fail(QStringLiteral("Invalid object name"), position);
+        r.name = parts.last();
+        const QString database = parts.size() == 3 ? parts.first() : QString();
+        if (r.name.startsWith(QLatin1String("##"))) {
+            r.schema = QStringLiteral("tempdb");
+        } else if (r.name.startsWith(QLatin1Char('#'))) {
+            r.schema = QStringLiteral("temp");
+        } else {
+            r.schema = catalog_.schemaForDatabase(database, position);
+        }
+        const QString view = catalogView(r.name, r.schema == QLatin1String("tempdb"));
+        if (!view.isEmpty() && (r.schema == QLatin1String("main") || r.schema == QLatin1String("tempdb"))) {
+            r.sql = view;
+            r.columns = {{QStringLiteral("name"), QStringLiteral("VARCHAR"), SqlType::Text},
+                         {QStringLiteral("id"), QStringLiteral("INT"), SqlType::Integer},
+                         {QStringLiteral("xtype"), QStringLiteral("VARCHAR"), SqlType::Text},
+                         {QStringLiteral("type"), QStringLiteral("VARCHAR"), SqlType::Text}};
+            if (r.name.toLower() == QLatin1String("syscolumns")) {
+                r.columns = {{QStringLiteral("id"), QStringLiteral("INT"), SqlType::Integer},
+                             {QStringLiteral("name"), QStringLiteral("VARCHAR"), SqlType::Text},
+                             {QStringLiteral("colid"), QStringLiteral("INT"), SqlType::Integer},
+                             {QStringLiteral("length"), QStringLiteral("INT"), SqlType::Integer}};
+            }
+            return r;
+        }
+        r.sql = quoteIdent(r.schema) + QLatin1Char('.') + quoteIdent(r.name);
+        r.columns = catalog_.columns(r.schema, r.name);
+        return r;
+    }
+
+    // ---- select ------------------------------------------------------------------------------
+
+    struct SelectOut {
+        QString sql;
+        std::vector<ColumnInfo> columns;  // result columns with types (for derived tables, Into)
+        std::vector<QString> expressions; // each result column's expression (for Into)
+    };
+
+    void addFromItem(const FromItem& item, Scope& scope, QString& sql) {
+        sql += tableSource(item.table, scope);
+        for (const Join& join : item.joins) {
+            sql += join.kind == QLatin1String("INNER") ? QStringLiteral(" JOIN ")
+                   : join.kind == QLatin1String("CROSS") ? QStringLiteral(" CROSS JOIN ")
+                                                         : QLatin1Char(' ') + join.kind + QStringLiteral(" JOIN ");
+            sql += tableSource(join.table, scope);
+            if (join.on) sql += QStringLiteral(" ON ") + expr(*join.on, scope).sql;
+        }
+    }
+
+    QString tableSource(const TableRef& ref, Scope& scope) {
+        ScopeTable table;
+        QString sql;
+        if (ref.derived) {
+            SelectOut inner = select(*ref.derived, &scope, false);
+            table.alias = ref.alias;
+            table.columns = inner.columns;
+            table.known = true;
+            sql = QLatin1Char('(') + inner.sql + QStringLiteral(") AS ") + quoteIdent(ref.alias);
+            table.emitted = quoteIdent(ref.alias);
+        } else {
+            ResolvedTable resolved = resolveTable(ref.parts, ref.position);
+            table.alias = ref.alias.isEmpty() ? resolved.name : ref.alias;
+            table.columns = resolved.columns;
+            table.known = !resolved.columns.empty();
+            table.emitted = quoteIdent(table.alias);
+            sql = resolved.sql + QStringLiteral(" AS ") + quoteIdent(table.alias);
+        }
+        scope.tables.push_back(std::move(table));
+        return sql;
+    }
+
+    SelectOut select(const Select& s, const Scope* outer, bool forInto) {
+        Scope scope;
+        scope.outer = outer;
+        QString from;
+        for (size_t i = 0; i < s.from.size(); ++i) {
+            if (i > 0) from += QStringLiteral(", ");
+            addFromItem(s.from[i], scope, from);
+        }
+        SelectOut out;
+        QStringList items;
+        for (const SelectItem& item : s.items) {
+            if (item.expr->kind == Expr::Kind::Star) {
+                expandStar(*item.expr, scope, items, out);
+                continue;
+            }
+            if (item.expr->kind == Expr::Kind::Identity) {
+                if (!forInto) unsupported(QStringLiteral("IDENTITY() outside SELECT ... INTO"), item.expr->position);
+                QString order;
+                QStringList orderParts;
+                for (const OrderItem& o : s.orderBy) {
+                    orderParts << expr(*o.expr, scope).sql + (o.descending ? QStringLiteral(" DESC") : QString());
+                }
+                if (!orderParts.isEmpty()) order = QStringLiteral("ORDER BY ") + orderParts.join(QStringLiteral(", "));
+                QString seed = item.expr->args.empty() ? QStringLiteral("1") : item.expr->args[0]->text;
+                QString step = item.expr->args.size() > 1 ? item.expr->args[1]->text : QStringLiteral("1");
+                const QString e = QStringLiteral("(row_number() OVER (%1) - 1) * %2 + %3").arg(order, step, seed);
+                if (item.alias.isEmpty()) fail(QStringLiteral("An IDENTITY column needs a name"), item.expr->position);
+                items << e + QStringLiteral(" AS ") + quoteIdent(item.alias);
+                out.columns.push_back({item.alias, QStringLiteral("INTEGER"), SqlType::Integer});
+                out.expressions.push_back(e);
+                continue;
+            }
+            Out e = expr(*item.expr, scope);
+            QString name = item.alias;
+            if (name.isEmpty() && e.columnRef) name = e.columnName;
+            if (forInto && name.isEmpty()) {
+                fail(QStringLiteral("An object or column name is missing or empty. For SELECT INTO statements, "
+                                    "verify each column has a name"),
+                     item.expr->position);
+            }
+            items << (item.alias.isEmpty() ? e.sql : e.sql + QStringLiteral(" AS ") + quoteIdent(item.alias));
+            QString declared = e.declaredType;
+            if (declared.isEmpty()) {
+                declared = e.type == SqlType::Text      ? QStringLiteral("VARCHAR COLLATE TSQL")
+                           : e.type == SqlType::Integer ? QStringLiteral("INTEGER")
+                           : e.type == SqlType::Real    ? QStringLiteral("FLOAT")
+                                                        : QString();
+            }
+            out.columns.push_back({name, declared, e.type});
+            out.expressions.push_back(e.sql);
+        }
+        QString sql = QStringLiteral("SELECT ");
+        if (s.distinct) sql += QStringLiteral("DISTINCT ");
+        sql += items.join(QStringLiteral(", "));
+        if (!from.isEmpty()) sql += QStringLiteral(" FROM ") + from;
+        if (s.where) sql += QStringLiteral(" WHERE ") + expr(*s.where, scope).sql;
+        if (!s.groupBy.empty()) {
+            QStringList groups;
+            for (const ExprPtr& g : s.groupBy) groups << expr(*g, scope).sql;
+            sql += QStringLiteral(" GROUP BY ") + groups.join(QStringLiteral(", "));
+        }
+        if (s.having) sql += QStringLiteral(" HAVING ") + expr(*s.having, scope).sql;
+        if (s.unionNext) {
+            SelectOut next = select(*s.unionNext, outer, false);
+            sql += (s.unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ")) + next.sql;
+        }
+        if (!s.orderBy.empty()) {
+            QStringList orders;
+            for (const OrderItem& o : s.orderBy) orders << orderItem(o, scope, out, s.unionNext != nullptr);
+            sql += QStringLiteral(" ORDER BY ") + orders.join(QStringLiteral(", "));
+        }
+        if (s.top) sql += QStringLiteral(" LIMIT ") + expr(*s.top, scope).sql;
+        out.sql = sql;
+        return out;
+    }
+
+    QString orderItem(const OrderItem& o, Scope& scope, const SelectOut& out, bool compound) {
+        const QString dir = o.descending ? QStringLiteral(" DESC") : QString();
+        if (o.expr->kind == Expr::Kind::Column && o.expr->parts.size() == 1) {
+            // A result alias wins over a column of the same name, as on the server.
+            for (const ColumnInfo& c : out.columns) {
+                if (c.name.compare(o.expr->parts.first(), Qt::CaseInsensitive) == 0 &&
+                    (compound || !hasColumn(scope, c.name))) {
+                    return quoteIdent(c.name) + dir;
+                }
+            }
+        }
+        if (o.expr->kind == Expr::Kind::Number) return o.expr->text + dir;
+        Out e = expr(*o.expr, scope);
+        if (e.type == SqlType::Text && !e.columnRef) return wrap(e) + QStringLiteral(" COLLATE TSQL") + dir;
+        return e.sql + dir;
+    }
+
+    static bool hasColumn(const Scope& scope, const QString& name) {
+        for (const ScopeTable& t : scope.tables) {
+            for (const ColumnInfo& c : t.columns) {
+                if (c.name.compare(name, Qt::CaseInsensitive) == 0) return true;
+            }
+        }
+        return false;
+    }
+
+    void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out) {
+        bool any = false;
+        for (const ScopeTable& t : scope.tables) {
+            if (!star.parts.isEmpty() && t.alias.compare(star.parts.last(), Qt::CaseInsensitive) != 0) continue;
+            any = true;
+            if (!t.known) {
+                // Unknown columns (a table made earlier in the same batch): let SQLite expand.
+                items << t.emitted + QStringLiteral(".*");
+                continue;
+            }
+            for (const ColumnInfo& c : t.columns) {
+                const QString e = t.emitted + QLatin1Char('.') + quoteIdent(c.name);
+                items << e;
+                out.columns.push_back(c);
+                out.expressions.push_back(e);
+            }
+        }
+        if (!any && scope.tables.empty()) fail(QStringLiteral("Must specify table to select from"), star.position);
+        if (!any) fail(QStringLiteral("The object name '%1' is not valid here").arg(star.parts.join('.')), star.position);
+    }
+
+    // ---- expressions -------------------------------------------------------------------------
+
+    static QString wrap(const Out& o) { return o.simple ? o.sql : QLatin1Char('(') + o.sql + QLatin1Char(')'); }
+
+    static Out make(const QString& sql, SqlType type, bool simple = false) {
+        Out o;
+        o.sql = sql;
+        o.type = type;
+        o.simple = simple;
+        return o;
+    }
+
+    Out column(const Expr& e, const Scope& scope) {
+        const QString name = e.parts.last();
+        const QString qualifier = e.parts.size() > 1 ? e.parts.at(e.parts.size() - 2) : QString();
+        for (const Scope* s = &scope; s; s = s->outer) {
+            for (const ScopeTable& t : s->tables) {
+                if (!qualifier.isEmpty() && t.alias.compare(qualifier, Qt::CaseInsensitive) != 0) continue;
+                for (const ColumnInfo& c : t.columns) {
+                    if (c.name.compare(name, Qt::CaseInsensitive) != 0) continue;
+                    Out o = make(t.emitted + QLatin1Char('.') + quoteIdent(c.name), c.type, true);
+                    o.columnRef = true;
+                    o.declaredType = c.declaredType.contains(QLatin1String("CHAR"), Qt::CaseInsensitive) &&
+                                             !c.declaredType.contains(QLatin1String("COLLATE"), Qt::CaseInsensitive)
+                                         ? c.declaredType + QStringLiteral(" COLLATE TSQL")
+                                         : c.declaredType;
+                    o.columnName = c.name;
+                    return o;
+                }
+                if (!qualifier.isEmpty() && t.known) {
+                    fail(QStringLiteral("Invalid column name '%1'").arg(name), e.position);
+                }
+            }
+        }
+        // Not in the catalogue (an alias, or a table made earlier in this batch): SQLite resolves it.
+        QString sql = quoteIdent(name);
+        if (!qualifier.isEmpty()) sql = quoteIdent(qualifier) + QLatin1Char('.') + sql;
+        Out o = make(sql, SqlType::Unknown, true);
+        o.columnRef = true;
+        o.columnName = name;
+        return o;
+    }
+
+    // Text to number, as the server converts a varchar compared with or added to a number.
+    static Out toNumber(const Out& o, const Expr* source) {
+        if (source && source->kind == Expr::Kind::String) {
+            bool ok = false;
+            const QString t = source->text.trimmed();
+            t.toLongLong(&ok);
+            if (ok) return make(QString::number(t.toLongLong()), SqlType::Integer, true);
+            t.toDouble(&ok);
+            if (ok && !t.isEmpty()) return make(tr::db::sqlNumber(t.toDouble()), SqlType::Real, true);
+        }
+        return make(QStringLiteral("tsql_num(") + o.sql + QLatin1Char(')'), SqlType::Real, true);
+    }
+
+    static const Expr* stripTrim(const Expr* e) {
+        while (e->kind == Expr::Kind::Function && e->parts.isEmpty() && e->args.size() == 1) {
+            const QString n = e->text.toUpper();
+            if (n != QLatin1String("LTRIM") && n != QLatin1String("RTRIM") && n != QLatin1String("TRIM")) break;
+            e = e->args[0].get();
+        }
+        return e;
+    }
+
+    Out comparison(const Expr& e, const Scope& scope) {
+        QString op = e.text;
+        if (op == QLatin1String("!=")) op = QStringLiteral("<>");
+        if (op == QLatin1String("!<")) op = QStringLiteral(">=");
+        if (op == QLatin1String("!>")) op = QStringLiteral("<=");
+        // The collation ignores leading and trailing blanks, so trimming an operand changes
+        // nothing but would hide an index: compare the column itself.
+        const Expr* le = stripTrim(e.args[0].get());
+        const Expr* re = stripTrim(e.args[1].get());
+        Out l = expr(*le, scope);
+        Out r = expr(*re, scope);
+        if (l.type == SqlType::Text && isNumeric(r.type)) l = toNumber(l, le);
+        else if (r.type == SqlType::Text && isNumeric(l.type)) r = toNumber(r, re);
+        QString left = wrap(l);
+        if ((l.type == SqlType::Text || r.type == SqlType::Text) && !isNumeric(l.type) && !isNumeric(r.type)) {
+            left += QStringLiteral(" COLLATE TSQL");
+        }
+        return make(left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), SqlType::Integer);
+    }
+
+    Out arithmetic(const Expr& e, const Scope& scope) {
+        Out l = expr(*e.args[0], scope);
+        Out r = expr(*e.args[1], scope);
+        const QString& op = e.text;
+        if (op == QLatin1String("+")) {
+            if (l.type == SqlType::Null || r.type == SqlType::Null) return make(QStringLiteral("NULL"), SqlType::Null, true);
+            if (l.type == SqlType::Text && r.type == SqlType::Text) {
+                return make(wrap(l) + QStringLiteral(" || ") + wrap(r), SqlType::Text);
+            }
+            if (isNumeric(l.type) && isNumeric(r.type)) {
+                return make(wrap(l) + QStringLiteral(" + ") + wrap(r),
+                            l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real : SqlType::Integer);
+            }
+            if (l.type == SqlType::Text && isNumeric(r.type)) {
+                return make(toNumber(l, e.args[0].get()).sql + QStringLiteral(" + ") + wrap(r), SqlType::Real);
+            }
+            if (r.type == SqlType::Text && isNumeric(l.type)) {
+                return make(wrap(l) + QStringLiteral(" + ") + toNumber(r, e.args[1].get()).sql, SqlType::Real);
+            }
+            return make(QStringLiteral("tsql_add(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
+        }
+        if (l.type == SqlType::Text) l = toNumber(l, e.args[0].get());
+        if (r.type == SqlType::Text) r = toNumber(r, e.args[1].get());
+        SqlType type = l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real
+                       : l.type == SqlType::Integer && r.type == SqlType::Integer ? SqlType::Integer
+                                                                                 : SqlType::Unknown;
+        if (op == QLatin1String("^")) {
+            return make(QStringLiteral("((%1 | %2) - (%1 & %2))").arg(wrap(l), wrap(r)), SqlType::Integer, true);
+        }
+        if (op == QLatin1String("/") && type == SqlType::Unknown) {
+            return make(QStringLiteral("tsql_divide(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
+        }
+        return make(wrap(l) + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), type);
+    }
+
+    Out expr(const Expr& e, const Scope& scope) {
+        switch (e.kind) {
+            case Expr::Kind::Null:
+                return make(QStringLiteral("NULL"), SqlType::Null, true);
+            case Expr::Kind::Number: {
+                const bool real = e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
+                QString text = e.text;
+                if (text.startsWith(QLatin1Char('.'))) text.prepend(QLatin1Char('0'));
+                if (text.startsWith(QLatin1String("-."))) text.insert(1, QLatin1Char('0'));
+                Out o = make(text, real ? SqlType::Real : SqlType::Integer, !text.startsWith(QLatin1Char('-')));
+                return o;
+            }
+            case Expr::Kind::String:
+                return make(quoteText(e.text), SqlType::Text, true);
+            case Expr::Kind::Column:
+                return column(e, scope);
+            case Expr::Kind::Star:
+                if (e.parts.isEmpty()) return make(QStringLiteral("*"), SqlType::Unknown, true);
+                unsupported(QStringLiteral("qualified * here"), e.position);
+            case Expr::Kind::Variable:
+                unsupported(QStringLiteral("variables"), e.position);
+            case Expr::Kind::Unary: {
+                Out o = expr(*e.args[0], scope);
+                if (e.text == QLatin1String("NOT")) return make(QStringLiteral("NOT ") + wrap(o), SqlType::Integer);
+                if (o.type == SqlType::Text) o = toNumber(o, e.args[0].get());
+                return make(e.text + wrap(o), o.type);
+            }
+            case Expr::Kind::Binary: {
+                const QString& op = e.text;
+                if (op == QLatin1String("AND") || op == QLatin1String("OR")) {
+                    return make(wrap(expr(*e.args[0], scope)) + QLatin1Char(' ') + op + QLatin1Char(' ') +
+                                    wrap(expr(*e.args[1], scope)),
+                                SqlType::Integer);
+                }
+                if (op == QLatin1String("=") || op == QLatin1String("<>") || op == QLatin1String("!=") ||
+                    op == QLatin1String("<") || op == QLatin1String(">") || op == QLatin1String("<=") ||
+                    op == QLatin1String(">=") || op == QLatin1String("!<") || op == QLatin1String("!>")) {
+                    return comparison(e, scope);
+                }
+                return arithmetic(e, scope);
+            }
+            case Expr::Kind::Function:
+                return function(e, scope);
+            case Expr::Kind::Case: {
+                QString sql = QStringLiteral("CASE");
+                size_t i = 0;
+                SqlType type = SqlType::Unknown;
+                if (e.simpleCase) sql += QLatin1Char(' ') + expr(*e.args[i++], scope).sql;
+                const size_t whenEnd = e.args.size() - (e.hasElse ? 1 : 0);
+                for (; i + 1 < whenEnd + 1 && i < whenEnd; i += 2) {
+                    Out then = expr(*e.args[i + 1], scope);
+                    if (type == SqlType::Unknown || type == SqlType::Null) type = then.type;
+                    sql += QStringLiteral(" WHEN ") + expr(*e.args[i], scope).sql + QStringLiteral(" THEN ") + then.sql;
+                }
+                if (e.hasElse) {
+                    Out other = expr(*e.args.back(), scope);
+                    if (type == SqlType::Unknown || type == SqlType::Null) type = other.type;
+                    sql += QStringLiteral(" ELSE ") + other.sql;
+                }
+                return make(sql + QStringLiteral(" END"), type, true);
+            }
+            case Expr::Kind::Cast:
+                return cast(e, scope);
+            case Expr::Kind::Subquery: {
+                SelectOut s = select(*e.select, &scope, false);
+                return make(QLatin1Char('(') + s.sql + QLatin1Char(')'),
+                            s.columns.empty() ? SqlType::Unknown : s.columns.front().type, true);
+            }
+            case Expr::Kind::Exists:
+                return make(QStringLiteral("EXISTS (") + select(*e.select, &scope, false).sql + QLatin1Char(')'),
+                            SqlType::Integer, true);
+            case Expr::Kind::In: {
+                Out x = expr(*e.args[0], scope);
+                QString list;
+                if (e.select) {
+                    list = select(*e.select, &scope, false).sql;
+                } else {
+                    QStringList items;
+                    for (size_t i = 1; i < e.args.size(); ++i) {
+                        Out item = expr(*e.args[i], scope);
+                        if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
+                        items << item.sql;
+                    }
+                    list = items.join(QStringLiteral(", "));
+                }
+                QString left = wrap(x);
+                if (x.type == SqlType::Text) left += QStringLiteral(" COLLATE TSQL");
+                return make(left + (e.negated ? QStringLiteral(" NOT IN (") : QStringLiteral(" IN (")) + list +
+                                QLatin1Char(')'),
+                            SqlType::Integer);
+            }
+            case Expr::Kind::Between: {
+                Out x = expr(*e.args[0], scope);
+                Out lo = expr(*e.args[1], scope);
+                Out hi = expr(*e.args[2], scope);
+                if (isNumeric(x.type)) {
+                    if (lo.type == SqlType::Text) lo = toNumber(lo, e.args[1].get());
+                    if (hi.type == SqlType::Text) hi = toNumber(hi, e.args[2].get());
+                } else if (x.type == SqlType::Text && (isNumeric(lo.type) || isNumeric(hi.type))) {
+                    x = toNumber(x, e.args[0].get());
+                }
+                QString left = wrap(x);
+                if (x.type == SqlType::Text) left += QStringLiteral(" COLLATE TSQL");
+                return make(left + (e.negated ? QStringLiteral(" NOT BETWEEN ") : QStringLiteral(" BETWEEN ")) +
+                                wrap(lo) + QStringLiteral(" AND ") + wrap(hi),
+                            SqlType::Integer);
+            }
+            case Expr::Kind::Like: {
+                QString sql = wrap(expr(*e.args[0], scope)) +
+                              (e.negated ? QStringLiteral(" NOT LIKE ") : QStringLiteral(" LIKE ")) +
+                              wrap(expr(*e.args[1], scope));
+                if (e.args.size() > 2) sql += QStringLiteral(" ESCAPE ") + wrap(expr(*e.args[2], scope));
+                return make(sql, SqlType::Integer);
+            }
+            case Expr::Kind::IsNull:
+                return make(wrap(expr(*e.args[0], scope)) +
+                                (e.negated ? QStringLiteral(" IS NOT NULL") : QStringLiteral(" IS NULL")),
+                            SqlType::Integer);
+            case Expr::Kind::Identity:
+                unsupported(QStringLiteral("IDENTITY() outside SELECT ... INTO"), e.position);
+        }
+        unsupported(QStringLiteral("expression"), e.position);
+    }
+
+    Out cast(const Expr& e, const Scope& scope) {
+        Out x = expr(*e.args[0], scope);
+        const QString& n = e.type.name;
+        if (n.contains(QLatin1String("CHAR")) || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT")) {
+            const int length = e.type.length == -1 ? 30 : e.type.length;  // the server's default length
+            return make(QStringLiteral("tsql_varchar(%1, %2)").arg(x.sql).arg(length), SqlType::Text, true);
+        }
+        if (n == QLatin1String("INT") || n == QLatin1String("BIGINT") || n == QLatin1String("SMALLINT") ||
+            n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
+            return make(QStringLiteral("tsql_int(%1)").arg(x.sql), SqlType::Integer, true);
+        }
+        if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY")) {
+            return make(QStringLiteral("tsql_num(%1) * 1.0").arg(x.sql), SqlType::Real);
+        }
+        if (n == QLatin1String("DECIMAL") || n == QLatin1String("NUMERIC")) {
+            const int scale = e.type.scale < 0 ? 0 : e.type.scale;
+            return make(QStringLiteral("round(tsql_num(%1), %2)").arg(x.sql).arg(scale),
+                        scale == 0 ? SqlType::Integer : SqlType::Real, true);
+        }
+        if (n == QLatin1String("DATETIME") || n == QLatin1String("DATE") || n == QLatin1String("SMALLDATETIME")) {
+            return make(QStringLiteral("tsql_varchar(%1, -1)").arg(x.sql), SqlType::Text, true);
+        }
+        unsupported(QStringLiteral("CAST to ") + n, e.position);
+    }
+
+    Out function(const Expr& e, const Scope& scope) {
+        const QString name = e.text.toUpper();
+        if (!e.parts.isEmpty()) {
+            // dbo.f(...): a scalar function of the database, written in C++.
+            QStringList args{quoteText(e.text)};
+            for (const ExprPtr& a : e.args) args << expr(*a, scope).sql;
+            return make(QStringLiteral("tsql_call(") + args.join(QStringLiteral(", ")) + QLatin1Char(')'),
+                        SqlType::Unknown, true);
+        }
+        std::vector<Out> a;
+        for (const ExprPtr& arg : e.args) a.push_back(expr(*arg, scope));
+        auto want = [&](size_t lo, size_t hi) {
+            if (a.size() < lo || a.size() > hi) {
+                fail(QStringLiteral("The %1 function requires %2 argument(s)").arg(name).arg(lo == hi ? QString::number(lo)
+                                                                   : QStringLiteral("%1 to %2").arg(lo).arg(hi)),
+                     e.position);
+            }
+        };
+        auto call = [&](const QString& f, SqlType type) {
+            QStringList parts;
+            for (const Out& o : a) parts << o.sql;
+            return make(f + QLatin1Char('(') + parts.join(QStringLiteral(", ")) + QLatin1Char(')'), type, true);
+        };
+        if (name == QLatin1String("ISNULL")) {
+            want(2, 2);
+            return make(QStringLiteral("ifnull(%1, %2)").arg(a[0].sql, a[1].sql),
+                        a[0].type == SqlType::Null || a[0].type == SqlType::Unknown ? a[1].type : a[0].type, true);
+        }
+        if (name == QLatin1String("COALESCE")) {
+            want(1, 64);
+            return call(QStringLiteral("coalesce"), a[0].type);
+        }
+        if (name == QLatin1String("LTRIM") || name == QLatin1String("RTRIM") || name == QLatin1String("TRIM")) {
+            want(1, 1);
+            return make(name.toLower() + QStringLiteral("(%1, ' ')").arg(a[0].sql), SqlType::Text, true);
+        }
+        if (name == QLatin1String("UPPER") || name == QLatin1String("LOWER")) {
+            want(1, 1);
+            return call(name.toLower(), SqlType::Text);
+        }
+        if (name == QLatin1String("LEN")) {
+            want(1, 1);
+            return make(QStringLiteral("length(rtrim(%1, ' '))").arg(a[0].sql), SqlType::Integer, true);
+        }
+        if (name == QLatin1String("DATALENGTH")) {
+            want(1, 1);
+            return call(QStringLiteral("length"), SqlType::Integer);
+        }
+        if (name == QLatin1String("SUBSTRING")) {
+            want(3, 3);
+            bool ok = false;
+            const int start = e.args[1]->kind == Expr::Kind::Number ? e.args[1]->text.toInt(&ok) : 0;
+            if (ok && start >= 1) return call(QStringLiteral("substr"), SqlType::Text);
+            return call(QStringLiteral("tsql_substring"), SqlType::Text);
+        }
+        if (name == QLatin1String("LEFT")) {
+            want(2, 2);
+            return make(QStringLiteral("tsql_substring(%1, 1, %2)").arg(a[0].sql, a[1].sql), SqlType::Text, true);
+        }
+        if (name == QLatin1String("RIGHT")) {
+            want(2, 2);
+            return call(QStringLiteral("tsql_right"), SqlType::Text);
+        }
+        if (name == QLatin1String("CHARINDEX")) {
+            want(2, 3);
+            return call(QStringLiteral("tsql_charindex"), SqlType::Integer);
+        }
+        if (name == QLatin1String("PATINDEX")) {
+            want(2, 2);
+            return call(QStringLiteral("tsql_patindex"), SqlType::Integer);
+        }
+        if (name == QLatin1String("REPLACE")) {
+            want(3, 3);
+            return call(QStringLiteral("tsql_replace"), SqlType::Text);
+        }
+        if (name == QLatin1String("REPLICATE")) {
+            want(2, 2);
+            return call(QStringLiteral("tsql_replicate"), SqlType::Text);
+        }
+        if (name == QLatin1String("SPACE")) {
+            want(1, 1);
+            return make(QStringLiteral("tsql_replicate(' ', %1)").arg(a[0].sql), SqlType::Text, true);
+        }
+        if (name == QLatin1String("STR")) {
+            want(1, 3);
+            return make(QStringLiteral("tsql_varchar(%1, -1)").arg(a[0].sql), SqlType::Text, true);
+        }
+        if (name == QLatin1String("ABS")) {
+            want(1, 1);
+            return call(QStringLiteral("abs"), a[0].type);
+        }
+        if (name == QLatin1String("ROUND")) {
+            want(2, 3);
+            if (a.size() == 3) return call(QStringLiteral("tsql_round"), SqlType::Real);
+            return make(QStringLiteral("tsql_round(%1, %2, 0)").arg(a[0].sql, a[1].sql), SqlType::Real, true);
+        }
+        if (name == QLatin1String("FLOOR") || name == QLatin1String("CEILING") || name == QLatin1String("SIGN")) {
+            want(1, 1);
+            return call(QStringLiteral("tsql_") + name.toLower(), a[0].type);
+        }
+        if (name == QLatin1String("COUNT")) {
+            want(1, 1);
+            return make(QStringLiteral("count(") + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) + a[0].sql +
+                            QLatin1Char(')'),
+                        SqlType::Integer, true);
+        }
+        if (name == QLatin1String("SUM") || name == QLatin1String("AVG") || name == QLatin1String("MIN") ||
+            name == QLatin1String("MAX")) {
+            want(1, 1);
+            SqlType type = a[0].type;
+            QString inner = a[0].sql;
+            if (name == QLatin1String("SUM") || name == QLatin1String("AVG")) {
+                if (type == SqlType::Text) inner = toNumber(a[0], e.args[0].get()).sql;
+                if (name == QLatin1String("AVG") || type != SqlType::Integer) type = SqlType::Real;
+            } else if (type == SqlType::Text && !a[0].columnRef) {
+                inner = QLatin1Char('(') + inner + QStringLiteral(") COLLATE TSQL");
+            }
+            return make(name.toLower() + QLatin1Char('(') + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) +
+                            inner + QLatin1Char(')'),
+                        type, true);
+        }
+        if (name == QLatin1String("GETDATE") || name == QLatin1String("CURRENT_TIMESTAMP")) {
+            want(0, 0);
+            return make(QStringLiteral("tsql_getdate()"), SqlType::Text, true);
+        }
+        if (name == QLatin1String("COL_LENGTH")) {
+            want(2, 2);
+            return call(QStringLiteral("tsql_col_length"), SqlType::Integer);
+        }
+        if (name == QLatin1String("OBJECT_ID")) {
+            want(1, 2);
+            return make(QStringLiteral("tsql_object_id(%1)").arg(a[0].sql), SqlType::Integer, true);
+        }
+        if (name == QLatin1String("CHAR") || name == QLatin1String("NCHAR")) {
+            want(1, 1);
+            return call(QStringLiteral("char"), SqlType::Text);
+        }
+        if (name == QLatin1String("ASCII") || name == QLatin1String("UNICODE")) {
+            want(1, 1);
+            return call(QStringLiteral("unicode"), SqlType::Integer);
+        }
+        if (name == QLatin1String("DB_NAME")) {
+            want(0, 0);
+            return make(QStringLiteral("tsql_db_name()"), SqlType::Text, true);
+        }
+        if (name == QLatin1String("ISNUMERIC")) {
+            want(1, 1);
+            return call(QStringLiteral("tsql_isnumeric"), SqlType::Integer);
+        }
+        fail(QStringLiteral("'%1' is not a recognized built-in function name").arg(e.text), e.position);
+    }
+
+    // ---- statements --------------------------------------------------------------------------
+
+    Step statement(const Statement& s) {
+        Step step;
+        step.position = s.position;
+        switch (s.kind) {
+            case Statement::Kind::Select:
+                if (!s.select->into.isEmpty()) return selectInto(*s.select);
+                step.sql << select(*s.select, nullptr, false).sql;
+                return step;
+            case Statement::Kind::Insert:
+                return insert(s);
+            case Statement::Kind::Update:
+                return update(s);
+            case Statement::Kind::Delete:
+                return remove(s);
+            case Statement::Kind::CreateTable:
+                return createTable(s);
+            case Statement::Kind::CreateIndex: {
+                ResolvedTable t = resolveTable(s.table, s.position);
+                QStringList columns;
+                for (int i = 0; i < s.columns.size(); ++i) {
+                    columns << quoteIdent(s.columns[i]) + (s.descending[i] ? QStringLiteral(" DESC") : QString());
+                }
+                step.sql << QStringLiteral("CREATE %1INDEX %2.%3 ON %4 (%5)")
+                                .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(t.schema),
+                                     quoteIdent(t.name + QStringLiteral("__") + s.name), quoteIdent(t.name),
+                                     columns.join(QStringLiteral(", ")));
+                step.writes = step.changesSchema = true;
+                return step;
+            }
+            case Statement::Kind::DropIndex: {
+                if (s.table.isEmpty()) unsupported(QStringLiteral("DROP INDEX without its table"), s.position);
+                ResolvedTable t = resolveTable(s.table, s.position);
+                step.sql << QStringLiteral("DROP INDEX %1.%2").arg(quoteIdent(t.schema), quoteIdent(t.name + QStringLiteral("__") + s.name));
+                step.writes = step.changesSchema = true;
+                return step;
+            }
+            case Statement::Kind::DropTable: {
+                ResolvedTable t = resolveTable(s.table, s.position);
+                step.sql << QStringLiteral("DROP TABLE ") + t.sql;
+                step.writes = step.changesSchema = true;
+                return step;
+            }
+            case Statement::Kind::Truncate: {
+                ResolvedTable t = resolveTable(s.table, s.position);
+                step.sql << QStringLiteral("DELETE FROM ") + t.sql;
+                step.writes = true;
+                return step;
+            }
+            case Statement::Kind::AlterAdd: {
+                ResolvedTable t = resolveTable(s.table, s.position);
+                for (const ColumnDef& c : s.columnDefs) {
+                    step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
+                }
+                step.writes = step.changesSchema = true;
+                return step;
+            }
+            case Statement::Kind::If: {
+                step.kind = Step::Kind::If;
+                Scope scope;
+                step.query = QStringLiteral("SELECT CASE WHEN ") + expr(*s.condition, scope).sql +
+                             QStringLiteral(" THEN 1 ELSE 0 END");
+                for (const StatementPtr& b : s.body) step.thenBody.push_back(b.get());
+                for (const StatementPtr& b : s.elseBody) step.elseBody.push_back(b.get());
+                return step;
+            }
+            case Statement::Kind::Block:
+                step.kind = Step::Kind::Block;
+                for (const StatementPtr& b : s.body) step.thenBody.push_back(b.get());
+                return step;
+            case Statement::Kind::Exec: {
+                step.kind = Step::Kind::Call;
+                step.procedure = s.name;
+                for (const ExprPtr& a : s.args) step.args.push_back(literalValue(*a));
+                return step;
+            }
+            case Statement::Kind::ExecText: {
+                step.kind = Step::Kind::ExecText;
+                Scope scope;
+                step.query = QStringLiteral("SELECT ") + expr(*s.args[0], scope).sql;
+                return step;
+            }
+            case Statement::Kind::Begin:
+                step.kind = Step::Kind::Begin;
+                return step;
+            case Statement::Kind::Commit:
+                step.kind = Step::Kind::Commit;
+                return step;
+            case Statement::Kind::Rollback:
+                step.kind = Step::Kind::Rollback;
+                return step;
+        }
+        unsupported(QStringLiteral("statement"), s.position);
+    }
+
+    QVariant literalValue(const Expr& e) {
+        switch (e.kind) {
+            case Expr::Kind::String:
+                return e.text;
+            case Expr::Kind::Null:
+                return QVariant();
+            case Expr::Kind::Number: {
+                bool ok = false;
+                const qint64 n = e.text.toLongLong(&ok);
+                if (ok) return n;
+                return e.text.toDouble();
+            }
+            default:
+                unsupported(QStringLiteral("expressions as procedure arguments"), e.position);
+        }
+    }
+
+    QString columnDefinition(const ColumnDef& c, bool allowIdentityKey) {
+        QString type = sqliteType(c.type);
+        if (type.isEmpty()) unsupported(QStringLiteral("column type ") + c.type.name, c.position);
+        QString sql = quoteIdent(c.name) + QLatin1Char(' ');
+        if (c.identity && allowIdentityKey) {
+            sql += QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
+        } else {
+            sql += type;
+            if (c.notNull) sql += QStringLiteral(" NOT NULL");
+        }
+        if (c.defaultValue) {
+            Scope none;
+            sql += QStringLiteral(" DEFAULT (") + expr(*c.defaultValue, none).sql + QLatin1Char(')');
+        }
+        return sql;
+    }
+
+    Step createTable(const Statement& s) {
+        ResolvedTable t = resolveTable(s.table, s.position);
+        QStringList defs;
+        bool identitySeen = false;
+        QStringList primary = s.columns;
+        for (const ColumnDef& c : s.columnDefs) {
+            if (c.identity) {
+                if (identitySeen) fail(QStringLiteral("Multiple identity columns specified for table '%1'").arg(t.name), c.position);
+                identitySeen = true;
+            }
+            if (c.primaryKey && !c.identity) primary << c.name;
+            defs << columnDefinition(c, true);
+        }
+        if (!primary.isEmpty()) {
+            QStringList quoted;
+            for (const QString& p : primary) quoted << quoteIdent(p);
+            // The identity column is SQLite's row key; another declared key becomes a unique one.
+            defs << (identitySeen ? QStringLiteral("UNIQUE (") : QStringLiteral("PRIMARY KEY (")) +
+                        quoted.join(QStringLiteral(", ")) + QLatin1Char(')');
+        }
+        Step step;
+        step.position = s.position;
+        step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
+        step.writes = step.changesSchema = true;
+        return step;
+    }
+
+    Step selectInto(const Select& s) {
+        ResolvedTable target = resolveTable(s.into, s.position);
+        SelectOut out = select(s, nullptr, true);
+        QStringList defs, names;
+        for (const ColumnInfo& c : out.columns) {
+            if (c.name.isEmpty()) {
+                fail(QStringLiteral("An object or column name is missing or empty. For SELECT INTO statements, "
+                                    "verify each column has a name"),
+                     s.position);
+            }
+            QString declared = c.declaredType;
+            if (typeOfDeclaration(declared) == SqlType::Text && !declared.contains(QLatin1String("COLLATE"), Qt::CaseInsensitive)) {
+                declared += QStringLiteral(" COLLATE TSQL");
+            }
+            defs << (quoteIdent(c.name) + QLatin1Char(' ') + declared).trimmed();
+            names << quoteIdent(c.name);
+        }
+        Step step;
+        step.position = s.position;
+        step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
+        step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
+        step.writes = step.changesSchema = true;
+        return step;
+    }
+
+    Step insert(const Statement& s) {
+        ResolvedTable t = resolveTable(s.table, s.position);
+        QStringList columns;
+        for (const QString& c : s.columns) columns << quoteIdent(c);
+        QString sql = QStringLiteral("INSERT INTO ") + t.sql;
+        if (!columns.isEmpty()) sql += QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
+        if (s.select) {
+            sql += QLatin1Char(' ') + select(*s.select, nullptr, false).sql;
+        } else if (s.values.empty()) {
+            sql += QStringLiteral(" DEFAULT VALUES");
+        } else {
+            Scope none;
+            QStringList rows;
+            for (const auto& row : s.values) {
+                QStringList values;
+                for (const ExprPtr& v : row) values << expr(*v, none).sql;
+                rows << QLatin1Char('(') + values.join(QStringLiteral(", ")) + QLatin1Char(')');
+            }
+            sql += QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
+        }
+        Step step;
+        step.position = s.position;
+        step.sql << sql;
+        step.writes = true;
+        return step;
+    }
+
+    // The FROM list of an Update/Delete without the target table, whose join condition moves to
+    // the WHERE clause; `targetAlias` is how the statement names the target.
+    QString fromWithoutTarget(const Statement& s, const QString& targetAlias, Scope& scope, QStringList& conditions,
+                              bool& targetFound) {
+        QStringList items;
+        for (const FromItem& item : s.from) {
+            QString sql;
+            bool first = true;
+            auto matches = [&](const TableRef& ref) {
+                if (ref.derived) return false;
+                const QString alias = ref.alias.isEmpty() ? ref.parts.last() : ref.alias;
+                return !targetFound && alias.compare(targetAlias, Qt::CaseInsensitive) == 0;
+            };
+            bool skipFirst = matches(item.table);
+            if (skipFirst) targetFound = true;
+            else sql = tableSource(item.table, scope);
+            first = skipFirst;
+            for (const Join& join : item.joins) {
+                if (matches(join.table)) {
+                    targetFound = true;
+                    if (join.on) conditions << QLatin1Char('(') + expr(*join.on, scope).sql + QLatin1Char(')');
+                    continue;
+                }
+                if (first) {
+                    sql = tableSource(join.table, scope);
+                    if (join.on) conditions << QLatin1Char('(') + expr(*join.on, scope).sql + QLatin1Char(')');
+                    first = false;
+                    continue;
+                }
+                sql += (join.kind == QLatin1String("INNER") ? QStringLiteral(" JOIN ")
+                        : join.kind == QLatin1String("CROSS") ? QStringLiteral(" CROSS JOIN ")
+                                                              : QLatin1Char(' ') + join.kind + QStringLiteral(" JOIN ")) +
+                       tableSource(join.table, scope);
+                if (join.on) sql += QStringLiteral(" ON ") + expr(*join.on, scope).sql;
+            }
+            if (!sql.isEmpty()) items << sql;
+        }
+        return items.join(QStringLiteral(", "));
+    }
+
+    Step update(const Statement& s) {
+        ResolvedTable t = resolveTable(s.table, s.position);
+        Scope scope;
+        const QString targetAlias = s.table.last();
+        QString alias = targetAlias;
+        // With a FROM list the target may be named by an alias declared there.
+        if (!s.from.empty()) {
+            for (const FromItem& item : s.from) {
+                auto check = [&](const TableRef& ref) {
+                    if (!ref.derived && !ref.alias.isEmpty() && ref.alias.compare(targetAlias, Qt::CaseInsensitive) == 0) {
+                        t = resolveTable(ref.parts, ref.position);
+                    }
+                };
+                check(item.table);
+                for (const Join& j : item.joins) check(j.table);
+            }
+        }
+        scope.tables.push_back({alias, quoteIdent(alias), t.columns, !t.columns.empty()});
+        QStringList conditions;
+        QString from;
+        if (!s.from.empty()) {
+            bool found = false;
+            from = fromWithoutTarget(s, alias, scope, conditions, found);
+        }
+        QStringList sets;
+        for (const Assignment& a : s.assignments) {
+            sets << quoteIdent(a.column.last()) + QStringLiteral(" = ") + expr(*a.value, scope).sql;
+        }
+        if (s.where) conditions << QLatin1Char('(') + expr(*s.where, scope).sql + QLatin1Char(')');
+        QString sql = QStringLiteral("UPDATE %1 AS %2 SET %3").arg(t.sql, quoteIdent(alias), sets.join(QStringLiteral(", ")));
+        if (!from.isEmpty()) sql += QStringLiteral(" FROM ") + from;
+        QString where = conditions.join(QStringLiteral(" AND "));
+        if (s.top) {
+            Scope none;
+            const QString inner = QStringLiteral("SELECT rowid FROM %1 AS %2%3 LIMIT %4")
+                                      .arg(t.sql, quoteIdent(alias),
+                                           s.where ? QStringLiteral(" WHERE ") + expr(*s.where, scope).sql : QString(),
+                                           expr(*s.top, none).sql);
+            where = QStringLiteral("%1.rowid IN (%2)").arg(quoteIdent(alias), inner);
+        }
+        if (!where.isEmpty()) sql += QStringLiteral(" WHERE ") + where;
+        Step step;
+        step.position = s.position;
+        step.sql << sql;
+        step.writes = true;
+        return step;
+    }
+
+    Step remove(const Statement& s) {
+        ResolvedTable t = resolveTable(s.table, s.position);
+        QString sql = QStringLiteral("DELETE FROM ") + t.sql;
+        if (s.from.empty() && !s.top) {
+            Scope scope;
+            scope.tables.push_back({t.name, t.sql, t.columns, !t.columns.empty()});
+            if (s.where) sql += QStringLiteral(" WHERE ") + expr(*s.where, scope).sql;
+        } else {
+            // Delete T From T a Join ... / Delete Top (n): pick the rows by their row ids.
+            Scope scope;
+            QString alias = s.table.last();
+            QString from;
+            if (s.from.empty()) {
+                from = tableSource(TableRef{s.table, QString(), nullptr, s.position}, scope);
+            } else {
+                for (size_t i = 0; i < s.from.size(); ++i) {
+                    if (i > 0) from += QStringLiteral(", ");
+                    addFromItem(s.from[i], scope, from);
+                }
+            }
+            QString inner = QStringLiteral("SELECT %1.rowid FROM %2").arg(quoteIdent(alias), from);
+            if (s.where) inner += QStringLiteral(" WHERE ") + expr(*s.where, scope).sql;
+            if (s.top) {
+                Scope none;
+                inner += QStringLiteral(" LIMIT ") + expr(*s.top, none).sql;
+            }
+            sql += QStringLiteral(" WHERE rowid IN (") + inner + QLatin1Char(')');
+        }
+        Step step;
+        step.position = s.position;
+        step.sql << sql;
+        step.writes = true;
+        return step;
+    }
+
+private:
+    Catalog& catalog_;
+    const QString& source_;
+};
+
+}  // namespace
+
+Step translateStatement(const Statement& statement, Catalog& catalog, const QString& sourceSql) {
+    return Translator(catalog, sourceSql).statement(statement);
+}
+
+}  // namespace tr::engine

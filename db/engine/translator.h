@@ -1,0 +1,52 @@
+#pragma once
+// Translates one parsed T-SQL statement into the steps the engine runs on SQLite: SQLite text
+// (with the TSQL collation, T-SQL conversions and runtime helpers), procedure calls, and the
+// control flow of If and Exec('...'). Column types come from the catalogue, so `+` becomes `||`
+// for text and `+` for numbers, with the runtime tsql_add() only where a type is unknown.
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <vector>
+
+#include "db/engine/ast.h"
+
+namespace tr::engine {
+
+enum class SqlType { Unknown, Null, Text, Integer, Real };
+
+struct ColumnInfo {
+    QString name;
+    QString declaredType;  // as SQLite keeps it, e.g. "VARCHAR(200)"
+    SqlType type = SqlType::Unknown;
+};
+
+SqlType typeOfDeclaration(const QString& declaredType);
+
+// What the translator needs to know about the databases.
+class Catalog {
+public:
+    virtual ~Catalog() = default;
+    // The SQLite schema holding `database` ("" means the current one): "main", "tempdb" or an
+    // attached alias; attaches the database on demand.
+    virtual QString schemaForDatabase(const QString& database, int position) = 0;
+    // Columns of schema.table in order; empty when the table is not known.
+    virtual std::vector<ColumnInfo> columns(const QString& schema, const QString& table) = 0;
+};
+
+struct Step {
+    enum class Kind { Sql, Call, If, ExecText, Begin, Commit, Rollback, Block };
+    Kind kind = Kind::Sql;
+    QStringList sql;               // Sql: SQLite statements run in order
+    bool writes = false;           // needs a write transaction
+    bool changesSchema = false;
+    QString procedure;             // Call
+    std::vector<QVariant> args;    // Call
+    QString query;                 // If: "SELECT <0 or 1>"; ExecText: "SELECT <text>"
+    bool negate = false;
+    std::vector<ast::Statement*> thenBody, elseBody;  // If / Block: translated when reached
+    int position = 0;
+};
+
+Step translateStatement(const ast::Statement& statement, Catalog& catalog, const QString& sourceSql);
+
+}  // namespace tr::engine
