@@ -519,6 +519,14 @@ public:
                     list = select(*e.select, &scope, false).sql;
                 } else {
                     QStringList items;
+                    if (x.type == SqlType::Text) {
+                        for (size_t i = 1; i < e.args.size(); ++i) {
+                            if (isNumeric(expr(*e.args[i], scope).type)) {
+                                x = toNumber(x, e.args[0].get());
+                                break;
+                            }
+                        }
+                    }
                     for (size_t i = 1; i < e.args.size(); ++i) {
                         Out item = expr(*e.args[i], scope);
                         if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
@@ -992,22 +1000,9 @@ public:
     }
 
     Step update(const Statement& s) {
-        ResolvedTable t = resolveTable(s.table, s.position);
+        ResolvedTable t = resolveTable(targetParts(s), s.position);
         Scope scope;
-        const QString targetAlias = s.table.last();
-        QString alias = targetAlias;
-        // With a FROM list the target may be named by an alias declared there.
-        if (!s.from.empty()) {
-            for (const FromItem& item : s.from) {
-                auto check = [&](const TableRef& ref) {
-                    if (!ref.derived && !ref.alias.isEmpty() && ref.alias.compare(targetAlias, Qt::CaseInsensitive) == 0) {
-                        t = resolveTable(ref.parts, ref.position);
-                    }
-                };
-                check(item.table);
-                for (const Join& j : item.joins) check(j.table);
-            }
-        }
+        const QString alias = s.table.last();
         scope.tables.push_back({alias, quoteIdent(alias), t.columns, !t.columns.empty()});
         QStringList conditions;
         QString from;
@@ -1039,8 +1034,25 @@ public:
         return step;
     }
 
+    // The table an Update/Delete with a FROM list names by an alias declared in that list.
+    QStringList targetParts(const Statement& s) {
+        for (const FromItem& item : s.from) {
+            if (!item.table.derived && !item.table.alias.isEmpty() &&
+                item.table.alias.compare(s.table.last(), Qt::CaseInsensitive) == 0) {
+                return item.table.parts;
+            }
+            for (const Join& j : item.joins) {
+                if (!j.table.derived && !j.table.alias.isEmpty() &&
+                    j.table.alias.compare(s.table.last(), Qt::CaseInsensitive) == 0) {
+                    return j.table.parts;
+                }
+            }
+        }
+        return s.table;
+    }
+
     Step remove(const Statement& s) {
-        ResolvedTable t = resolveTable(s.table, s.position);
+        ResolvedTable t = resolveTable(targetParts(s), s.position);
         QString sql = QStringLiteral("DELETE FROM ") + t.sql;
         if (s.from.empty() && !s.top) {
             Scope scope;

@@ -1,0 +1,159 @@
+// treasury-sql: a T-SQL shell on a database of a data directory. Statements in one call share one
+// session, so ## tables live until it ends. Batches are separated by a line holding only GO;
+// interactively a batch also ends at a line ending with ';'.
+#include <readline/history.h>
+#include <readline/readline.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QRegularExpression>
+#include <QTextStream>
+#include <cstdio>
+#include <iostream>
+
+#include "common/db/database_error.h"
+#include "db/engine/engine.h"
+#include "db/engine/sqlite_connection.h"
+#include "tools/shell_setup.h"
+#include "tools/table_printer.h"
+
+namespace {
+
+struct Options {
+    QString dataDirectory = QStringLiteral("demo-data");
+    QString database;
+    QString command;
+    bool translate = false;
+    bool hasCommand = false;
+    QString createDemo;
+};
+
+void usage() {
+    std::cerr << "usage: treasury-sql [-d DIR] [DATABASE] [-c \"statements\"] [--translate]\n"
+                 "       treasury-sql --create-demo DIR\n"
+                 "Runs T-SQL on DATABASE (default: the company database of the data directory).\n"
+                 "Without -c, statements come from standard input (interactive on a terminal).\n";
+}
+
+QString errorText(const tr::db::DatabaseError& e) {
+    QString text = QStringLiteral("Msg: ") + e.message() + QLatin1Char('\n');
+    if (e.position() > 0 && !e.sql().isEmpty()) {
+        const QString& sql = e.sql();
+        const int at = qMin(e.position() - 1, static_cast<int>(sql.size()));
+        const int lineStart = sql.lastIndexOf(QLatin1Char('\n'), at - 1) + 1;
+        int lineEnd = sql.indexOf(QLatin1Char('\n'), at);
+        if (lineEnd < 0) lineEnd = sql.size();
+        const int lineNumber = sql.left(lineStart).count(QLatin1Char('\n')) + 1;
+        text += QStringLiteral("Line %1, position %2:\n").arg(lineNumber).arg(e.position());
+        text += QStringLiteral("  ") + sql.mid(lineStart, lineEnd - lineStart) + QLatin1Char('\n');
+        text += QStringLiteral("  ") + QString(tr::tools::displayWidth(sql.mid(lineStart, at - lineStart)), QLatin1Char(' ')) +
+                QStringLiteral("^\n");
+    }
+    return text;
+}
+
+// Runs one batch; answers false when it failed.
+bool runBatch(tr::engine::SqliteConnection& db, const QString& batch, bool translate, QTextStream& out,
+              QTextStream& err) {
+    if (batch.trimmed().isEmpty()) return true;
+    try {
+        if (translate) {
+            out << db.translate(batch) << '\n';
+            return true;
+        }
+        const tr::db::ExecResult result = db.execute(batch);
+        for (const tr::db::ResultSet& set : result.resultSets) out << tr::tools::formatTable(set) << '\n';
+        if (result.resultSets.empty()) out << QStringLiteral("(%1 rows affected)\n").arg(result.rowsAffected);
+        out.flush();
+        return true;
+    } catch (const tr::db::DatabaseError& e) {
+        out.flush();
+        err << errorText(e);
+        err.flush();
+        return false;
+    }
+}
+
+QStringList splitOnGo(const QString& text) {
+    static const QRegularExpression go(QStringLiteral("^[ \\t]*GO[ \\t]*(?:\\r?\\n|$)"),
+                                       QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption);
+    return text.split(go);
+}
+
+int interactive(tr::engine::SqliteConnection& db, bool translate, QTextStream& out, QTextStream& err) {
+    const QString historyFile = QDir::homePath() + QStringLiteral("/.treasury_sql_history");
+    using_history();
+    read_history(historyFile.toLocal8Bit().constData());
+    QString batch;
+    for (;;) {
+        char* raw = readline(batch.isEmpty() ? "tsql> " : "  ... ");
+        if (!raw) break;
+        const QString line = QString::fromUtf8(raw);
+        if (!line.trimmed().isEmpty()) add_history(raw);
+        free(raw);
+        if (line.trimmed().compare(QLatin1String("GO"), Qt::CaseInsensitive) == 0) {
+            runBatch(db, batch, translate, out, err);
+            batch.clear();
+            continue;
+        }
+        if (batch.isEmpty() && (line.trimmed() == QLatin1String("quit") || line.trimmed() == QLatin1String("exit"))) break;
+        batch += line + QLatin1Char('\n');
+        if (line.trimmed().endsWith(QLatin1Char(';'))) {
+            runBatch(db, batch, translate, out, err);
+            batch.clear();
+        }
+    }
+    runBatch(db, batch, translate, out, err);
+    write_history(historyFile.toLocal8Bit().constData());
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    QTextStream out(stdout), err(stderr);
+    Options options;
+    const QStringList args = app.arguments().mid(1);
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& a = args[i];
+        if (a == QLatin1String("-d") && i + 1 < args.size()) options.dataDirectory = args[++i];
+        else if (a == QLatin1String("-c") && i + 1 < args.size()) {
+            options.command = args[++i];
+            options.hasCommand = true;
+        } else if (a == QLatin1String("--translate")) options.translate = true;
+        else if (a == QLatin1String("--create-demo") && i + 1 < args.size()) options.createDemo = args[++i];
+        else if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
+            usage();
+            return 0;
+        } else if (!a.startsWith(QLatin1Char('-')) && options.database.isEmpty()) options.database = a;
+        else {
+            usage();
+            return 2;
+        }
+    }
+    try {
+        if (!options.createDemo.isEmpty()) {
+            out << tr::tools::createDemo(options.createDemo) << '\n';
+            return 0;
+        }
+        tr::engine::Engine engine(options.dataDirectory);
+        tr::tools::registerProcedures(engine);
+        if (options.database.isEmpty()) options.database = tr::tools::defaultDatabase(engine);
+        auto db = engine.open(options.database);
+        if (options.hasCommand) {
+            bool ok = true;
+            for (const QString& batch : splitOnGo(options.command)) ok = runBatch(*db, batch, options.translate, out, err) && ok;
+            return ok ? 0 : 1;
+        }
+        if (isatty(STDIN_FILENO)) return interactive(*db, options.translate, out, err);
+        QTextStream in(stdin);
+        bool ok = true;
+        for (const QString& batch : splitOnGo(in.readAll())) ok = runBatch(*db, batch, options.translate, out, err) && ok;
+        return ok ? 0 : 1;
+    } catch (const tr::db::DatabaseError& e) {
+        err << errorText(e);
+        return 1;
+    }
+}
