@@ -185,6 +185,8 @@ std::vector<ColumnInfo> SqliteConnection::columns(const QString& schema, const Q
             c.name = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 1)));
             c.declaredType = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 2)));
             c.type = typeOfDeclaration(c.declaredType);
+            // Only an Identity column is declared INTEGER PRIMARY KEY (other integers say INT).
+            c.identity = sqlite3_column_int(statement, 5) == 1 && c.declaredType == QLatin1String("INTEGER");
             result.push_back(c);
         }
     }

@@ -57,9 +57,9 @@ QString sqliteType(const TypeName& t) {
     if (n == QLatin1String("DATETIME") || n == QLatin1String("SMALLDATETIME") || n == QLatin1String("DATE")) {
         return n + QStringLiteral(" COLLATE TSQL");
     }
-    if (n == QLatin1String("INT") || n == QLatin1String("BIGINT") || n == QLatin1String("SMALLINT") ||
-        n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
-        return n;
+    if (n == QLatin1String("INT") || n == QLatin1String("INTEGER") || n == QLatin1String("BIGINT") ||
+        n == QLatin1String("SMALLINT") || n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
+        return n == QLatin1String("INTEGER") ? QStringLiteral("INT") : n;
     }
     if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY") ||
         n == QLatin1String("SMALLMONEY")) {
@@ -580,8 +580,8 @@ public:
             const int length = e.type.length == -1 ? 30 : e.type.length;  // the server's default length
             return make(QStringLiteral("tsql_varchar(%1, %2)").arg(x.sql).arg(length), SqlType::Text, true);
         }
-        if (n == QLatin1String("INT") || n == QLatin1String("BIGINT") || n == QLatin1String("SMALLINT") ||
-            n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
+        if (n == QLatin1String("INT") || n == QLatin1String("INTEGER") || n == QLatin1String("BIGINT") ||
+            n == QLatin1String("SMALLINT") || n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
             return make(QStringLiteral("tsql_int(%1)").arg(x.sql), SqlType::Integer, true);
         }
         if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY")) {
@@ -936,6 +936,13 @@ public:
         ResolvedTable t = resolveTable(s.table, s.position);
         QStringList columns;
         for (const QString& c : s.columns) columns << quoteIdent(c);
+        if (columns.isEmpty()) {
+            // A positional insert fills every column but the identity, as on the server.
+            for (const ColumnInfo& c : t.columns) {
+                if (!c.identity) columns << quoteIdent(c.name);
+            }
+            if (columns.size() == static_cast<int>(t.columns.size())) columns.clear();
+        }
         QString sql = QStringLiteral("INSERT INTO ") + t.sql;
         if (!columns.isEmpty()) sql += QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
         if (s.select) {

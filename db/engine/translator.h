@@ -18,6 +18,7 @@ struct ColumnInfo {
     QString name;
     QString declaredType;  // as SQLite keeps it, e.g. "VARCHAR(200)"
     SqlType type = SqlType::Unknown;
+    bool identity = false;  // the row key an Identity column becomes
 };
 
 SqlType typeOfDeclaration(const QString& declaredType);

@@ -4,37 +4,13 @@
 #include <vector>
 
 #include "common/grid/grid_state.h"
-#include "common/grid/tests/grid_state_table.h"
+#include "common/grid/tests/grid_test_support.h"
 
 using namespace tr::grid;
-using tr::grid::testing::GridStateTable;
+using tr::grid::testing::FakeGrid;
+using tr::grid::testing::GridStateDatabase;
 
 namespace {
-
-class FakeGrid : public GridColumns {
-public:
-    std::vector<GridColumn> columns;
-    bool open = true;
-
-    int count() const override { return static_cast<int>(columns.size()); }
-    GridColumn column(int position) const override { return columns.at(position); }
-    void setColumn(int position, const GridColumn& c) override {
-        columns.at(position).visible = c.visible;
-        columns.at(position).width = c.width;
-    }
-    void moveColumn(int from, int to) override {
-        const GridColumn moved = columns.at(from);
-        columns.erase(columns.begin() + from);
-        columns.insert(columns.begin() + to, moved);
-    }
-    bool datasetOpen() const override { return open; }
-
-    QStringList order() const {
-        QStringList names;
-        for (const GridColumn& c : columns) names << c.fieldName;
-        return names;
-    }
-};
 
 FakeGrid designedGrid() {
     FakeGrid grid;
@@ -48,9 +24,9 @@ struct Message {
 
 class GridStateTest : public ::testing::Test {
 protected:
-    GridStateTable table;
-    tr::db::Query command{&table};
-    tr::db::MyDatabase database{&command, &table};
+    GridStateDatabase db;
+    tr::grid::testing::RecordingConnection& table = db.connection;
+    tr::db::MyDatabase& database = db.database;
     std::vector<Message> messages;
     GridState state{database, 7, [this](const QString& t, const QString& c, const QString& k) {
                         messages.push_back({t, c, k});
@@ -96,7 +72,7 @@ TEST_F(GridStateTest, RoundTripRestoresHiddenColumnsWidthsAndOrder) {
     state.save(edited, key);
     // Saving again replaces the layout instead of adding to it.
     state.save(edited, key);
-    EXPECT_EQ(table.rows.size(), 4u);
+    EXPECT_EQ(db.rowCount(), 4);
 
     FakeGrid reopened = designedGrid();
     tr::db::Query reader;  // takes the database's connection
@@ -145,7 +121,7 @@ TEST_F(GridStateTest, ResetDeletesTheLayoutAndExplainsWhenItReturns) {
     state.save(designedGrid(), key);
     messages.clear();
     state.reset(key);
-    EXPECT_TRUE(table.rows.empty());
+    EXPECT_EQ(db.rowCount(), 0);
     ASSERT_EQ(messages.size(), 1u);
     EXPECT_EQ(messages[0].text,
               QStringLiteral("ستونها به وضعيت اوليه بازگشت. \nلطفا براي مشاهده ستونهاي اوليه\nاز فرم خارج شده و "

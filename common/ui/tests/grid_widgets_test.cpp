@@ -9,7 +9,7 @@
 #include <QTest>
 
 #include "common/grid/grid_state.h"
-#include "common/grid/tests/grid_state_table.h"
+#include "common/grid/tests/grid_test_support.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/grid_menu.h"
 #include "common/ui/settings_libraries.h"
@@ -77,10 +77,8 @@ TEST_F(GridWidgetsTest, LayoutRoundTripThroughGridStateKeepsHiddenWidthsAndOrder
     EXPECT_EQ(columns.column(2).width, 77);
     EXPECT_TRUE(header->isSectionHidden(1));
 
-    tr::grid::testing::GridStateTable table;
-    Query command(&table);
-    tr::db::MyDatabase database{&command, &table};
-    tr::grid::GridState state(database, 3, {});
+    tr::grid::testing::GridStateDatabase db;
+    tr::grid::GridState state(db.database, 3, {});
     const tr::grid::GridKey key{"Naghd", "Cash", "TCashGetForm", "dbg"};
     ASSERT_TRUE(state.save(columns, key));
 
@@ -90,7 +88,7 @@ TEST_F(GridWidgetsTest, LayoutRoundTripThroughGridStateKeepsHiddenWidthsAndOrder
     fresh.setModel(&freshModel);
     fresh.show();
     TableViewColumns freshColumns(&fresh);
-    Query reader(&table);
+    Query reader(&db.connection);
     ASSERT_TRUE(state.restore(freshColumns, reader, key));
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(freshColumns.column(i).fieldName, columns.column(i).fieldName) << i;
