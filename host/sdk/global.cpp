@@ -5,20 +5,6 @@
 
 namespace tr::sdk {
 
-QStringList rightMarkers() {
-    return {QStringLiteral("_ABTAL(Y)"),    QStringLiteral("_SABT(Y)"),
-            QStringLiteral("_EDIT(Y)"),     QStringLiteral("_DEL(Y)"),
-            QStringLiteral("_FIRSTCHQ(Y)"), QStringLiteral("_FIRST(Y)"),
-            QStringLiteral("_VIEW(Y)"),     QStringLiteral("_OKPRINT(Y)")};
-}
-
-QString fullRights(const QStringList& formKeys) {
-    QString rights;
-    for (const QString& key : formKeys)
-        for (const QString& marker : rightMarkers()) rights += key + marker;
-    return rights;
-}
-
 Global demoGlobal(const QStringList& formKeys) {
     Global g;
     g.userNumber = 1;
@@ -27,10 +13,10 @@ Global demoGlobal(const QStringList& formKeys) {
     g.rights = fullRights(formKeys);
     g.sessionText = QStringLiteral("U1_");
     g.defaultCaption = QStringLiteral("خزانه داري");
-    g.fiscalStart = QStringLiteral("1403/01/01");
-    g.fiscalEnd = QStringLiteral("1403/12/30");
+    g.fiscalStart = QStringLiteral("1404/01/01");
+    g.fiscalEnd = QStringLiteral("1404/12/29");
     g.sCode = QStringLiteral("1");
-    g.sYear = QStringLiteral("1403");
+    g.sYear = QStringLiteral("1404");
     g.tafsilyGroupLength = 2;
     g.tafsily2GroupLength = 2;
     g.projectGroupLength = 2;

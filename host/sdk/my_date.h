@@ -13,9 +13,13 @@ namespace tr::dialog {
 class MessageDialog;
 }
 
+namespace tr {
+struct Global;
+}
+
 namespace tr::sdk {
 
-struct Global;
+using tr::Global;
 
 class TR_SDK_EXPORT MyDate : public QObject {
     Q_OBJECT
