@@ -1,5 +1,8 @@
 #include "common/persian/persian_date.h"
 
+#include <QCalendar>
+#include <QDate>
+
 #include <algorithm>
 #include <array>
 
@@ -131,5 +134,14 @@ QString clampDayText(const QString& text) { return clampText(text, 31); }
 QString padDayText(const QString& text) { return padText(text); }
 QString clampMonthText(const QString& text) { return clampText(text, 12); }
 QString padMonthText(const QString& text) { return padText(text); }
+
+QString today() {
+    const QCalendar jalali(QCalendar::System::Jalali);
+    const QCalendar::YearMonthDay ymd = jalali.partsFromDate(QDate::currentDate());
+    return QStringLiteral("%1/%2/%3")
+        .arg(ymd.year, 4, 10, QLatin1Char('0'))
+        .arg(ymd.month, 2, 10, QLatin1Char('0'))
+        .arg(ymd.day, 2, 10, QLatin1Char('0'));
+}
 
 }  // namespace tr::persian

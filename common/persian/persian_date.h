@@ -21,6 +21,8 @@ QString monthName(int month);
 // Fixed-offset conversion: departs from the true calendar by one day in some years and never
 // yields 29 February (see docs/persian-to-gregorian.md).
 QString persianToGregorian(const QString& date);
+// Today's Persian date from the system clock, YYYY/MM/DD.
+QString today();
 
 // Edit-field handlers: the clamping ones suit typing, the padding ones leaving the field.
 QString clampDayText(const QString& text);    // above 31 -> "31"

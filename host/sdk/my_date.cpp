@@ -53,14 +53,7 @@ QString MyDate::persianToGregorian(const QString& date) const {
     return tr::persian::persianToGregorian(date);
 }
 
-QString MyDate::today() const {
-    const QCalendar jalali(QCalendar::System::Jalali);
-    const QCalendar::YearMonthDay ymd = jalali.partsFromDate(QDate::currentDate());
-    return QStringLiteral("%1/%2/%3")
-        .arg(ymd.year, 4, 10, QLatin1Char('0'))
-        .arg(ymd.month, 2, 10, QLatin1Char('0'))
-        .arg(ymd.day, 2, 10, QLatin1Char('0'));
-}
+QString MyDate::today() const { return tr::persian::today(); }
 
 QString MyDate::timeText() const {
     return tr::timeText();

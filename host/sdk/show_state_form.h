@@ -4,6 +4,7 @@
 // painted and the stop button clickable.
 #include <QDialog>
 
+#include "common/dialog/host_windows.h"
 #include "host/sdk/sdk_export.h"
 
 class QLabel;
@@ -11,19 +12,19 @@ class QPushButton;
 
 namespace tr::sdk {
 
-class TR_SDK_EXPORT TShowStateForm : public QDialog {
+class TR_SDK_EXPORT TShowStateForm : public QDialog, public tr::dialog::ProgressWindow {
     Q_OBJECT
   public:
     explicit TShowStateForm(QWidget* parent = nullptr);
 
     // Shows the window with `text`; a stop asked for during earlier work is forgotten.
-    void showState(const QString& text);
-    void setStateText(const QString& text);
+    void showState(const QString& text) override;
+    void setStateText(const QString& text) override;
     QString stateText() const;
     // Processes pending events, then answers whether the user pressed the stop button.
-    bool stopRequested();
+    bool stopRequested() override;
     // Hides the window after the work.
-    void closeState();
+    void closeState() override;
 
     QPushButton* stopButton() const { return stopButton_; }
 

@@ -130,4 +130,16 @@ bool TTempGridForm::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
+std::optional<QVariantMap> TTempGridForm::pick(const QString& title, const QString& sql,
+                                               const QList<tr::dialog::PickColumn>& columns,
+                                               int browseKind) {
+    setTitle(title);
+    setSql(sql);
+    QList<Column> own;
+    for (const tr::dialog::PickColumn& c : columns) own.append({c.field, c.caption, c.width});
+    setColumns(own);
+    setBrowseKind(browseKind);
+    return choose();
+}
+
 }  // namespace tr::sdk

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "common/db/result_set.h"
+#include "common/dialog/host_windows.h"
 #include "host/sdk/sdk_export.h"
 
 class QLabel;
@@ -20,7 +21,7 @@ class Connection;
 
 namespace tr::sdk {
 
-class TR_SDK_EXPORT TTempGridForm : public QDialog {
+class TR_SDK_EXPORT TTempGridForm : public QDialog, public tr::dialog::PickList {
     Q_OBJECT
   public:
     struct Column {
@@ -46,6 +47,10 @@ class TR_SDK_EXPORT TTempGridForm : public QDialog {
     void setBrowseKind(int kind) { browseKind_ = kind; }
     int browseKind() const { return browseKind_; }
 
+    // The pick-list call of the core logic: title, statement, columns and kind, then choose().
+    std::optional<QVariantMap> pick(const QString& title, const QString& sql,
+                                    const QList<tr::dialog::PickColumn>& columns,
+                                    int browseKind) override;
     // Runs the statement, fills the grid and shows the window modally.
     std::optional<QVariantMap> choose();
 
