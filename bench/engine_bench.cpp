@@ -29,7 +29,7 @@ struct Book {
         db->execute(QStringLiteral(
             "Create Table Asnad (REC Int Identity(1,1) Primary Key, TypeSys Varchar(1), WhatDoc Varchar(2), "
             "Document Varchar(20), SanadNo Int, SanadDate Varchar(10), Raj Int, Koll Varchar(3), Moein Varchar(4), "
-            "Des NVarchar(200), Bed Float, Bes Float)"));
+            "Des NVarchar(200), Bed Float, Bes Float, AtfCh Varchar(20))"));
         db->execute(QStringLiteral("Create Index IX_Doc On Asnad (Document)"));
         sqlite3_open(engine->databaseFile(QStringLiteral("Corvask_1_1404")).toUtf8().constData(), &raw);
         // The same collation the engine registers, so both sides compare text alike.

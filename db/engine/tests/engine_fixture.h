@@ -7,6 +7,9 @@
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
 
+// Readable failure output for Qt strings.
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+
 namespace tr::engine::testing {
 
 class EngineTest : public ::testing::Test {

@@ -180,3 +180,33 @@ TEST_F(Translator, CatalogueViewsAnswerLikeTheServer) {
     EXPECT_EQ(value("Select Col_Length('Asnad', 'Des')").toInt(), 200);
     EXPECT_TRUE(value("Select Col_Length('Asnad', 'Nothing')").isNull());
 }
+
+// The rewritten text of one statement per construct family.
+TEST_F(Translator, RewrittenTextByConstructFamily) {
+    struct Case {
+        const char* tsql;
+        const char* sqlite;
+    };
+    const Case cases[] = {
+        {"Select Koll + Moein From Asnad", R"(SELECT "Asnad"."Koll" || "Asnad"."Moein" FROM "main"."Asnad" AS "Asnad";)"},
+        {"Select Top 1 Des From Asnad Where LTrim(RTrim(Document)) = '5' Order By IDX Desc",
+         R"(SELECT "Asnad"."Des" FROM "main"."Asnad" AS "Asnad" WHERE "Asnad"."Document" COLLATE TSQL = '5' ORDER BY "Asnad"."IDX" DESC LIMIT 1;)"},
+        {"Select Count(*) From N_NaghdTrans Where Serial > 9",
+         R"(SELECT count(*) FROM "main"."N_NaghdTrans" AS "N_NaghdTrans" WHERE tsql_num("N_NaghdTrans"."Serial") > 9;)"},
+        {"Select Koll, IDX = Identity(int, 1, 1) Into ##x From Asnad Order By Koll",
+         "CREATE TABLE \"tempdb\".\"##x\" (\"Koll\" VARCHAR(3) COLLATE TSQL, \"IDX\" INTEGER);\n"
+         R"(INSERT INTO "tempdb"."##x" ("Koll", "IDX") SELECT "Asnad"."Koll", (row_number() OVER (ORDER BY "Asnad"."Koll") - 1) * 1 + 1 AS "IDX" FROM "main"."Asnad" AS "Asnad" ORDER BY "Asnad"."Koll";)"},
+        {"Update A Set A.Des = N.Des From Asnad A Inner Join N_NaghdTrans N On (Cast(N.IDX As Varchar(20)) = "
+         "LTrim(A.Document)) Where N.Serial = '2'",
+         R"(UPDATE "main"."Asnad" AS "A" SET "Des" = "N"."Des" FROM "main"."N_NaghdTrans" AS "N" WHERE (tsql_varchar("N"."IDX", 20) COLLATE TSQL = "A"."Document") AND ("N"."Serial" COLLATE TSQL = '2');)"},
+        {"Delete From Asnad Where Bed + 1 > '5'",
+         R"(DELETE FROM "main"."Asnad" WHERE ("main"."Asnad"."Bed" + 1) > 5;)"},
+        {"If Exists(Select [Name] From Tempdb..SysObjects Where [Name] Like '%x') Drop Table ##x",
+         "-- if (SELECT CASE WHEN EXISTS (SELECT \"SysObjects\".\"name\" FROM temp.\"tr_tempdb_sysobjects\" AS "
+         "\"SysObjects\" WHERE \"SysObjects\".\"name\" LIKE '%x') THEN 1 ELSE 0 END) = 1:\n"
+         R"(  DROP TABLE "tempdb"."##x";)"},
+        {"Select IsNull(Max(Des), '') + 'x', Len(Des) From Asnad Group By Des",
+         R"(SELECT ifnull(max("Asnad"."Des"), '') || 'x', length(rtrim("Asnad"."Des", ' ')) FROM "main"."Asnad" AS "Asnad" GROUP BY "Asnad"."Des";)"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(db->translate(QString::fromUtf8(c.tsql)), QString::fromUtf8(c.sqlite)) << c.tsql;
+}
