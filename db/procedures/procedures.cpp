@@ -1,15 +1,25 @@
 #include "db/procedures/procedures.h"
 
+#include "db/procedures/action_log.h"
+#include "db/procedures/cash_bank_documents.h"
 #include "db/procedures/name_repeated.h"
+#include "db/procedures/voucher_numbers.h"
 
 namespace tr::procedures {
 
 std::vector<ProcedureDefinition> allProcedures() {
-    return {
+    std::vector<ProcedureDefinition> all = {
         {QStringLiteral("sp_Is_Name_Repeated"), isNameRepeated},
+        {QStringLiteral("sp_Asnad_Actions"), logDocumentAction},
     };
+    for (ProcedureDefinition& p : cashBankDocumentProcedures()) all.push_back(std::move(p));
+    return all;
 }
 
-std::vector<FunctionDefinition> allFunctions() { return {}; }
+std::vector<FunctionDefinition> allFunctions() {
+    return {
+        {QStringLiteral("sp_M_Asnad_GetMaxSanadNo"), nextVoucherNumber},
+    };
+}
 
 }  // namespace tr::procedures

@@ -1,0 +1,154 @@
+#pragma once
+// Checks that hold after every treasury posting, for any test that posts: vouchers balance, each
+// document line has one voucher line, cancellations net to zero, and a deleted document is gone.
+#include <gtest/gtest.h>
+
+#include <QList>
+#include <QStringList>
+#include <cmath>
+
+#include "common/db/connection.h"
+
+namespace tr::procedures::testing {
+
+inline constexpr double kAmountTolerance = 0.005;
+inline constexpr const char* kCashBankKindList = "('10', '20', '40', '50', '60', '90')";
+
+inline tr::db::ResultSet selectRows(tr::db::Connection& c, const QString& sql) {
+    auto r = c.execute(sql);
+    return r.resultSets.empty() ? tr::db::ResultSet{} : r.resultSets.front();
+}
+
+// Per voucher number and per voucher of the document (DocToDate '0') or of its cancellation ('1'):
+// debits equal credits and every line has exactly one positive side.
+inline ::testing::AssertionResult vouchersBalance(tr::db::Connection& c) {
+    const auto sums = selectRows(
+        c, QStringLiteral("Select SanadNo, DocToDate, Sum(Bed), Sum(Bes) From Asnad Where "
+                          "TypeSys = 'N' And DocToDate In ('0', '1') Group By SanadNo, DocToDate"));
+    for (const auto& row : sums.rows) {
+        if (std::fabs(row[2].toDouble() - row[3].toDouble()) > kAmountTolerance) {
+            return ::testing::AssertionFailure()
+                   << "voucher " << row[0].toLongLong() << " (DocToDate "
+                   << row[1].toString().toStdString() << ") debits " << row[2].toDouble()
+                   << " credits " << row[3].toDouble();
+        }
+    }
+    const auto oneSided = selectRows(
+        c, QStringLiteral("Select REC, Bed, Bes From Asnad Where TypeSys = 'N' And Not ((Bed > 0 "
+                          "And Bes = 0) Or (Bes > 0 And Bed = 0))"));
+    if (!oneSided.rows.empty()) {
+        return ::testing::AssertionFailure()
+               << "voucher line REC " << oneSided.rows[0][0].toLongLong() << " has Bed "
+               << oneSided.rows[0][1].toDouble() << " and Bes " << oneSided.rows[0][2].toDouble();
+    }
+    return ::testing::AssertionSuccess();
+}
+
+// Each line of a cash or bank document has one line in its voucher, and no voucher line of these
+// kinds points at a line that is not there.
+inline ::testing::AssertionResult documentsAndVouchersMatch(tr::db::Connection& c) {
+    const QString kinds = QString::fromLatin1(kCashBankKindList);
+    const auto unmatched = selectRows(
+        c, QStringLiteral("Select N.WhatDoc, N.Serial, N.Raj, Count(A.REC) From N_NaghdTrans As N "
+                          "Left Join Asnad As A On (A.TypeSys = 'N' And A.WhatDoc = N.WhatDoc And "
+                          "A.DocToDate = '0' And A.Document = Cast(N.IDX As Varchar(20))) Where "
+                          "N.WhatDoc In ") +
+               kinds +
+               QStringLiteral(" Group By N.WhatDoc, N.Serial, N.Raj Having Count(A.REC) <> 1"));
+    if (!unmatched.rows.empty()) {
+        const auto& r = unmatched.rows.front();
+        return ::testing::AssertionFailure()
+               << "document " << r[0].toString().toStdString() << "/" << r[1].toLongLong()
+               << " line " << r[2].toLongLong() << " has " << r[3].toLongLong() << " voucher lines";
+    }
+    const auto orphans = selectRows(
+        c, QStringLiteral("Select A.REC, A.WhatDoc, A.Document From Asnad As A Left Join "
+                          "N_NaghdTrans As N On (A.Document = Cast(N.IDX As Varchar(20)) And "
+                          "N.WhatDoc = A.WhatDoc) Where A.TypeSys = 'N' And A.WhatDoc In ") +
+               kinds + QStringLiteral(" And N.IDX Is Null"));
+    if (!orphans.rows.empty()) {
+        const auto& r = orphans.rows.front();
+        return ::testing::AssertionFailure()
+               << "voucher line REC " << r[0].toLongLong() << " (kind "
+               << r[1].toString().toStdString() << ") points at missing document line "
+               << r[2].toString().toStdString();
+    }
+    return ::testing::AssertionSuccess();
+}
+
+// A cancelled document's voucher and cancellation voucher together leave every account unchanged.
+inline ::testing::AssertionResult cancellationsNetToZero(tr::db::Connection& c) {
+    const QString join = QStringLiteral(
+        " From N_NaghdTrans As N Inner Join Asnad As A On (A.TypeSys = 'N' And A.WhatDoc = "
+        "N.WhatDoc And A.Document = Cast(N.IDX As Varchar(20))) ");
+    const auto cancelled = selectRows(c, QStringLiteral("Select Distinct N.WhatDoc, N.Serial") +
+                                             join + QStringLiteral("Where A.DocToDate = '1'"));
+    for (const auto& doc : cancelled.rows) {
+        const QString where = QStringLiteral("Where N.WhatDoc = ") + c.text(doc[0].toString()) +
+                              QStringLiteral(" And N.Serial = ") +
+                              tr::db::sqlNumber(doc[1].toLongLong());
+        const auto counts = selectRows(
+            c, QStringLiteral("Select Sum(Case When A.DocToDate = '0' Then 1 Else 0 End), "
+                              "Sum(Case When A.DocToDate = '1' Then 1 Else 0 End)") +
+                   join + where);
+        if (counts.rows[0][0].toLongLong() != counts.rows[0][1].toLongLong()) {
+            return ::testing::AssertionFailure()
+                   << "document " << doc[0].toString().toStdString() << "/" << doc[1].toLongLong()
+                   << " has " << counts.rows[0][0].toLongLong() << " voucher lines but "
+                   << counts.rows[0][1].toLongLong() << " cancellation lines";
+        }
+        const auto nets = selectRows(
+            c, QStringLiteral("Select A.Koll, A.Moein, A.Tafsily, A.Tafsily2, A.ProjectCod, "
+                              "Sum(A.Bed) - Sum(A.Bes)") +
+                   join + where +
+                   QStringLiteral(" And A.DocToDate In ('0', '1') Group By A.Koll, A.Moein, "
+                                  "A.Tafsily, A.Tafsily2, A.ProjectCod"));
+        for (const auto& net : nets.rows) {
+            if (std::fabs(net[5].toDouble()) > kAmountTolerance) {
+                return ::testing::AssertionFailure()
+                       << "document " << doc[0].toString().toStdString() << "/"
+                       << doc[1].toLongLong() << " leaves " << net[5].toDouble() << " on account "
+                       << net[0].toString().toStdString() << "-" << net[1].toString().toStdString()
+                       << "-" << net[2].toString().toStdString();
+            }
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+inline ::testing::AssertionResult ledgerIsConsistent(tr::db::Connection& c) {
+    if (auto r = vouchersBalance(c); !r) return r;
+    if (auto r = documentsAndVouchersMatch(c); !r) return r;
+    return cancellationsNetToZero(c);
+}
+
+// After 'DELETE': no row of the document (kind and serial) in N_NaghdTrans or N_ArzTrans, and no
+// voucher line, of either voucher, of the lines it had (`formerLines`: their IDX).
+inline ::testing::AssertionResult documentIsGone(tr::db::Connection& c, const QString& whatDoc,
+                                                 qint64 serial, const QList<qint64>& formerLines) {
+    const QString where = QStringLiteral(" Where WhatDoc = ") + c.text(whatDoc) +
+                          QStringLiteral(" And Serial = ") + tr::db::sqlNumber(serial);
+    for (const char* table : {"N_NaghdTrans", "N_ArzTrans"}) {
+        const auto n =
+            selectRows(c, QStringLiteral("Select Count(*) From ") + QLatin1String(table) + where);
+        if (n.rows[0][0].toLongLong() != 0) {
+            return ::testing::AssertionFailure()
+                   << n.rows[0][0].toLongLong() << " rows left in " << table;
+        }
+    }
+    QStringList ids;
+    for (qint64 idx : formerLines) ids << c.text(QString::number(idx));
+    if (!ids.isEmpty()) {
+        const auto n = selectRows(
+            c, QStringLiteral("Select Count(*) From Asnad Where TypeSys = 'N' And WhatDoc = ") +
+                   c.text(whatDoc) + QStringLiteral(" And Document In (") + ids.join(',') +
+                   QStringLiteral(")"));
+        if (n.rows[0][0].toLongLong() != 0) {
+            return ::testing::AssertionFailure()
+                   << n.rows[0][0].toLongLong() << " voucher lines left in Asnad";
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+}  // namespace tr::procedures::testing

@@ -1,0 +1,141 @@
+// The demo host on the offscreen platform: login choices, the screen tree against the exports of
+// the loaded library, and a screen opened from the tree docked into the content area.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "host/app/host_session.h"
+#include "host/app/login_dialog.h"
+#include "host/app/main_window.h"
+#include "host/app/treasury_library.h"
+#include "host/sdk/persian_font.h"
+
+namespace tr::host {
+namespace {
+
+const QString kFixDes = QStringLiteral("ثبت شرح ثابت اسناد");
+
+class HostApp : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        dir_ = new QTemporaryDir;
+        data_ = new DataDirectory(dir_->path());
+    }
+    static DataDirectory& data() { return *data_; }
+
+    HostSession session{data(), data().activeUsers().front(), data().companies().front()};
+
+    QTreeWidgetItem* treeItem(MainWindow& window, const QString& title) {
+        const auto items =
+            window.screenTree()->findItems(title, Qt::MatchExactly | Qt::MatchRecursive);
+        return items.isEmpty() ? nullptr : items.front();
+    }
+
+    void saveScreen(QWidget& window, const QString& name) {
+        QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+        window.grab().save(QStringLiteral(TR_SCREENS_DIR "/%1.png").arg(name));
+    }
+
+    // Clicks the tree entry and answers the form that landed in the content area.
+    QWidget* openFromTree(MainWindow& window, const QString& title) {
+        QTreeWidgetItem* item = treeItem(window, title);
+        if (!item) return nullptr;
+        QTreeWidget* tree = window.screenTree();
+        tree->scrollToItem(item);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                          tree->visualItemRect(item).center());
+        const auto forms = window.contentArea()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        return forms.isEmpty() ? nullptr : forms.front();
+    }
+
+    static QTemporaryDir* dir_;
+    static DataDirectory* data_;
+};
+
+QTemporaryDir* HostApp::dir_ = nullptr;
+DataDirectory* HostApp::data_ = nullptr;
+
+TEST_F(HostApp, LoginPreselectsTheDemoCompanyInItsCurrentYear) {
+    EXPECT_TRUE(data().demoCreated());
+    LoginDialog login(data());
+    EXPECT_EQ(login.companyBox()->currentData().toString(), QStringLiteral("1"));
+    EXPECT_EQ(login.yearBox()->currentText(), QStringLiteral("1404"));
+    EXPECT_EQ(login.yearBox()->count(), 2);
+    EXPECT_EQ(login.user().name, QStringLiteral("admin"));
+    const CompanyYear chosen = login.companyYear();
+    EXPECT_EQ(chosen.start, QStringLiteral("1404/01/01"));
+    EXPECT_EQ(chosen.end, QStringLiteral("1404/12/29"));
+    login.show();
+    saveScreen(login, QStringLiteral("login"));
+}
+
+TEST_F(HostApp, TheSessionCarriesTheLoginAndTheCompanyDatabase) {
+    EXPECT_EQ(session.global().userName, QStringLiteral("admin"));
+    EXPECT_EQ(session.global().sYear, QStringLiteral("1404"));
+    EXPECT_TRUE(session.global().rights.contains(QStringLiteral("_SABT(Y)")));
+    EXPECT_EQ(session.myDatabase().Connection->databaseName(), QStringLiteral("Corvask_1_1404"));
+    EXPECT_EQ(session.myDatabase().CommandQuery->connection(), session.myDatabase().Connection);
+}
+
+TEST_F(HostApp, AScreenOpenedFromTheTreeIsDockedMaximizedInTheContentArea) {
+    TreasuryLibrary library;
+    ASSERT_TRUE(library.load(QStringLiteral(TR_PROBE_LIBRARY)))
+        << library.errorString().toStdString();
+    MainWindow window(session, library);
+    window.show();
+    EXPECT_EQ(window.layoutDirection(), Qt::RightToLeft);
+    EXPECT_NE(window.contentArea()->objectName(), QStringLiteral("pnlContent"));
+    // The probe library exports the fixed descriptions but not the revaluation.
+    EXPECT_FALSE(treeItem(window, kFixDes)->isDisabled());
+    EXPECT_TRUE(treeItem(window, QStringLiteral("تسعير ارز"))->isDisabled());
+    QStringList status;
+    for (auto* label : window.statusBar()->findChildren<QLabel*>()) status << label->text();
+    EXPECT_TRUE(status.join('|').contains(QStringLiteral("1404")))
+        << status.join('|').toStdString();
+    EXPECT_TRUE(status.join('|').contains(QStringLiteral("admin")));
+
+    QWidget* form = openFromTree(window, kFixDes);
+    ASSERT_NE(form, nullptr);
+    QApplication::processEvents();
+    EXPECT_EQ(form->geometry(), window.contentArea()->rect());
+    EXPECT_TRUE(form->windowState() & Qt::WindowMaximized);
+    EXPECT_TRUE(form->isVisible());
+    saveScreen(window, QStringLiteral("host_probe_screen"));
+}
+
+TEST_F(HostApp, FixedDescriptionsOfTheBuiltLibraryOpenFromTheTree) {
+    TreasuryLibrary library;
+    ASSERT_TRUE(library.load()) << library.errorString().toStdString();
+    MainWindow window(session, library);
+    window.show();
+    QApplication::processEvents();
+    saveScreen(window, QStringLiteral("host_start"));
+    if (!library.has(QStringLiteral("FixDes_Naghd")))
+        GTEST_SKIP() << "this build has no fixed-description screen";
+
+    QWidget* form = openFromTree(window, kFixDes);
+    ASSERT_NE(form, nullptr);
+    QApplication::processEvents();
+    EXPECT_EQ(form->geometry(), window.contentArea()->rect());
+    EXPECT_TRUE(form->windowState() & Qt::WindowMaximized);
+    saveScreen(window, QStringLiteral("host_fixdes"));
+}
+
+}  // namespace
+}  // namespace tr::host
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    QApplication::setFont(tr::sdk::persianFont(13));
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,562 @@
+#include "vouchers/n_global.h"
+
+#include <QThread>
+#include <cmath>
+
+#include "common/clock.h"
+#include "common/db/database_error.h"
+#include "common/db/query_helpers.h"
+#include "common/persian/persian_date.h"
+#include "vouchers/rights.h"
+#include "vouchers/serials.h"
+
+namespace tr::vouchers {
+
+namespace {
+
+const QString kError = QStringLiteral("1ER");
+
+QString twoDigits(const QString& text) {
+    const QString t = text.trimmed();
+    return t.size() == 1 ? QStringLiteral("0") + t : t;
+}
+
+tr::db::Query openQuery(tr::db::Connection& connection, const QString& sql) {
+    tr::db::Query query(&connection);
+    query.setSql(sql);
+    query.Open();
+    return query;
+}
+
+// "KEY=VALUE;" pairs of Options.Naghd.
+QString optionValue(const QString& options, const QString& key) {
+    for (const QString& pair : options.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        const int equals = pair.indexOf(QLatin1Char('='));
+        if (equals < 0) continue;
+        if (pair.left(equals).trimmed().compare(key, Qt::CaseInsensitive) == 0)
+            return pair.mid(equals + 1).trimmed();
+    }
+    return {};
+}
+
+bool sameAmount(double a, double b) {
+    return std::fabs(a - b) < 0.005;
+}
+
+// Two screens of one kind opened by one session within the same hundredth of a second would get
+// the same name: wait for the next time stamp instead.
+QString freeTransferTableName(tr::db::Connection& connection, const QString& formKey,
+                              const QString& sessionText) {
+    QString name = transferTableName(formKey, sessionText);
+    for (int attempt = 0; attempt < 100 && tr::db::objectExistsInTempdb(connection, name);
+         ++attempt) {
+        QThread::msleep(5);
+        name = transferTableName(formKey, sessionText);
+    }
+    return name;
+}
+
+}  // namespace
+
+QString DocumentHeader::date() const {
+    return year.trimmed() + QLatin1Char('/') + twoDigits(month) + QLatin1Char('/') + twoDigits(day);
+}
+
+void DocumentHeader::setDate(const QString& yearMonthDay) {
+    const QStringList parts = yearMonthDay.trimmed().split(QLatin1Char('/'));
+    year = parts.value(0);
+    month = parts.value(1);
+    day = parts.value(2);
+}
+
+N_Global::N_Global(const tr::Services& services, const TreasuryDocumentKind& kind)
+    : services_(services),
+      kind_(kind),
+      messages_(services.dialog),
+      transferTable_(freeTransferTableName(*services.database->Connection, kind.formKey,
+                                           services.global->sessionText)),
+      historyTable_(historyTableName(transferTable_)),
+      grid_(services.database->Connection),
+      rights_(rightsPrefixes(services.global->rights, kind.formKey)) {
+    createTransferTable(database(), transferTable_);
+    accountCheck = [this](tr::db::Query& line) {
+        const AccountCheck check = validateLineAccount(services_, LineAccount::fromRow(line));
+        lineFocus_ = check.failedLevel;
+        return check.accepted();
+    };
+    grid_.BeforePost = [this](tr::db::Query& line) { return checkLine(line); };
+    grid_.BeforeDelete = [this](tr::db::Query& line) {
+        deletedRaj_ = line.FieldByName(QStringLiteral("Raj")).Value();
+        return true;
+    };
+    grid_.AfterDelete = [this](tr::db::Query&) {
+        // Lines stay numbered from 1 in grid order, as the procedures expect.
+        if (deletedRaj_.isValid() && !deletedRaj_.isNull()) {
+            tr::db::renumberRows(database(), transferTable_, deletedRaj_.toInt(),
+                                 QStringLiteral("DELETE"));
+            reopenGrid();
+        }
+    };
+    reopenGrid();
+}
+
+N_Global::~N_Global() {
+    // Nothing may escape a destructor; a lost connection leaves only temporary rows behind.
+    try {
+        releaseScreenHolds(database(), kind_.code, userNumber());
+    } catch (...) {
+    }
+    try {
+        tr::db::execute(database(), dropHistoryTableStatement(connection(), historyTable_));
+        dropTransferTable(database(), transferTable_);
+    } catch (...) {
+    }
+}
+
+bool N_Global::currencyDocument() const {
+    return kind_.hasCurrencyTwin && !header_.currency.trimmed().isEmpty();
+}
+
+QString N_Global::stateCaption() const {
+    return state_ == DocumentState::New ? QStringLiteral("ثبت ") : QStringLiteral("اصلاح ");
+}
+
+QString N_Global::userNumber() const {
+    return QString::number(services_.global->userNumber);
+}
+
+bool N_Global::refuse(const QString& text, HeaderField field) {
+    focus_ = field;
+    messages_.show(text, kError);
+    return false;
+}
+
+void N_Global::reopenGrid() {
+    grid_.Close();
+    grid_.setSql(openTransferTableStatement(transferTable_));
+    grid_.Open();
+}
+
+void N_Global::clearTransferTable() {
+    if (grid_.state() == tr::db::Query::State::Edit ||
+        grid_.state() == tr::db::Query::State::Insert)
+        grid_.Cancel();
+    tr::db::execute(database(), QStringLiteral("Delete From ") + transferTable_);
+}
+
+ProcedureArguments N_Global::arguments(const QString& formState) const {
+    ProcedureArguments a;
+    a.table = transferTable_;
+    a.serial = header_.serial.trimmed();
+    a.treasuryCode = header_.treasuryCode.trimmed();
+    a.referenceNumber = header_.referenceNumber.trimmed();
+    a.date = header_.date();
+    a.description = header_.description;
+    a.userName = services_.global->userName;
+    a.formState = formState;
+    a.computerName = services_.global->computerName;
+    return a;
+}
+
+QString N_Global::call(DocumentAction action, const ProcedureArguments& a) const {
+    return procedureCall(connection(), kind_, action, a, currencyDocument(), header_.rate,
+                         header_.currency.trimmed());
+}
+
+void N_Global::newDocument() {
+    clearTransferTable();
+    reopenGrid();
+    const QString day = header_.day, month = header_.month, year = header_.year;
+    header_ = DocumentHeader{};
+    header_.day = day;
+    header_.month = month;
+    header_.year = year;
+    header_.userName = services_.global->userName;
+    state_ = DocumentState::New;
+    cancelled_ = false;
+    heldByAnother_ = false;
+    captionSuffix_.clear();
+    focus_ = HeaderField::None;
+}
+
+QString N_Global::fillNextSerial() {
+    if (state_ != DocumentState::New) return header_.serial;
+    header_.serial = takeNewSerial(database(), kind_.code, userNumber());
+    return header_.serial;
+}
+
+bool N_Global::documentExists(const QString& serial) const {
+    return !openQuery(connection(),
+                      QStringLiteral("Select Top 1 IDX From N_NaghdTrans Where WhatDoc=") +
+                          connection().text(kind_.code) + QStringLiteral(" And LTrim(Serial)=") +
+                          connection().text(serial.trimmed()))
+                .IsEmpty();
+}
+
+void N_Global::readTreasuryLine(const QString& serial) {
+    tr::db::Connection& c = connection();
+    tr::db::Query line = openQuery(
+        c, QStringLiteral("Select N.CodWhatDoc, N.Joz, N.Des1, N.Des2, N.Des3, N.Des4 From "
+                          "N_NaghdTrans As N Where N.WhatDoc=") +
+               c.text(kind_.code) + QStringLiteral(" And LTrim(N.Serial) = ") + c.text(serial) +
+               QStringLiteral(" And N.Raj=1"));
+    if (line.IsEmpty()) return;
+    header_.treasuryCode = line.FieldByName(QStringLiteral("CodWhatDoc")).AsString().trimmed();
+    header_.joz = line.FieldByName(QStringLiteral("Joz")).AsString();
+    header_.des1 = line.FieldByName(QStringLiteral("Des1")).AsString();
+    header_.des2 = line.FieldByName(QStringLiteral("Des2")).AsString();
+    header_.des3 = line.FieldByName(QStringLiteral("Des3")).AsString();
+    header_.des4 = line.FieldByName(QStringLiteral("Des4")).AsString();
+    describeTreasurySide();
+    if (kind_.treasuryObject == TreasuryObject::CashBox) {
+        // The cash box as the receipt and payment screens have always read it.
+        tr::db::Query cash = openQuery(
+            c, QStringLiteral("Select N.CodWhatDoc As CashCod, NC.CashNam From N_NaghdTrans As N "
+                              "Inner Join N_Cash As NC On (N.CodWhatDoc = NC.CashCod) Where "
+                              "N.WhatDoc=") +
+                   c.text(kind_.code) + QStringLiteral(" And LTrim(N.Serial) = ") + c.text(serial) +
+                   QStringLiteral(" And N.Raj=1"));
+        if (!cash.IsEmpty()) {
+            header_.treasuryCode = cash.FieldByName(QStringLiteral("CashCod")).AsString().trimmed();
+            header_.treasuryName = cash.FieldByName(QStringLiteral("CashNam")).AsString();
+        }
+    }
+}
+
+void N_Global::describeTreasurySide() {
+    tr::db::Connection& c = connection();
+    const QString code = header_.treasuryCode.trimmed();
+    header_.treasuryDisplayCode = code;
+    header_.treasuryName.clear();
+    header_.currency.clear();
+    if (code.isEmpty()) return;
+    switch (kind_.treasuryObject) {
+        case TreasuryObject::CashBox: {
+            tr::db::Query q =
+                openQuery(c, QStringLiteral("Select CashNam, ArzCod From N_Cash Where CashCod = ") +
+                                 c.text(code));
+            if (q.IsEmpty()) return;
+            header_.treasuryName = q.FieldByName(QStringLiteral("CashNam")).AsString();
+            header_.currency = q.FieldByName(QStringLiteral("ArzCod")).AsString().trimmed();
+            return;
+        }
+        case TreasuryObject::PettyCashHolder: {
+            tr::db::Query q = openQuery(
+                c,
+                QStringLiteral("Select [Name]+' '+Family As PersonNam From Person Where Code = ") +
+                    c.text(code));
+            if (!q.IsEmpty())
+                header_.treasuryName = q.FieldByName(QStringLiteral("PersonNam")).AsString();
+            return;
+        }
+        case TreasuryObject::BankAccount: {
+            tr::db::Query q = openQuery(
+                c, QStringLiteral(
+                       "Select BH.AcountCod, B.BankNam+'-'+S.ShobehNam As BankNam, BH.ArzCod "
+                       "From N_BankHesab As BH Left Join N_Bank As B On (B.BankCod = "
+                       "BH.BankCod) Left Join N_Shoab As S On (S.BankCod = BH.BankCod And "
+                       "S.ShobehCod = BH.ShobehCod) Where Cast(BH.AcountID As "
+                       "Varchar(20)) = ") +
+                       c.text(code));
+            if (q.IsEmpty()) return;
+            header_.treasuryDisplayCode = q.FieldByName(QStringLiteral("AcountCod")).AsString();
+            header_.treasuryName = q.FieldByName(QStringLiteral("BankNam")).AsString();
+            header_.currency = q.FieldByName(QStringLiteral("ArzCod")).AsString().trimmed();
+            return;
+        }
+    }
+}
+
+void N_Global::loadIntoTransferTable(const QString& serial) {
+    clearTransferTable();
+    ProcedureArguments a;
+    a.table = transferTable_;
+    a.serial = serial;
+    tr::db::execute(database(), call(DocumentAction::Load, a));
+    reopenGrid();
+}
+
+bool N_Global::readHeader(const QString& serial) {
+    tr::db::Connection& c = connection();
+    const QString side = sideColumn(kind_.treasurySide);
+    const bool currency = currencyDocument();
+    const QString amount =
+        currency ? QStringLiteral("AT.ArzCount As ") + side + QStringLiteral(", AT.Nerkh")
+                 : QStringLiteral("A.") + side;
+    const QString currencyJoin =
+        currency ? QStringLiteral(" Inner Join N_ArzTrans As AT On (AT.IDX = N.IDX)") : QString();
+    tr::db::Query q = openQuery(
+        c, QStringLiteral("Select A.AtfCh, A.SanadNo, A.SanadDate, A.Des, ") + amount +
+               QStringLiteral(", A.User_Name From Asnad As A Inner Join N_NaghdTrans As N On "
+                              "(Cast(N.IDX As Varchar(20))=LTrim(A.Document) And "
+                              "A.DocToDate='0')") +
+               currencyJoin + QStringLiteral(" Where A.TypeSys='N' And A.WhatDoc=") +
+               c.text(kind_.code) + QStringLiteral(" And A.") + side +
+               QStringLiteral(">0 And LTrim(N.Serial)=") + c.text(serial));
+    if (q.IsEmpty()) return false;
+    header_.referenceNumber = q.FieldByName(QStringLiteral("AtfCh")).AsString();
+    header_.voucherNo = q.FieldByName(QStringLiteral("SanadNo")).AsString();
+    header_.setDate(q.FieldByName(QStringLiteral("SanadDate")).AsString());
+    header_.description = q.FieldByName(QStringLiteral("Des")).AsString();
+    header_.amount = q.FieldByName(side).AsFloat();
+    if (currency) header_.rate = q.FieldByName(QStringLiteral("Nerkh")).AsFloat();
+    header_.userName = q.FieldByName(QStringLiteral("User_Name")).AsString();
+    return true;
+}
+
+bool N_Global::openDocument(const QString& serialText) {
+    const QString serial = serialText.trimmed();
+    if (!documentExists(serial)) return false;
+    DocumentHeader fresh;
+    fresh.serial = serial;
+    header_ = fresh;
+    // The treasury side first: its currency decides which of the kind's procedures loads it.
+    readTreasuryLine(serial);
+    heldByAnother_ = !holdOpenedDocument(database(), kind_.code, serial, userNumber());
+    loadIntoTransferTable(serial);
+    readHeader(serial);
+    state_ = DocumentState::Edit;
+    cancelled_ = isCancelled(connection(), kind_.code, serial);
+    captionSuffix_ = cancelled_ ? QStringLiteral("(ابطال شده است)") : QString();
+    focus_ = HeaderField::None;
+    return true;
+}
+
+bool N_Global::checkHeader() {
+    if (header_.serial.trimmed().isEmpty())
+        return refuse(kind_.serialMissingMessage, HeaderField::Serial);
+    if (header_.referenceNumber.trimmed().isEmpty())
+        return refuse(kind_.numberMissingMessage, HeaderField::ReferenceNumber);
+    return true;
+}
+
+bool N_Global::checkLine(tr::db::Query& line) {
+    lineFocus_ = AccountLevel::None;
+    if (accountCheck && !accountCheck(line)) return false;
+    if (line.FieldByName(QStringLiteral("Des")).AsString().trimmed().isEmpty())
+        return refuse(kind_.lineDescriptionMissingMessage);
+    const QString amountColumn = sideColumn(kind_.gridSide());
+    tr::db::Field amount = line.FieldByName(amountColumn);
+    if (amount.IsNull() || amount.AsFloat() <= 0)
+        return refuse(QStringLiteral("مبلغ وارد نشده است."));
+    // A line stands on one side only; a new line goes to the end of the document.
+    tr::db::Field other = line.FieldByName(sideColumn(kind_.treasurySide));
+    if (other.IsNull()) other.SetAsFloat(0);
+    tr::db::Field raj = line.FieldByName(QStringLiteral("Raj"));
+    if (raj.IsNull()) {
+        qint64 last = 0;
+        const int rajColumn = line.fieldIndex(QStringLiteral("Raj"));
+        for (int row = 0; row < line.RecordCount(); ++row)
+            last = std::max(last, line.value(row, rajColumn).toLongLong());
+        raj.SetAsInteger(last + 1);
+    }
+    return true;
+}
+
+double N_Global::gridSum() const {
+    return sum(connection(), sideColumn(kind_.gridSide()), transferTable_);
+}
+
+double N_Global::sum(tr::db::Connection& connection, const QString& field, const QString& table,
+                     const QString& condition) {
+    QString sql =
+        QStringLiteral("Select Sum(") + field + QStringLiteral(") As SumField From ") + table;
+    if (!condition.trimmed().isEmpty()) sql += QStringLiteral(" Where ") + condition;
+    const tr::db::Query q = openQuery(connection, sql);
+    return q.IsEmpty() ? 0.0 : q.value(0, 0).toDouble();
+}
+
+bool N_Global::isCancelled(tr::db::Connection& c, const QString& kind, const QString& serial) {
+    const tr::db::Query q = openQuery(
+        c,
+        QStringLiteral("Select Count(*) As iCount From Asnad Where TypeSys='N' And DocToDate='1' "
+                       "And WhatDoc2=") +
+            c.text(kind) +
+            QStringLiteral(" And LTrim(Document) In (Select Cast(IDX As Varchar(20)) From "
+                           "N_NaghdTrans Where WhatDoc=") +
+            c.text(kind) + QStringLiteral(" And LTrim(Serial)=") + c.text(serial.trimmed()) +
+            QStringLiteral(")"));
+    return !q.IsEmpty() && q.value(0, 0).toLongLong() > 0;
+}
+
+void N_Global::appendSerialToDescription() {
+    const tr::db::Query options =
+        openQuery(connection(), QStringLiteral("Select Naghd From Options"));
+    if (options.IsEmpty()) return;
+    if (optionValue(options.value(0, 0).toString(), QStringLiteral("USE_SERIAL"))
+            .compare(QLatin1String("YES"), Qt::CaseInsensitive) != 0)
+        return;
+    const QString serial = header_.serial.trimmed();
+    const QString mark = QStringLiteral("( ") + serial + QStringLiteral(" )");
+    if (header_.description.contains(mark)) return;
+    if (header_.description.size() + mark.size() > descriptionMaxLength)
+        header_.description =
+            header_.description.left(std::max(0, descriptionMaxLength - int(serial.size()) - 5));
+    header_.description += mark;
+}
+
+void N_Global::copyVoucherAside(bool bySerial) {
+    tr::db::Connection& c = connection();
+    tr::db::execute(database(), dropHistoryTableStatement(c, historyTable_));
+    if (bySerial) {
+        tr::db::execute(
+            database(),
+            QStringLiteral("select * into ") + historyTable_ +
+                QStringLiteral(" from Asnad where TypeSys='N' and ltrim(rtrim(Document)) "
+                               "in( select IDX from n_naghdtrans where "
+                               "ltrim(rtrim(Serial)) =") +
+                c.text(header_.serial.trimmed()) + QStringLiteral(" and WhatDoc = ") +
+                c.text(kind_.code) + QStringLiteral(") order by Raj"));
+    } else {
+        tr::db::execute(
+            database(),
+            QStringLiteral("select * into ") + historyTable_ +
+                QStringLiteral(" from Asnad where TypeSys='N' and ltrim(rtrim(SanadNo)) "
+                               "= ") +
+                c.text(header_.voucherNo.trimmed()) + QStringLiteral(" order by Raj"));
+    }
+}
+
+void N_Global::logAction(const QString& type) {
+    tr::db::Connection& c = connection();
+    const Global& g = *services_.global;
+    tr::db::execute(database(),
+                    QStringLiteral("Exec sp_Asnad_Actions ") + c.text(header_.voucherNo.trimmed()) +
+                        QStringLiteral(",'N',") + c.text(kind_.title) + QStringLiteral(",") +
+                        c.text(tr::persian::today()) + QStringLiteral(",") + c.text(g.userName) +
+                        QStringLiteral(",") + c.text(type) + QStringLiteral(", ") +
+                        c.text(tr::timeText()) + QStringLiteral(",") + c.text(g.computerName) +
+                        QStringLiteral(",") + c.text(kind_.code) + QStringLiteral(",'' ,'',") +
+                        c.text(header_.serial.trimmed()));
+}
+
+bool N_Global::save() {
+    focus_ = HeaderField::None;
+    const bool isNew = state_ == DocumentState::New;
+    // 1. The serial in the description, once.
+    appendSerialToDescription();
+    // 2. A new document may not take a saved serial.
+    tr::db::Connection& c = connection();
+    if (isNew && !serialIsFree(c, messages_, kind_.code, kind_.title, header_.serial.trimmed())) {
+        focus_ = HeaderField::Serial;
+        return false;
+    }
+    // 3. The line being edited is posted first (its own checks may refuse it).
+    if (grid_.state() == tr::db::Query::State::Edit ||
+        grid_.state() == tr::db::Query::State::Insert) {
+        grid_.Post();
+        if (grid_.state() != tr::db::Query::State::Browse) return false;
+    }
+    // 4, 5. Header.
+    if (header_.description.trimmed().isEmpty())
+        return refuse(QStringLiteral("شرح وارد نشده است."), HeaderField::Description);
+    if (!(header_.amount > 0))
+        return refuse(QStringLiteral("مبلغ وارد نشده است."), HeaderField::Amount);
+    // 6. Balance: the counter lines add up to the header amount.
+    const QString column = sideColumn(kind_.gridSide());
+    const tr::db::Query balance =
+        openQuery(c, QStringLiteral("Select Sum(") + column + QStringLiteral(") As ") + column +
+                         QStringLiteral(" From ") + transferTable_);
+    const double lines = balance.IsEmpty() ? 0.0 : balance.value(0, 0).toDouble();
+    if (!sameAmount(lines, header_.amount)) return refuse(QStringLiteral("سند تراز نميباشد."));
+    // 7. The voucher as it stands before this save.
+    copyVoucherAside(isNew);
+    // 8. The header values that travel on the lines, then the save itself, all or nothing.
+    const QString travelling =
+        QStringLiteral("Update ") + transferTable_ + QStringLiteral(" Set Joz=") +
+        c.text(header_.joz) + QStringLiteral(", Des1=") + c.text(header_.des1) +
+        QStringLiteral(", Des2=") + c.text(header_.des2) + QStringLiteral(", Des3=") +
+        c.text(header_.des3) + QStringLiteral(", Des4=") + c.text(header_.des4);
+    tr::db::execute(database(), QStringLiteral("Begin Tran"));
+    try {
+        tr::db::execute(database(), travelling);
+        tr::db::execute(database(),
+                        call(DocumentAction::Save,
+                             arguments(isNew ? QStringLiteral("NEW") : QStringLiteral("EDIT"))));
+        tr::db::execute(database(), QStringLiteral("Commit Tran"));
+    } catch (const tr::db::DatabaseError& error) {
+        try {
+            tr::db::execute(database(), QStringLiteral("Rollback Tran"));
+        } catch (...) {
+        }
+        // Another user saved this serial since the duplicate check.
+        if (isNew && error.message().contains(serialTakenMessage(kind_.title))) {
+            reopenGrid();
+            return refuse(serialTakenMessage(kind_.title), HeaderField::Serial);
+        }
+        throw;
+    }
+    const QString serial = header_.serial.trimmed();
+    readHeader(serial);
+    // 9. Action log.
+    logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
+    // 10. Invoice links.
+    if (writeInvoiceLinks) writeInvoiceLinks(*this);
+    // 11. The saved document as the ledger now has it.
+    loadIntoTransferTable(serial);
+    readHeader(serial);
+    state_ = DocumentState::Edit;
+    cancelled_ = isCancelled(c, kind_.code, serial);
+    captionSuffix_ = QStringLiteral("(به روزآوري شده است)");
+    return true;
+}
+
+QString N_Global::voucherDate() const {
+    const tr::db::Query q =
+        openQuery(connection(), QStringLiteral("Select Top 1 SanadDate From Asnad Where SanadNo=") +
+                                    connection().text(header_.voucherNo.trimmed()));
+    return q.IsEmpty() ? QString() : q.value(0, 0).toString();
+}
+
+bool N_Global::cancelDocument() {
+    focus_ = HeaderField::None;
+    if (state_ != DocumentState::Edit || cancelled_) return false;
+    const QString cancelDate = header_.date();
+    const QString voucher = voucherDate();
+    if (cancelDate < voucher)
+        return refuse(QStringLiteral("تاريخ ابطال بايد بزرگتر يا مساوي تاريخ ") + voucher +
+                          QStringLiteral(" باشد"),
+                      HeaderField::Date);
+    if (!messages_.ask(kind_.title + QStringLiteral(" ابطال شود؟"))) return false;
+    tr::db::execute(database(), call(DocumentAction::Cancel, arguments()));
+    cancelled_ = isCancelled(connection(), kind_.code, header_.serial);
+    if (cancelled_) captionSuffix_ = QStringLiteral("(ابطال شده است)");
+    return cancelled_;
+}
+
+bool N_Global::undoCancel() {
+    focus_ = HeaderField::None;
+    if (state_ != DocumentState::Edit || !cancelled_) return false;
+    if (!messages_.ask(QStringLiteral("آيا مي خواهيد سند ابطالي حذف شود ؟"))) return false;
+    tr::db::execute(database(), call(DocumentAction::UndoCancel, arguments()));
+    cancelled_ = isCancelled(connection(), kind_.code, header_.serial);
+    if (!cancelled_) captionSuffix_.clear();
+    return !cancelled_;
+}
+
+bool N_Global::deleteDocument() {
+    focus_ = HeaderField::None;
+    if (state_ != DocumentState::Edit) return false;
+    tr::db::Connection& c = connection();
+    const QString serial = header_.serial.trimmed();
+    const tr::db::Query links =
+        openQuery(c, QStringLiteral("select * from R_ForoshRelatedNaghd where whatdoc = ") +
+                         tr::db::sqlNumber(kind_.code.toLongLong()) +
+                         QStringLiteral(" and Serial = ") + tr::db::sqlNumber(serial.toLongLong()) +
+                         QStringLiteral(" and IDX in (select distinct IDX from ") + transferTable_ +
+                         QStringLiteral(")"));
+    if (!links.IsEmpty())
+        messages_.show(
+            QStringLiteral("با حذف اين سريال،  ارتباط آن با صورتحساب هاي فروش قطع خواهد شد."),
+            kError);
+    if (!messages_.ask(kind_.title + QStringLiteral(" حذف شود؟"))) return false;
+    copyVoucherAside(false);
+    logAction(QStringLiteral("D"));
+    tr::db::execute(database(), call(DocumentAction::Delete, arguments()));
+    if (undoInvoiceSettlement) undoInvoiceSettlement(*this);
+    releaseHold(database(), kTreasuryProgram, kind_.code, QString(), serial, userNumber());
+    newDocument();
+    return true;
+}
+
+}  // namespace tr::vouchers

@@ -1,0 +1,47 @@
+#include "vouchers/new_serial_dialog.h"
+
+#include "common/db/query.h"
+
+namespace tr::vouchers {
+
+NewSerialDialog::NewSerialDialog(tr::db::Connection& connection, tr::dialog::MessageDialog* dialog,
+                                 const QString& kind, const QString& title)
+    : connection_(connection), messages_(dialog), kind_(kind), title_(title) {}
+
+QString NewSerialDialog::caption() {
+    return QStringLiteral("شماره سريال جديد");
+}
+
+QString NewSerialDialog::groupCaption() const {
+    return QStringLiteral("شماره ") + title_ + QStringLiteral(" جديد");
+}
+
+QString NewSerialDialog::propose() {
+    tr::db::Query query(&connection_);
+    query.setSql(QStringLiteral("Select IsNull(Max(Serial), 0) + 1 As SerialNo From N_NaghdTrans "
+                                "Where WhatDoc=") +
+                 connection_.text(kind_));
+    query.Open();
+    serial_ = query.FieldByName(QStringLiteral("SerialNo")).AsString();
+    accepted_ = false;
+    return serial_;
+}
+
+bool NewSerialDialog::confirm(const QString& serial) {
+    tr::db::Query query(&connection_);
+    query.setSql(QStringLiteral("Select Serial From N_NaghdTrans Where Serial=") +
+                 connection_.text(serial.trimmed()) + QStringLiteral(" And WhatDoc=") +
+                 connection_.text(kind_));
+    query.Open();
+    if (!query.IsEmpty()) {
+        messages_.show(groupCaption() + QStringLiteral("ي با اين شماره ثبت شده است."),
+                       QStringLiteral("1ER"));
+        accepted_ = false;
+        return false;
+    }
+    serial_ = serial.trimmed();
+    accepted_ = true;
+    return true;
+}
+
+}  // namespace tr::vouchers

@@ -1,0 +1,139 @@
+#include "vouchers/serials.h"
+
+#include "common/db/query.h"
+#include "common/db/query_helpers.h"
+
+namespace tr::vouchers {
+
+namespace {
+
+QVariant firstColumn(tr::db::Connection& connection, const QString& sql) {
+    tr::db::Query query(&connection);
+    query.setSql(sql);
+    query.Open();
+    return query.IsEmpty() ? QVariant() : query.value(0, 0);
+}
+
+}  // namespace
+
+QString nextSerial(tr::db::Connection& connection, const QString& kind) {
+    const qint64 saved =
+        firstColumn(connection,
+                    QStringLiteral("Select IsNull(Max(Serial), 0) + 1 As Serial From N_NaghdTrans "
+                                   "Where WhatDoc=") +
+                        connection.text(kind))
+            .toLongLong();
+    const qint64 held =
+        firstColumn(connection,
+                    QStringLiteral(" Select cast(IsNull(Max(resid2),0) as integer) As MaxRes From "
+                                   "Reserveid  Where ProgNam='N' And Ltrim(Rtrim(WhatDoc)) = ") +
+                        connection.text(kind))
+            .toLongLong();
+    // Equality moves past too: the held serial is on someone's screen.
+    const qint64 next = (held > 0 && held >= saved) ? held + 1 : saved;
+    return QString::number(next);
+}
+
+QString serialTakenMessage(const QString& title) {
+    return title + QStringLiteral(" با اين شماره ثبت شده است.");
+}
+
+bool serialIsFree(tr::db::Connection& connection, const tr::dialog::Messages& messages,
+                  const QString& kind, const QString& title, const QString& serial) {
+    const qint64 count =
+        firstColumn(connection,
+                    QStringLiteral("Select Count(*) As iCount From N_NaghdTrans Where Serial=") +
+                        connection.text(serial) + QStringLiteral(" And WhatDoc=") +
+                        connection.text(kind))
+            .toLongLong();
+    if (count > 0) {
+        messages.show(serialTakenMessage(title), QStringLiteral("1ER"));
+        return false;
+    }
+    return true;
+}
+
+bool heldByAnotherUser(tr::db::Connection& c, const QString& program, const QString& kind,
+                       const QString& resId1, const QString& resId2, const QString& user) {
+    tr::db::Query query(&c);
+    query.setSql(
+        QStringLiteral(" Select UserId, Count(*) As iCount From ReserveId Where ") +
+        QStringLiteral(" LTrim(RTrim(ProgNam))=") + c.text(program) + QStringLiteral(" ") +
+        QStringLiteral(" And LTrim(RTrim(WhatDoc))=") + c.text(kind) + QStringLiteral(" ") +
+        QStringLiteral(" And LTrim(RTrim(ResId1))=") + c.text(resId1) + QStringLiteral(" ") +
+        QStringLiteral(" And LTrim(RTrim(ResId2))=") + c.text(resId2) + QStringLiteral(" ") +
+        QStringLiteral(" And LTrim(RTrim(UserId)) != ") + c.text(user) + QStringLiteral(" ") +
+        QStringLiteral(" Group By UserId ") + QStringLiteral(" Order By UserId "));
+    query.Open();
+    return !query.IsEmpty();
+}
+
+void hold(tr::db::MyDatabase& db, const QString& program, const QString& kind,
+          const QString& resId1, const QString& resId2, const QString& user) {
+    tr::db::Connection& c = *db.Connection;
+    tr::db::execute(
+        db, QStringLiteral("Insert Into ReserveId(UserId, ProgNam, WhatDoc, ResId1, ResId2) ") +
+                QStringLiteral("Select ") + c.text(user) + QStringLiteral(", ") + c.text(program) +
+                QStringLiteral(", ") + c.text(kind) + QStringLiteral(", ") + c.text(resId1) +
+                QStringLiteral(", ") + c.text(resId2));
+}
+
+void releaseAllHolds(tr::db::MyDatabase& db, const QString& program, const QString& kind,
+                     const QString& user) {
+    tr::db::Connection& c = *db.Connection;
+    tr::db::execute(db, QStringLiteral("Delete From ReserveId Where ProgNam=") + c.text(program) +
+                            QStringLiteral(" ") + QStringLiteral(" And LTrim(WhatDoc)=") +
+                            c.text(kind) + QStringLiteral(" ") +
+                            QStringLiteral(" And LTrim(UserId)=") + c.text(user) +
+                            QStringLiteral(" "));
+}
+
+void releaseHold(tr::db::MyDatabase& db, const QString& program, const QString& kind,
+                 const QString& resId1, const QString& resId2, const QString& user) {
+    tr::db::Connection& c = *db.Connection;
+    tr::db::execute(
+        db, QStringLiteral("Delete From ReserveId Where ") + QStringLiteral("LTrim(ProgNam)=") +
+                c.text(program) + QStringLiteral(" ") + QStringLiteral(" And LTrim(WhatDoc)=") +
+                c.text(kind) + QStringLiteral(" ") + QStringLiteral(" And LTrim(ResId1)=") +
+                c.text(resId1) + QStringLiteral(" ") + QStringLiteral(" And LTrim(ResId2)=") +
+                c.text(resId2) + QStringLiteral(" ") +
+                QStringLiteral(" And Ltrim(Rtrim(UserId)) = ") + c.text(user));
+}
+
+bool holdOpenedDocument(tr::db::MyDatabase& db, const QString& kind, const QString& serial,
+                        const QString& user) {
+    releaseAllHolds(db, kTreasuryProgram, kind, user);
+    if (heldByAnotherUser(*db.Connection, kTreasuryProgram, kind, QString(), serial, user))
+        return false;
+    hold(db, kTreasuryProgram, kind, QString(), serial, user);
+    return true;
+}
+
+QString takeNewSerial(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
+    // The write lock is taken at "Begin Tran", before the maxima are read: another user's
+    // take waits until this hold is committed and then skips past it.
+    tr::db::execute(db, QStringLiteral("Begin Tran"));
+    try {
+        releaseAllHolds(db, kTreasuryProgram, kind, user);
+        const QString serial = nextSerial(*db.Connection, kind);
+        hold(db, kTreasuryProgram, kind, QString(), serial, user);
+        tr::db::execute(db, QStringLiteral("Commit Tran"));
+        return serial;
+    } catch (...) {
+        try {
+            tr::db::execute(db, QStringLiteral("Rollback Tran"));
+        } catch (...) {
+            // The failure that brought us here is the one to report.
+        }
+        throw;
+    }
+}
+
+void releaseScreenHolds(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
+    tr::db::Connection& c = *db.Connection;
+    releaseAllHolds(db, kTreasuryProgram, kind, user);
+    tr::db::execute(db, QStringLiteral(" Delete From N_reserveid Where Whatdoc=") + c.text(kind) +
+                            QStringLiteral(" And Userid=") + c.text(user));
+}
+
+}  // namespace tr::vouchers
