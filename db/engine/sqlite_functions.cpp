@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 #include <cmath>
+#include <optional>
 
 #include "common/db/sql_literal.h"
 #include "common/text/tsql_collation.h"
@@ -100,96 +101,100 @@ void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     sqlite3_result_int(ctx, tsqlLike(textOf(argv[0]), textOf(argv[1]), escape) ? 1 : 0);
 }
 
-// Number from a value the way the server converts varchar to a number; false on bad text.
-bool numberOf(sqlite3_value* v, bool& isInteger, qint64& i, double& d, QString& text) {
+// A number as the server reads it from a value: integers stay integers, varchar is converted.
+struct Number {
+    bool integer = true;
+    qint64 i = 0;
+    double d = 0;
+    double real() const { return integer ? static_cast<double>(i) : d; }
+};
+
+// Empty or blank text reads as 0; text that is no number gives nothing.
+std::optional<Number> numberOf(sqlite3_value* v) {
+    Number n;
     switch (sqlite3_value_type(v)) {
         case SQLITE_INTEGER:
-            isInteger = true;
-            i = sqlite3_value_int64(v);
-            return true;
+            n.i = sqlite3_value_int64(v);
+            return n;
         case SQLITE_FLOAT:
-            isInteger = false;
-            d = sqlite3_value_double(v);
-            return true;
+            n.integer = false;
+            n.d = sqlite3_value_double(v);
+            return n;
         default: {
-            text = textOf(v);
-            const QString t = text.trimmed();
-            if (t.isEmpty()) {
-                isInteger = true;
-                i = 0;
-                return true;
-            }
+            const QString t = textOf(v).trimmed();
+            if (t.isEmpty()) return n;
             bool ok = false;
-            i = t.toLongLong(&ok);
-            if (ok) {
-                isInteger = true;
-                return true;
-            }
-            d = t.toDouble(&ok);
-            isInteger = false;
-            return ok && std::isfinite(d);
+            n.i = t.toLongLong(&ok);
+            if (ok) return n;
+            n.integer = false;
+            n.d = t.toDouble(&ok);
+            if (ok && std::isfinite(n.d)) return n;
+            return std::nullopt;
         }
     }
 }
 
-void conversionError(sqlite3_context* ctx, const QString& text, const char* type) {
+void conversionError(sqlite3_context* ctx, sqlite3_value* v, const char* type) {
     const QByteArray message =
         QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.")
-            .arg(text, QLatin1String(type))
+            .arg(textOf(v), QLatin1String(type))
             .toUtf8();
     sqlite3_result_error(ctx, message.constData(), message.size());
 }
 
+// The argument as a number, or the server's conversion error set on the context.
+std::optional<Number> numberArg(sqlite3_context* ctx, sqlite3_value* v) {
+    auto n = numberOf(v);
+    if (!n) conversionError(ctx, v, "int");
+    return n;
+}
+
+bool anyNull(sqlite3_value** argv, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (sqlite3_value_type(argv[i]) == SQLITE_NULL) return true;
+    }
+    return false;
+}
+
 void numFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
-    bool isInteger = false;
-    qint64 i = 0;
-    double d = 0;
-    QString text;
-    if (!numberOf(argv[0], isInteger, i, d, text)) return conversionError(ctx, text, "int");
-    if (isInteger) sqlite3_result_int64(ctx, i);
-    else sqlite3_result_double(ctx, d);
+    if (anyNull(argv, 1)) return sqlite3_result_null(ctx);
+    const auto n = numberArg(ctx, argv[0]);
+    if (!n) return;
+    if (n->integer) sqlite3_result_int64(ctx, n->i);
+    else sqlite3_result_double(ctx, n->d);
 }
 
 void intFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) return sqlite3_result_null(ctx);
-    bool isInteger = false;
-    qint64 i = 0;
-    double d = 0;
-    QString text;
-    if (!numberOf(argv[0], isInteger, i, d, text)) return conversionError(ctx, text, "int");
-    if (!isInteger && sqlite3_value_type(argv[0]) == SQLITE_TEXT) return conversionError(ctx, text, "int");
-    sqlite3_result_int64(ctx, isInteger ? i : static_cast<qint64>(std::trunc(d)));
+    if (anyNull(argv, 1)) return sqlite3_result_null(ctx);
+    const auto n = numberArg(ctx, argv[0]);
+    if (!n) return;
+    // Text holding a decimal number does not convert to int on the server; a float truncates.
+    if (!n->integer && sqlite3_value_type(argv[0]) == SQLITE_TEXT) return conversionError(ctx, argv[0], "int");
+    sqlite3_result_int64(ctx, n->integer ? n->i : static_cast<qint64>(std::trunc(n->d)));
 }
 
 void addFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (anyNull(argv, 2)) return sqlite3_result_null(ctx);
     const int ta = sqlite3_value_type(argv[0]), tb = sqlite3_value_type(argv[1]);
-    if (ta == SQLITE_NULL || tb == SQLITE_NULL) return sqlite3_result_null(ctx);
     const bool textA = ta == SQLITE_TEXT || ta == SQLITE_BLOB, textB = tb == SQLITE_TEXT || tb == SQLITE_BLOB;
     if (textA && textB) return resultText(ctx, textOf(argv[0]) + textOf(argv[1]));
-    bool ia = false, ib = false;
-    qint64 xa = 0, xb = 0;
-    double da = 0, db = 0;
-    QString sa, sb;
-    if (!numberOf(argv[0], ia, xa, da, sa)) return conversionError(ctx, sa, "int");
-    if (!numberOf(argv[1], ib, xb, db, sb)) return conversionError(ctx, sb, "int");
-    if (ia && ib) return sqlite3_result_int64(ctx, xa + xb);
-    sqlite3_result_double(ctx, (ia ? static_cast<double>(xa) : da) + (ib ? static_cast<double>(xb) : db));
+    const auto a = numberArg(ctx, argv[0]);
+    if (!a) return;
+    const auto b = numberArg(ctx, argv[1]);
+    if (!b) return;
+    if (a->integer && b->integer) return sqlite3_result_int64(ctx, a->i + b->i);
+    sqlite3_result_double(ctx, a->real() + b->real());
 }
 
 void divideFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
-        return sqlite3_result_null(ctx);
-    }
-    bool ia = false, ib = false;
-    qint64 xa = 0, xb = 0;
-    double da = 0, db = 0;
-    QString sa, sb;
-    if (!numberOf(argv[0], ia, xa, da, sa)) return conversionError(ctx, sa, "int");
-    if (!numberOf(argv[1], ib, xb, db, sb)) return conversionError(ctx, sb, "int");
-    if ((ib && xb == 0) || (!ib && db == 0)) return sqlite3_result_error(ctx, "Divide by zero error encountered.", -1);
-    if (ia && ib) return sqlite3_result_int64(ctx, xa / xb);
-    sqlite3_result_double(ctx, (ia ? static_cast<double>(xa) : da) / (ib ? static_cast<double>(xb) : db));
+    if (anyNull(argv, 2)) return sqlite3_result_null(ctx);
+    const auto a = numberArg(ctx, argv[0]);
+    if (!a) return;
+    const auto b = numberArg(ctx, argv[1]);
+    if (!b) return;
+    if (b->real() == 0) return sqlite3_result_error(ctx, "Divide by zero error encountered.", -1);
+    if (a->integer && b->integer) return sqlite3_result_int64(ctx, a->i / b->i);
+    sqlite3_result_double(ctx, a->real() / b->real());
 }
 
 QString valueText(sqlite3_value* v) {
@@ -325,13 +330,8 @@ void getdateFunction(sqlite3_context* ctx, int, sqlite3_value**) {
 }
 
 void isnumericFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    bool isInteger = false;
-    qint64 i = 0;
-    double d = 0;
-    QString text;
-    const bool ok = sqlite3_value_type(argv[0]) != SQLITE_NULL && numberOf(argv[0], isInteger, i, d, text) &&
-                    !(sqlite3_value_type(argv[0]) == SQLITE_TEXT && text.trimmed().isEmpty());
-    sqlite3_result_int(ctx, ok ? 1 : 0);
+    const bool blankText = sqlite3_value_type(argv[0]) == SQLITE_TEXT && textOf(argv[0]).trimmed().isEmpty();
+    sqlite3_result_int(ctx, !anyNull(argv, 1) && !blankText && numberOf(argv[0]) ? 1 : 0);
 }
 
 SqliteConnection* connectionOf(sqlite3_context* ctx) {
