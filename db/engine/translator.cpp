@@ -163,6 +163,7 @@ public:
         QString sql;
         std::vector<ColumnInfo> columns;  // result columns with types (for derived tables, Into)
         std::vector<QString> expressions; // each result column's expression (for Into)
+        std::vector<bool> plainColumns;   // the expression is a bare column reference
     };
 
     void addFromItem(const FromItem& item, Scope& scope, QString& sql) {
@@ -228,6 +229,7 @@ public:
                 items << e + QStringLiteral(" AS ") + quoteIdent(item.alias);
                 out.columns.push_back({item.alias, QStringLiteral("INTEGER"), SqlType::Integer});
                 out.expressions.push_back(e);
+                out.plainColumns.push_back(false);
                 continue;
             }
             Out e = expr(*item.expr, scope);
@@ -248,6 +250,7 @@ public:
             }
             out.columns.push_back({name, declared, e.type});
             out.expressions.push_back(e.sql);
+            out.plainColumns.push_back(e.columnRef);
         }
         QString sql = QStringLiteral("SELECT ");
         if (s.distinct) sql += QStringLiteral("DISTINCT ");
@@ -277,27 +280,20 @@ public:
     QString orderItem(const OrderItem& o, Scope& scope, const SelectOut& out, bool compound) {
         const QString dir = o.descending ? QStringLiteral(" DESC") : QString();
         if (o.expr->kind == Expr::Kind::Column && o.expr->parts.size() == 1) {
-            // A result alias wins over a column of the same name, as on the server.
-            for (const ColumnInfo& c : out.columns) {
-                if (c.name.compare(o.expr->parts.first(), Qt::CaseInsensitive) == 0 &&
-                    (compound || !hasColumn(scope, c.name))) {
-                    return quoteIdent(c.name) + dir;
-                }
+            // A name of the select list wins over the columns of the tables, as on the server:
+            // "Order By SanadDate" sorts by the SanadDate the select returns.
+            for (size_t i = 0; i < out.columns.size(); ++i) {
+                if (out.columns[i].name.compare(o.expr->parts.first(), Qt::CaseInsensitive) != 0) continue;
+                if (compound || i >= out.expressions.size()) return quoteIdent(out.columns[i].name) + dir;
+                const QString& e = out.expressions[i];
+                const bool collate = out.columns[i].type == SqlType::Text && !out.plainColumns[i];
+                return (collate ? QLatin1Char('(') + e + QStringLiteral(") COLLATE TSQL") : e) + dir;
             }
         }
         if (o.expr->kind == Expr::Kind::Number) return o.expr->text + dir;
         Out e = expr(*o.expr, scope);
         if (e.type == SqlType::Text && !e.columnRef) return wrap(e) + QStringLiteral(" COLLATE TSQL") + dir;
         return e.sql + dir;
-    }
-
-    static bool hasColumn(const Scope& scope, const QString& name) {
-        for (const ScopeTable& t : scope.tables) {
-            for (const ColumnInfo& c : t.columns) {
-                if (c.name.compare(name, Qt::CaseInsensitive) == 0) return true;
-            }
-        }
-        return false;
     }
 
     void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out) {
@@ -315,6 +311,7 @@ public:
                 items << e;
                 out.columns.push_back(c);
                 out.expressions.push_back(e);
+                out.plainColumns.push_back(true);
             }
         }
         if (!any && scope.tables.empty()) fail(QStringLiteral("Must specify table to select from"), star.position);

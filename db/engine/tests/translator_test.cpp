@@ -210,3 +210,13 @@ TEST_F(Translator, RewrittenTextByConstructFamily) {
     };
     for (const Case& c : cases) EXPECT_EQ(db->translate(QString::fromUtf8(c.tsql)), QString::fromUtf8(c.sqlite)) << c.tsql;
 }
+
+TEST_F(Translator, OrderByNameOfTheSelectListWinsOverTheTables) {
+    db->execute("Create Table Doc (IDX Int, SanadDate Varchar(10))");
+    db->execute("Create Table Line (Document Int, SanadDate Varchar(10))");
+    db->execute("Insert Into Doc Values (1, '1404/01/01'), (2, '1404/01/05')");
+    db->execute("Insert Into Line Values (1, '1404/02/01'), (2, '1404/01/02')");
+    const auto r = rows("Select L.SanadDate, D.IDX From Doc D Join Line L On L.Document = D.IDX Order By SanadDate");
+    ASSERT_EQ(r.rows.size(), 2u);
+    EXPECT_EQ(r.rows[0][1].toInt(), 2);  // by the line's date, the one the select returns
+}
