@@ -40,6 +40,9 @@ QString globalTempTableName(const QString& sessionText) {
 bool dropTempTable(MyDatabase& db, const QString& name) {
     if (!db.CommandQuery || !db.CommandQuery->connection()) return false;
     Connection& c = *db.CommandQuery->connection();
+    // The statement's Like '%<name>' also matches a longer name ending the same way (another
+    // screen's table made in the same hundredth of a second); only drop a table that exists.
+    if (!objectExistsInTempdb(c, QStringLiteral("##") + name)) return true;
     return execute(db, QStringLiteral("If Exists(Select [Name] From Tempdb..SysObjects Where [Name] Like '%") +
                            quotedBody(c, name) + QStringLiteral("') ") + QStringLiteral("Drop Table ##") + name);
 }

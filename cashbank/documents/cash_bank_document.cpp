@@ -1,0 +1,751 @@
+#include "cashbank/documents/cash_bank_document.h"
+
+#include <QLocale>
+#include <cmath>
+
+#include "common/db/query_helpers.h"
+#include "common/persian/amount_words.h"
+#include "common/persian/persian_date.h"
+#include "currency/rates.h"
+#include "vouchers/account_lookup.h"
+#include "vouchers/fixed_descriptions.h"
+#include "vouchers/rights.h"
+
+namespace tr::cashbank {
+
+using tr::db::Query;
+using tr::vouchers::AccountLevel;
+using tr::vouchers::DocumentState;
+using tr::vouchers::HeaderField;
+using tr::vouchers::LineAccount;
+
+namespace {
+
+const QString kError = QStringLiteral("1ER");
+// Fields a copied or remembered row never carries: its place and its saved identity.
+const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
+constexpr int kTreasuryListKind = 4;
+
+Query openQuery(tr::db::Connection& connection, const QString& sql) {
+    Query query(&connection);
+    query.setSql(sql);
+    query.Open();
+    return query;
+}
+
+// Typed amounts may carry grouping and Persian or Arabic-Indic digits.
+double parseAmount(const QString& text) {
+    QString plain;
+    for (const QChar c : text) {
+        if (c.isDigit())
+            plain += QChar(u'0' + c.digitValue());
+        else if (c == u'.' || c == u'/' || c == QChar(0x066B))
+            plain += u'.';
+        else if (c == u'-')
+            plain += c;
+    }
+    bool ok = false;
+    const double value = plain.toDouble(&ok);
+    return ok ? value : 0.0;
+}
+
+QString plainAmount(double value) {
+    if (value == 0) return {};
+    if (value == std::floor(value)) return QString::number(value, 'f', 0);
+    return QString::number(value, 'f', 2);
+}
+
+QString groupedAmount(double value) {
+    QLocale locale = QLocale::c();
+    locale.setNumberOptions({});
+    return locale.toString(value, 'f', value == std::floor(value) ? 0 : 2);
+}
+
+}  // namespace
+
+CashBankDocument::CashBankDocument(const tr::Services& services, ScreenId id)
+    : services_(services), screen_(cashBankScreen(id)), messages_(services.dialog) {}
+
+CashBankDocument::~CashBankDocument() {
+    if (doc_ && documentReleasing) documentReleasing(*this);
+}
+
+void CashBankDocument::setServices(const tr::Services& services) {
+    services_ = services;
+    messages_.setDialog(services.dialog);
+}
+
+void CashBankDocument::notify() {
+    if (changed) changed();
+}
+
+// ---- Showing ------------------------------------------------------------------------------------
+
+void CashBankDocument::show(const QString& containerName) {
+    if (!doc_ || boundDatabase_ != services_.database) {
+        if (doc_ && documentReleasing) documentReleasing(*this);
+        doc_.reset();
+        doc_ = std::make_unique<tr::vouchers::N_Global>(services_, screen_.kind());
+        boundDatabase_ = services_.database;
+        bind();
+        if (documentCreated) documentCreated(*this);
+        doc_->header().setDate(tr::persian::today());
+        doc_->header().userName = services_.global->userName;
+    }
+    invoiceMode_ = screen_.hasInvoice && containerName == kInvoiceContainer;
+    if (invoiceMode_ && prepareForInvoice) prepareForInvoice(*this, invoiceNumber_);
+    notify();
+}
+
+void CashBankDocument::bind() {
+    Query& grid = doc_->grid();
+    const Query::Guard check = grid.BeforePost;
+    grid.BeforePost = [this, check](Query& line) {
+        if (check && !check(line)) return false;
+        fillLineDefaults(line);
+        return true;
+    };
+    grid.AfterPost = [this](Query&) { notify(); };
+    const Query::Hook afterDelete = grid.AfterDelete;
+    grid.AfterDelete = [this, afterDelete](Query& query) {
+        if (afterDelete) afterDelete(query);
+        notify();
+    };
+}
+
+QString CashBankDocument::lineFocusField() const {
+    const AccountLevel level = doc_->lineFocus();
+    return level == AccountLevel::None ? QString() : tr::vouchers::accountField(level);
+}
+
+bool CashBankDocument::canSave() const {
+    return tr::vouchers::hasRight(doc_->rights(), state() == DocumentState::New
+                                                      ? QStringLiteral("N_")
+                                                      : QStringLiteral("E_"));
+}
+
+bool CashBankDocument::canDelete() const {
+    return state() == DocumentState::Edit &&
+           tr::vouchers::hasRight(doc_->rights(), QStringLiteral("D_"));
+}
+
+bool CashBankDocument::canCancel() const {
+    return state() == DocumentState::Edit &&
+           tr::vouchers::hasRight(doc_->rights(), QStringLiteral("A_"));
+}
+
+bool CashBankDocument::canPrint() const {
+    return tr::vouchers::hasRight(doc_->rights(), QStringLiteral("P_"));
+}
+
+QString CashBankDocument::cancelCaption() const {
+    return cancelled() ? captions::kUndoCancel : captions::kCancel;
+}
+
+// ---- Header -------------------------------------------------------------------------------------
+
+void CashBankDocument::serialEnter() {
+    // A serial the user typed himself stays; an empty box of a new document gets the next one.
+    if (state() != DocumentState::New || !header().serial.trimmed().isEmpty()) return;
+    doc_->fillNextSerial();
+    notify();
+}
+
+void CashBankDocument::setSerial(const QString& text) {
+    doc_->header().serial = text.left(kSerialLength);
+}
+
+bool CashBankDocument::serialLeave() {
+    const QString serial = header().serial.trimmed();
+    if (serial.isEmpty() || (state() == DocumentState::Edit && serial == openedSerial_))
+        return false;
+    if (!doc_->documentExists(serial)) return false;
+    return openSerial(serial);
+}
+
+bool CashBankDocument::openSerial(const QString& serialText) {
+    const QString serial = serialText.trimmed();
+    if (!doc_->openDocument(serial)) return false;
+    openedSerial_ = serial;
+    applyCurrencyName();
+    notify();
+    if (screen_.hasInvoice) {
+        tr::db::Connection& c = services_.connection();
+        const Query invoices = openQuery(
+            c, QStringLiteral("Select Distinct SanadNoForosh From R_ForoshRelatedNaghd Where "
+                              "WhatDoc = ") +
+                   c.text(screen_.kindCode) + QStringLiteral(" And Serial = ") +
+                   tr::db::sqlNumber(serial.toLongLong()));
+        if (invoices.RecordCount() > 1)
+            messages_.show(QStringLiteral("اين شماره سريال چند فاکتوري است"), kError);
+    }
+    return true;
+}
+
+bool CashBankDocument::stepSerial(bool forward) {
+    tr::db::Connection& c = services_.connection();
+    const QString current = header().serial.trimmed();
+    QString sql = QStringLiteral("Select ") +
+                  (forward ? QStringLiteral("Min(Serial)") : QStringLiteral("Max(Serial)")) +
+                  QStringLiteral(" As Serial From N_NaghdTrans Where WhatDoc = ") +
+                  c.text(screen_.kindCode);
+    if (!current.isEmpty())
+        sql += QStringLiteral(" And Serial ") +
+               (forward ? QStringLiteral("> ") : QStringLiteral("< ")) +
+               tr::db::sqlNumber(current.toLongLong());
+    const Query next = openQuery(c, sql);
+    if (next.IsEmpty() || next.value(0, 0).isNull()) return false;
+    return openSerial(next.value(0, 0).toString());
+}
+
+bool CashBankDocument::spinNext() {
+    return stepSerial(true);
+}
+
+bool CashBankDocument::spinPrevious() {
+    return stepSerial(false);
+}
+
+bool CashBankDocument::listButtonClick() {
+    if (!pickDocument) return false;
+    const std::optional<QString> serial = pickDocument(*this);
+    return serial && openSerial(*serial);
+}
+
+QString CashBankDocument::dayTyped(const QString& text) {
+    return doc_->header().day = tr::persian::clampDayText(text);
+}
+
+QString CashBankDocument::dayLeave(const QString& text) {
+    return doc_->header().day = tr::persian::padDayText(text);
+}
+
+QString CashBankDocument::monthTyped(const QString& text) {
+    return doc_->header().month = tr::persian::clampMonthText(text);
+}
+
+QString CashBankDocument::monthLeave(const QString& text) {
+    return doc_->header().month = tr::persian::padMonthText(text);
+}
+
+void CashBankDocument::setYear(const QString& text) {
+    doc_->header().year = text.trimmed();
+}
+
+void CashBankDocument::setReferenceNumber(const QString& text) {
+    doc_->header().referenceNumber = text;
+}
+
+void CashBankDocument::setJoz(const QString& text) {
+    doc_->header().joz = text;
+}
+
+void CashBankDocument::setDepositor(const QString& text) {
+    doc_->header().des1 = text;
+}
+
+void CashBankDocument::setRemitter(const QString& name, const QString& bank,
+                                   const QString& branchCode, const QString& branchName) {
+    tr::vouchers::DocumentHeader& h = doc_->header();
+    h.des1 = name;
+    h.des2 = bank;
+    h.des3 = branchCode;
+    h.des4 = branchName;
+}
+
+QStringList CashBankDocument::bankNames() const {
+    const Query banks = openQuery(services_.connection(),
+                                  QStringLiteral("Select BankNam From N_Bank Order By BankCod"));
+    QStringList names;
+    for (int row = 0; row < banks.RecordCount(); ++row) names << banks.value(row, 0).toString();
+    return names;
+}
+
+void CashBankDocument::treasuryCodeEntered(const QString& typed) {
+    const QString code = typed.trimmed();
+    tr::vouchers::DocumentHeader& h = doc_->header();
+    if (code == h.treasuryDisplayCode.trimmed() && !h.treasuryName.isEmpty()) return;
+    QString stored = code;
+    if (screen_.kind().treasuryObject == tr::vouchers::TreasuryObject::BankAccount &&
+        !code.isEmpty()) {
+        // The user types the account's number; the document keeps the account's identity.
+        tr::db::Connection& c = services_.connection();
+        const Query account = openQuery(
+            c, QStringLiteral("Select Cast(AcountID As Varchar(20)) As Code From N_BankHesab "
+                              "Where AcountCod = ") +
+                   c.text(code));
+        if (!account.IsEmpty()) stored = account.value(0, 0).toString();
+    }
+    h.treasuryCode = stored;
+    doc_->describeTreasurySide();
+    if (h.treasuryName.isEmpty()) h.treasuryDisplayCode = code;
+    applyCurrencyDefaults();
+    notify();
+}
+
+bool CashBankDocument::pickTreasury() {
+    if (!services_.pickList) return false;
+    const TreasuryList& list = screen_.treasuryList;
+    const std::optional<QVariantMap> row =
+        services_.pickList->pick(list.title, list.sql,
+                                 {{QStringLiteral("Display"), list.codeCaption, 110},
+                                  {QStringLiteral("Nam"), list.nameCaption, 220}},
+                                 kTreasuryListKind);
+    if (!row) return false;
+    doc_->header().treasuryCode = row->value(QStringLiteral("Code")).toString().trimmed();
+    doc_->describeTreasurySide();
+    applyCurrencyDefaults();
+    notify();
+    return true;
+}
+
+void CashBankDocument::applyCurrencyName() {
+    currencyName_.clear();
+    if (!doc_->currencyDocument()) return;
+    tr::db::Connection& c = services_.connection();
+    const Query name =
+        openQuery(c, QStringLiteral("Select ArzNam From N_Arz Where LTrim(ArzCod) = LTrim(") +
+                         c.text(header().currency) + QStringLiteral(")"));
+    if (!name.IsEmpty()) currencyName_ = name.value(0, 0).toString();
+}
+
+void CashBankDocument::applyCurrencyDefaults() {
+    applyCurrencyName();
+    if (!doc_->currencyDocument()) {
+        doc_->header().rate = 0;
+        return;
+    }
+    // Without a quotation the rate stays what the user enters.
+    if (!screen_.rateScreen) return;
+    const std::optional<tr::currency::CurrentRate> rate =
+        tr::currency::currentRate(services_.connection(), header().currency);
+    if (rate)
+        doc_->header().rate =
+            tr::currency::rateOf(*rate, tr::currency::defaultRateSide(*screen_.rateScreen));
+}
+
+void CashBankDocument::setDescription(const QString& text) {
+    doc_->header().description = text;
+}
+
+void CashBankDocument::setAmountText(const QString& text) {
+    doc_->header().amount = parseAmount(text.left(kAmountLength));
+}
+
+void CashBankDocument::setRateText(const QString& text) {
+    if (rateEnabled()) doc_->header().rate = parseAmount(text.left(kRateLength));
+}
+
+QString CashBankDocument::amountText() const {
+    return plainAmount(header().amount);
+}
+
+QString CashBankDocument::rateText() const {
+    return rateEnabled() ? plainAmount(header().rate) : QString();
+}
+
+QString CashBankDocument::amountInWords() const {
+    return tr::persian::amountInWords(header().amount);
+}
+
+bool CashBankDocument::checkDate() {
+    const tr::Global& g = *services_.global;
+    const tr::persian::PeriodCheck check =
+        tr::persian::checkInPeriod(header().date(), g.fiscalStart, g.fiscalEnd);
+    if (check == tr::persian::PeriodCheck::Inside) return true;
+    dateRefused_ = true;
+    messages_.show(tr::persian::periodMessage(check, g.fiscalStart, g.fiscalEnd), kError);
+    return false;
+}
+
+HeaderField CashBankDocument::focus() const {
+    return dateRefused_ ? HeaderField::Date : doc_->focus();
+}
+
+bool CashBankDocument::headerLeave() {
+    dateRefused_ = false;
+    return doc_->checkHeader() && checkDate();
+}
+
+// ---- Grid ---------------------------------------------------------------------------------------
+
+void CashBankDocument::appendLine() {
+    Query& grid = doc_->grid();
+    if (grid.state() == Query::State::Edit || grid.state() == Query::State::Insert) {
+        if (!postLine()) return;
+    }
+    grid.Append();
+    fillCurrency(grid);
+    notify();
+}
+
+void CashBankDocument::fillCurrency(Query& line) {
+    if (!doc_->currencyDocument()) return;
+    if (!line.FieldByName(QStringLiteral("ArzCod")).AsString().trimmed().isEmpty()) return;
+    line.FieldByName(QStringLiteral("ArzCod")).SetAsString(header().currency);
+    line.FieldByName(QStringLiteral("ArzNam")).SetAsString(currencyName_);
+    line.FieldByName(QStringLiteral("ArzUnitPrice")).SetAsFloat(1);
+    line.FieldByName(QStringLiteral("ArzRate")).SetAsFloat(header().rate);
+}
+
+void CashBankDocument::fillLineDefaults(Query& line) {
+    fillCurrency(line);
+    // A counter line of these documents stands for an account, so it is named after it.
+    if (line.FieldByName(QStringLiteral("WhatDoc2")).AsString().trimmed().isEmpty())
+        line.FieldByName(QStringLiteral("WhatDoc2")).SetAsString(screen_.kindCode);
+    const QList<CounterPartyLine> levels = accountLines(LineAccount::fromRow(line));
+    if (!levels.isEmpty()) {
+        line.FieldByName(QStringLiteral("NamWhatDoc2")).SetAsString(levels.last().name);
+        line.FieldByName(QStringLiteral("CodWhatDoc2")).SetAsString(levels.last().code);
+    }
+    const double rate = line.FieldByName(QStringLiteral("ArzRate")).AsFloat();
+    if (!line.FieldByName(QStringLiteral("ArzCod")).AsString().trimmed().isEmpty() && rate > 0) {
+        const double amount =
+            line.FieldByName(tr::vouchers::sideColumn(screen_.kind().gridSide())).AsFloat();
+        line.FieldByName(QStringLiteral("ArzTotalPrice"))
+            .SetAsFloat(std::round(amount * rate * 100.0) / 100.0);
+    }
+}
+
+bool CashBankDocument::postLine() {
+    Query& grid = doc_->grid();
+    if (grid.state() == Query::State::Edit || grid.state() == Query::State::Insert) grid.Post();
+    return grid.state() == Query::State::Browse;
+}
+
+bool CashBankDocument::editCurrentRow() {
+    Query& grid = doc_->grid();
+    if (!grid.Active()) return false;
+    if (grid.state() == Query::State::Browse) {
+        if (grid.IsEmpty())
+            appendLine();
+        else
+            grid.Edit();
+    }
+    return grid.state() == Query::State::Edit || grid.state() == Query::State::Insert;
+}
+
+bool CashBankDocument::pickCell(const QString& field) {
+    const AccountLevel level = tr::vouchers::accountLevelOfField(field);
+    bool picked = false;
+    if (level != AccountLevel::None) {
+        if (!editCurrentRow()) return false;
+        picked = tr::vouchers::AccountLookup(services_).pickInto(level, doc_->grid());
+        if (picked) accountCellChanged();
+    } else if (field.compare(QStringLiteral("ManabehCod"), Qt::CaseInsensitive) == 0) {
+        if (!editCurrentRow()) return false;
+        picked =
+            tr::vouchers::AccountLookup(services_).pickFundsInto(doc_->grid(), screen_.fundsType);
+    }
+    if (picked) notify();
+    return picked;
+}
+
+void CashBankDocument::cellEdited(const QString& field) {
+    if (tr::vouchers::accountLevelOfField(field) != AccountLevel::None) accountCellChanged();
+    notify();
+}
+
+void CashBankDocument::accountCellChanged() {
+    Query& grid = doc_->grid();
+    if (grid.state() != Query::State::Edit && grid.state() != Query::State::Insert) return;
+    // The user's own description is never replaced.
+    if (grid.FieldByName(QStringLiteral("Des")).AsString().trimmed().isEmpty())
+        tr::vouchers::fillFixedDescription(services_.connection(), grid);
+}
+
+double CashBankDocument::sum() const {
+    return doc_->gridSum();
+}
+
+QString CashBankDocument::sumText() const {
+    return groupedAmount(sum());
+}
+
+QString CashBankDocument::formatAmount(double value) {
+    return groupedAmount(value);
+}
+
+QString CashBankDocument::fundsName() {
+    Query& grid = doc_->grid();
+    if (!grid.Active() || (grid.IsEmpty() && grid.state() != Query::State::Insert)) return {};
+    const QString code = grid.FieldByName(QStringLiteral("ManabehCod")).AsString().trimmed();
+    if (code.isEmpty()) return {};
+    tr::db::Connection& c = services_.connection();
+    const Query name = openQuery(
+        c, QStringLiteral("Select ManabehNam From N_Manabeh Where ManabehCod = ") + c.text(code));
+    return name.IsEmpty() ? QString() : name.value(0, 0).toString();
+}
+
+QString CashBankDocument::counterPartyName() {
+    Query& grid = doc_->grid();
+    if (!grid.Active() || (grid.IsEmpty() && grid.state() != Query::State::Insert)) return {};
+    return grid.FieldByName(QStringLiteral("NamWhatDoc2")).AsString();
+}
+
+QList<CounterPartyLine> CashBankDocument::counterParty() {
+    Query& grid = doc_->grid();
+    if (!grid.Active() || (grid.IsEmpty() && grid.state() != Query::State::Insert)) return {};
+    return accountLines(LineAccount::fromRow(grid));
+}
+
+QList<CounterPartyLine> CashBankDocument::accountLines(const LineAccount& line) const {
+    tr::db::Connection& c = services_.connection();
+    const auto name = [&c](const QString& sql) {
+        const Query q = openQuery(c, sql);
+        return q.IsEmpty() ? QString() : q.value(0, 0).toString();
+    };
+    const tr::Global& g = *services_.global;
+    QList<CounterPartyLine> lines;
+    if (line.koll.isEmpty()) return lines;
+    lines << CounterPartyLine{
+        QStringLiteral("کل"), line.koll,
+        name(QStringLiteral("Select NamHesab From Koll Where Koll = ") + c.text(line.koll))};
+    if (line.moein.isEmpty()) return lines;
+    lines << CounterPartyLine{
+        QStringLiteral("معين"), line.moein,
+        name(QStringLiteral("Select NamHesab From Moein Where Koll = ") + c.text(line.koll) +
+             QStringLiteral(" And Moein = ") + c.text(line.moein))};
+    if (!line.tafsily.isEmpty())
+        lines << CounterPartyLine{
+            QStringLiteral("تفصيلي"), line.tafsily,
+            name(QStringLiteral("Select NamHesab From Tafsily Where Tafsily = ") +
+                 c.text(line.tafsily))};
+    if (!line.tafsily2.isEmpty())
+        lines << CounterPartyLine{
+            g.tafsily2LevelName.isEmpty() ? QStringLiteral("تفصيلي2") : g.tafsily2LevelName,
+            line.tafsily2,
+            name(QStringLiteral("Select NamHesab From Tafsily2 Where Tafsily2 = ") +
+                 c.text(line.tafsily2))};
+    if (!line.projectCod.isEmpty())
+        lines << CounterPartyLine{
+            g.projectLevelName.isEmpty() ? QStringLiteral("ProjectCod") : g.projectLevelName,
+            line.projectCod,
+            name(QStringLiteral("Select ProjectNam From M_Project Where ProjectCod = ") +
+                 c.text(line.projectCod))};
+    return lines;
+}
+
+// ---- Grid menu ----------------------------------------------------------------------------------
+
+QString CashBankDocument::helpText() {
+    return QStringLiteral(
+        "سريال: با ورود به خانه سريال، شماره بعدي پيشنهاد مي شود؛ سريال ثبت شده را وارد کنيد تا "
+        "سند باز شود.\n"
+        "رديف ها: Insert رديف جديد، F3 يا دوبار کليک روي خانه هاي حساب و منابع فهرست آنها را باز "
+        "مي کند.\n"
+        "جمع رديف ها بايد با مبلغ سند برابر باشد.");
+}
+
+void CashBankDocument::helpClick() {
+    messages_.note(helpText());
+}
+
+void CashBankDocument::newDocumentClick() {
+    doc_->newDocument();
+    openedSerial_.clear();
+    currencyName_.clear();
+    dateRefused_ = false;
+    notify();
+}
+
+void CashBankDocument::searchClick() {
+    if (openSearch) openSearch(*this);
+}
+
+tr::grid::GridState CashBankDocument::gridState() const {
+    tr::dialog::Messages messages = messages_;
+    return tr::grid::GridState(
+        *services_.database, services_.global->userNumber,
+        [messages](const QString& text, const QString& caption, const QString& code) {
+            return messages.show(text, code, caption);
+        });
+}
+
+bool CashBankDocument::saveColumns(const tr::grid::GridColumns& grid) {
+    return gridState().save(grid, screen_.gridKey());
+}
+
+void CashBankDocument::resetColumns() {
+    gridState().reset(screen_.gridKey());
+}
+
+bool CashBankDocument::restoreColumns(tr::grid::GridColumns& grid) {
+    Query layout(&services_.connection());
+    return gridState().restore(grid, layout, screen_.gridKey());
+}
+
+int CashBankDocument::currentRowIndex() {
+    Query& grid = doc_->grid();
+    // New lines are always appended, so the line being inserted is the last one.
+    if (grid.state() == Query::State::Insert) return grid.RecordCount();
+    return grid.IsEmpty() ? -1 : grid.RecNo() - 1;
+}
+
+bool CashBankDocument::copyRowAbove() {
+    const int row = currentRowIndex();
+    if (row < 1 || !editCurrentRow()) return false;
+    Query& grid = doc_->grid();
+    const QStringList& fields = grid.fieldNames();
+    for (int column = 0; column < fields.size(); ++column) {
+        if (kRowIdentity.contains(fields[column], Qt::CaseInsensitive)) continue;
+        grid.FieldByName(fields[column]).SetValue(grid.value(row - 1, column));
+    }
+    notify();
+    return true;
+}
+
+QString CashBankDocument::clipboardText() {
+    Query& grid = doc_->grid();
+    const QList<GridColumn> columns = screen_.gridColumns(services_.global->projectLevelName);
+    QStringList titles;
+    QList<int> indexes;
+    for (const GridColumn& column : columns) {
+        titles << column.title;
+        indexes << grid.fieldIndex(column.field);
+    }
+    QStringList lines{titles.join(QLatin1Char('\t'))};
+    const int rows = grid.RecordCount() + (grid.state() == Query::State::Insert ? 1 : 0);
+    for (int row = 0; row < rows; ++row) {
+        QStringList cells;
+        for (int index : indexes)
+            cells << (index < 0 ? QString() : grid.value(row, index).toString());
+        lines << cells.join(QLatin1Char('\t'));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QVariantMap CashBankDocument::currentRow() {
+    QVariantMap row;
+    Query& grid = doc_->grid();
+    if (currentRowIndex() < 0) return row;
+    for (const QString& field : grid.fieldNames())
+        if (!kRowIdentity.contains(field, Qt::CaseInsensitive))
+            row.insert(field, grid.FieldByName(field).Value());
+    return row;
+}
+
+void CashBankDocument::rememberRow() {
+    rowMemory_ = currentRow();
+}
+
+bool CashBankDocument::restoreRow() {
+    if (rowMemory_.isEmpty() || !editCurrentRow()) return false;
+    Query& grid = doc_->grid();
+    for (auto it = rowMemory_.cbegin(); it != rowMemory_.cend(); ++it)
+        grid.FieldByName(it.key()).SetValue(it.value());
+    notify();
+    return true;
+}
+
+void CashBankDocument::rememberCell(const QString& field) {
+    Query& grid = doc_->grid();
+    if (currentRowIndex() < 0 || grid.fieldIndex(field) < 0) return;
+    cellMemory_ = grid.FieldByName(field).Value();
+}
+
+bool CashBankDocument::restoreCell(const QString& field) {
+    Query& grid = doc_->grid();
+    if (!cellMemory_ || grid.fieldIndex(field) < 0 ||
+        kRowIdentity.contains(field, Qt::CaseInsensitive) || !editCurrentRow())
+        return false;
+    grid.FieldByName(field).SetValue(*cellMemory_);
+    notify();
+    return true;
+}
+
+bool CashBankDocument::pickFixedDescriptionForLine() {
+    if (!editCurrentRow()) return false;
+    const bool picked = tr::vouchers::pickFixedDescriptionInto(services_, doc_->grid());
+    if (picked) notify();
+    return picked;
+}
+
+bool CashBankDocument::pickFixedDescriptionForDescription() {
+    const LineAccount account =
+        currentRowIndex() < 0 ? LineAccount{} : LineAccount::fromRow(doc_->grid());
+    const std::optional<QString> text = tr::vouchers::pickFixedDescription(services_, account);
+    if (!text) return false;
+    setDescription(*text);
+    notify();
+    return true;
+}
+
+bool CashBankDocument::deleteLine() {
+    Query& grid = doc_->grid();
+    if (!grid.Active() || currentRowIndex() < 0) return false;
+    if (!messages_.ask(QStringLiteral("آيا حذف شود؟"))) return false;
+    if (grid.state() == Query::State::Insert)
+        grid.Cancel();
+    else
+        grid.Delete();
+    notify();
+    return true;
+}
+
+void CashBankDocument::settlementClick() {
+    if (openSettlement) openSettlement(*this);
+}
+
+void CashBankDocument::importClick() {
+    if (importLines) importLines(*this);
+}
+
+void CashBankDocument::designPrintClick() {
+    if (designPrint) designPrint(*this);
+}
+
+void CashBankDocument::printClick() {
+    if (printDocument && canPrint()) printDocument(*this, printLayout);
+}
+
+void CashBankDocument::printVoucherClick() {
+    if (printVoucher && canPrint()) printVoucher(*this);
+}
+
+QString CashBankDocument::reportPropertiesCaption() const {
+    return QStringLiteral("مشخصات گزارش [") + screen_.printItemName + QStringLiteral("]");
+}
+
+// ---- Buttons ------------------------------------------------------------------------------------
+
+bool CashBankDocument::cmdOkClick() {
+    dateRefused_ = false;
+    if (!canSave()) return false;
+    // The header is checked again: the buttons are reachable without passing through the grid.
+    if (!doc_->checkHeader() || !checkDate()) return false;
+    const bool saved = doc_->save();
+    if (saved) {
+        openedSerial_ = header().serial.trimmed();
+        applyCurrencyName();
+    }
+    notify();
+    return saved;
+}
+
+bool CashBankDocument::cmdOkPrintClick() {
+    if (!cmdOkClick()) return false;
+    if (printDocument) printDocument(*this, printLayout);
+    return true;
+}
+
+bool CashBankDocument::cmdDelClick() {
+    if (!canDelete()) return false;
+    const bool deleted = doc_->deleteDocument();
+    if (deleted) {
+        openedSerial_.clear();
+        currencyName_.clear();
+    }
+    notify();
+    return deleted;
+}
+
+bool CashBankDocument::cmdAbtalClick() {
+    dateRefused_ = false;
+    if (!canCancel()) return false;
+    const bool done = cancelled() ? doc_->undoCancel() : doc_->cancelDocument();
+    notify();
+    return done;
+}
+
+}  // namespace tr::cashbank

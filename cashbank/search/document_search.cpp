@@ -1,0 +1,310 @@
+#include "cashbank/search/document_search.h"
+
+#include "common/db/query_helpers.h"
+#include "common/db/sql_literal.h"
+
+namespace tr::cashbank {
+
+const QString DocumentSearch::kProgressTitle = QStringLiteral("جستجوي اسناد");
+const QString DocumentSearch::kProgressText = QStringLiteral("لطفا صبر کنيد");
+const QString DocumentSearch::kStoppedMessage =
+    QStringLiteral("جستجو متوقف شد؛ نتيجه اي نمايش داده نمي شود.");
+const QString DocumentSearch::kReplaceQuestion =
+    QStringLiteral("کلمات شرح در تمام رديفهاي اسناد يافت شده با کلمات جايگزين عوض شوند؟");
+const QString DocumentSearch::kNoReplacementMessage = QStringLiteral("کلمه جايگزين وارد نشده است.");
+const QString DocumentSearch::kGrandTotal = QStringLiteral("جمع کل ");
+
+namespace {
+
+QString twoDigits(const QString& box) {
+    const QString t = box.trimmed();
+    return t.size() == 1 ? QStringLiteral("0") + t : t;
+}
+
+QString kindAlternative(const QStringList& kinds, tr::db::Connection& c) {
+    QStringList quoted;
+    for (const QString& k : kinds) quoted << c.text(k);
+    const QString kind =
+        quoted.size() == 1 ? QStringLiteral("(A.WhatDoc = ") + quoted.front() + QStringLiteral(")")
+                           : QStringLiteral("(A.WhatDoc In (") + quoted.join(QStringLiteral(", ")) +
+                                 QStringLiteral("))");
+    return QStringLiteral("(") + kind + QStringLiteral(" And (A.DocToDate = '0'))");
+}
+
+}  // namespace
+
+std::optional<qint64> serialBox(const QString& text) {
+    bool ok = false;
+    const qint64 n = text.trimmed().toLongLong(&ok);
+    return ok ? std::optional<qint64>(n) : std::nullopt;
+}
+
+std::optional<double> amountBox(const QString& text) {
+    QString t = text.trimmed();
+    t.remove(QLatin1Char(','));
+    bool ok = false;
+    const double n = t.toDouble(&ok);
+    return ok ? std::optional<double>(n) : std::nullopt;
+}
+
+bool DateBoxes::empty() const {
+    return day.trimmed().isEmpty() || month.trimmed().isEmpty() || year.trimmed().isEmpty();
+}
+
+QString DateBoxes::text() const {
+    if (empty()) return {};
+    return year.trimmed() + QLatin1Char('/') + twoDigits(month) + QLatin1Char('/') + twoDigits(day);
+}
+
+DocumentSearch::DocumentSearch(const tr::Services& services, SearchFamily family)
+    : services_(services), family_(searchFamily(family)) {}
+
+DocumentSearch::~DocumentSearch() {
+    // The host may already have closed the company; a table left behind dies with the session.
+    if (!created_ || !services_.database || !services_.database->CommandQuery) return;
+    try {
+        result_.Close();
+        tr::db::dropTempTable(*services_.database, table_.mid(2));
+    } catch (...) {
+    }
+}
+
+QString DocumentSearch::kindsGroup() const {
+    QStringList alternatives;
+    if (filters_.receipts && !family_.receiptKinds.isEmpty())
+        alternatives << kindAlternative(family_.receiptKinds, connection());
+    if (filters_.payments && !family_.paymentKinds.isEmpty())
+        alternatives << kindAlternative(family_.paymentKinds, connection());
+    if (filters_.cancellations) alternatives << QStringLiteral("(A.DocToDate = '1')");
+    if (alternatives.isEmpty()) return QStringLiteral("And (0 = 1) ");
+    return QStringLiteral("And (") + alternatives.join(QStringLiteral(" Or ")) +
+           QStringLiteral(") ");
+}
+
+QString DocumentSearch::wordsCondition() const {
+    // Left to right, each chooser joining its word to everything before it.
+    QString joined;
+    for (int i = 0; i < 3; ++i) {
+        const QString word = filters_.words[i].trimmed();
+        if (word.isEmpty()) continue;
+        const QString like =
+            QStringLiteral("A.Des Like ") + text(QStringLiteral("%") + word + QStringLiteral("%"));
+        if (joined.isEmpty()) {
+            joined = like;
+        } else {
+            const bool orJoin = filters_.joins[i - 1] == WordJoin::Or;
+            joined = QStringLiteral("(") + joined +
+                     (orJoin ? QStringLiteral(" Or ") : QStringLiteral(" And ")) + like +
+                     QStringLiteral(")");
+        }
+    }
+    return joined.isEmpty() ? QString() : QStringLiteral("And (") + joined + QStringLiteral(") ");
+}
+
+QString DocumentSearch::condition() const {
+    QString c;
+    const QString from = filters_.fromDate.text(), to = filters_.toDate.text();
+    if (!from.isEmpty())
+        c += QStringLiteral("And (A.SanadDate >= ") + text(from) + QStringLiteral(") ");
+    if (!to.isEmpty())
+        c += QStringLiteral("And (A.SanadDate <= ") + text(to) + QStringLiteral(") ");
+    const QString fromCode = filters_.fromCode.trimmed(), toCode = filters_.toCode.trimmed();
+    if (!fromCode.isEmpty())
+        c += QStringLiteral("And (NT.CodWhatDoc >= ") + text(fromCode) + QStringLiteral(") ");
+    if (!toCode.isEmpty())
+        c += QStringLiteral("And (NT.CodWhatDoc <= ") + text(toCode) + QStringLiteral(") ");
+    if (filters_.fromSerial)
+        c += QStringLiteral("And (NT.Serial >= ") + tr::db::sqlNumber(*filters_.fromSerial) +
+             QStringLiteral(") ");
+    if (filters_.toSerial)
+        c += QStringLiteral("And (NT.Serial <= ") + tr::db::sqlNumber(*filters_.toSerial) +
+             QStringLiteral(") ");
+    if (filters_.fromAmount)
+        c += QStringLiteral("And ((A.Bes + A.Bed) >= ") + tr::db::sqlNumber(*filters_.fromAmount) +
+             QStringLiteral(") ");
+    if (filters_.toAmount)
+        c += QStringLiteral("And ((A.Bes + A.Bed) <= ") + tr::db::sqlNumber(*filters_.toAmount) +
+             QStringLiteral(") ");
+    c += wordsCondition();
+    c += kindsGroup();
+    return c;
+}
+
+QString DocumentSearch::selectStatement() const {
+    QString select = QStringLiteral("Select ") + family_.accountColumns +
+                     QStringLiteral(
+                         ", NA.NDocNam, NT.Serial, NT.Joz, A.Atfch, A.SanadDate, A.Des, "
+                         "(A.Bes + A.Bed) As SValue, A.WhatDoc, A.DocToDate, ") +
+                     family_.signRule;
+    if (family_.remitterColumns) select += QStringLiteral(", NT.Des1, NT.Des2, NT.Des3, NT.Des4");
+    return select +
+           QStringLiteral(
+               " From N_NaghdTrans As NT Inner Join Asnad As A On (Cast(NT.Idx As "
+               "Varchar(50)) = LTrim(A.Document))") +
+           family_.accountJoin +
+           QStringLiteral(
+               " Inner Join N_AsnadNaghd As NA On (NT.WhatDoc = NA.WhatDoc) Where "
+               "(A.WhatDoc In ") +
+           family_.kindList + QStringLiteral(") And (NT.WhatDoc = NT.WhatDoc2)") +
+           family_.extraWhere + QStringLiteral(" ") + condition() +
+           QStringLiteral("Order By SanadDate, Serial");
+}
+
+QStringList DocumentSearch::resultFields() const {
+    QStringList fields = {"CashCod",   "CashNam",   "NDocNam", "Serial", "Joz",
+                          "CashNo",    "SanadDate", "Des",     "SValue", "WhatDoc",
+                          "DocToDate", "Sign",      "sOrder",  "IDX"};
+    if (family_.remitterColumns)
+        fields << "Des1"
+               << "Des2"
+               << "Des3"
+               << "Des4";
+    return fields;
+}
+
+QString DocumentSearch::fieldCaption(const QString& field) const {
+    if (field == QLatin1String("CashCod")) return family_.codeCaption;
+    if (field == QLatin1String("CashNam")) return family_.nameCaption;
+    if (field == QLatin1String("NDocNam")) return QStringLiteral("نوع مدرك");
+    if (field == QLatin1String("SanadDate")) return QStringLiteral("تاريخ");
+    if (field == QLatin1String("Des")) return QStringLiteral("شرح");
+    if (field == QLatin1String("SValue")) return QStringLiteral("مبلغ");
+    if (field == QLatin1String("Serial")) return QStringLiteral("سريال");
+    if (field == QLatin1String("CashNo")) return QStringLiteral("شماره");
+    if (field == QLatin1String("Joz")) return QStringLiteral("جزء");
+    if (field == QLatin1String("Des1")) return QStringLiteral("حواله");
+    if (field == QLatin1String("Des2")) return QStringLiteral("بانك حواله كننده");
+    if (field == QLatin1String("Des3")) return QStringLiteral("كد شعبه");
+    if (field == QLatin1String("Des4")) return QStringLiteral("نام شعبه");
+    return {};
+}
+
+void DocumentSearch::run(const QString& statement) {
+    tr::db::execute(*services_.database, statement);
+}
+
+void DocumentSearch::prepareTable() {
+    if (created_) {
+        run(QStringLiteral("Truncate Table ") + table_);
+        return;
+    }
+    // Several searches may start within one tick of the clock: the time stamp alone would clash.
+    static int opened = 0;
+    table_ = tr::db::globalTempTableName(services_.global->sessionText + QStringLiteral("Search") +
+                                         QString::number(++opened) + QStringLiteral("_"));
+    QString columns = QStringLiteral(
+        "CashCod Varchar(50) Null, CashNam NVarchar(200) Null, NDocNam NVarchar(100) Null, "
+        "Serial Int Null, Joz Varchar(10) Null, CashNo Varchar(20) Null, SanadDate Varchar(10) "
+        "Null, Des NVarchar(250) Null, SValue Float Null, WhatDoc Varchar(2) Null, DocToDate "
+        "Varchar(10) Null, Sign Int Null, sOrder Varchar(1) Not Null Default '', IDX Int "
+        "Identity(1,1)");
+    if (family_.remitterColumns)
+        columns += QStringLiteral(
+            ", Des1 NVarchar(200) Null, Des2 NVarchar(200) Null, Des3 "
+            "NVarchar(200) Null, Des4 NVarchar(200) Null");
+    run(QStringLiteral("Create Table ") + table_ + QStringLiteral(" (") + columns +
+        QStringLiteral(")"));
+    created_ = true;
+}
+
+bool DocumentSearch::shouldStop() {
+    return services_.progress && services_.progress->stopRequested();
+}
+
+void DocumentSearch::openResult() {
+    result_.setConnection(&connection());
+    result_.setSql(QStringLiteral("Select * From ") + table_ +
+                   QStringLiteral(" Order By sOrder, IDX"));
+    result_.setSort({});
+    result_.Open();
+}
+
+void DocumentSearch::finishStopped() {
+    // A result without its totals would read as complete, so a stopped search shows nothing.
+    run(QStringLiteral("Truncate Table ") + table_);
+    stopped_ = true;
+    openResult();
+    if (services_.progress) services_.progress->closeState();
+    tr::dialog::Messages(services_.dialog).show(kStoppedMessage, QStringLiteral("1IR"));
+}
+
+bool DocumentSearch::mnuSearchClick() {
+    stopped_ = false;
+    result_.Close();
+    if (services_.progress) {
+        services_.progress->showState(kProgressTitle);
+        services_.progress->setStateText(kProgressText);
+    }
+    prepareTable();
+    if (shouldStop()) return finishStopped(), false;
+
+    QString insert = QStringLiteral("Insert Into ") + table_ +
+                     QStringLiteral(
+                         " (CashCod, CashNam, NDocNam, Serial, Joz, CashNo, SanadDate, "
+                         "Des, SValue, WhatDoc, DocToDate, Sign");
+    if (family_.remitterColumns) insert += QStringLiteral(", Des1, Des2, Des3, Des4");
+    run(insert + QStringLiteral(") ") + selectStatement());
+    if (shouldStop()) return finishStopped(), false;
+
+    const auto counted = connection().execute(QStringLiteral("Select Count(*) From ") + table_ +
+                                              QStringLiteral(" Where Sign <> 0"));
+    const bool found = !counted.resultSets.empty() && !counted.resultSets.front().rows.empty() &&
+                       counted.resultSets.front().rows.front().at(0).toLongLong() > 0;
+    if (found) {
+        run(QStringLiteral("Insert Into ") + table_ +
+            QStringLiteral(
+                " (CashNam, NDocNam, Des, SValue, Sign, sOrder) Select CashNam, NDocNam, ") +
+            text(QStringLiteral("جمع ")) + QStringLiteral(" + NDocNam + ") +
+            text(QStringLiteral(" : ")) +
+            QStringLiteral(" + CashNam, Sum(SValue * Sign), 0, 'X' From ") + table_ +
+            QStringLiteral(" Where Sign <> 0 Group By CashNam, NDocNam Order By CashNam, NDocNam"));
+        if (shouldStop()) return finishStopped(), false;
+        run(QStringLiteral("Insert Into ") + table_ +
+            QStringLiteral(" (Des, SValue, Sign, sOrder) Select ") + text(kGrandTotal) +
+            QStringLiteral(", Sum(SValue * Sign), 0, 'Y' From ") + table_ +
+            QStringLiteral(" Where Sign <> 0"));
+        if (shouldStop()) return finishStopped(), false;
+    }
+    openResult();
+    if (services_.progress) services_.progress->closeState();
+    return true;
+}
+
+bool DocumentSearch::mnuReplaceClick() {
+    tr::dialog::Messages messages(services_.dialog);
+    QList<int> pairs;
+    for (int i = 0; i < 3; ++i)
+        if (!filters_.words[i].trimmed().isEmpty() && !filters_.replacements[i].isEmpty())
+            pairs << i;
+    if (pairs.isEmpty()) {
+        messages.show(kNoReplacementMessage, QStringLiteral("1ER"));
+        return false;
+    }
+    if (!messages.ask(kReplaceQuestion)) return false;
+    // The vouchers found: the search's own join, so the code, serial and family restrictions
+    // select exactly the documents the grid lists.
+    const QString found =
+        QStringLiteral(
+            "Select A.SanadNo From Asnad As A Inner Join N_NaghdTrans As NT On "
+            "(Cast(NT.Idx As Varchar(50)) = LTrim(A.Document)) Where (A.WhatDoc In ") +
+        family_.kindList + QStringLiteral(") And (NT.WhatDoc = NT.WhatDoc2)") + family_.extraWhere +
+        QStringLiteral(" ") + condition();
+    for (int i : pairs) {
+        run(QStringLiteral("Update Asnad Set Des = Replace(Des, ") +
+            text(filters_.words[i].trimmed()) + QStringLiteral(",") +
+            text(filters_.replacements[i]) +
+            QStringLiteral(") Where (Des Is Not Null) And SanadNo In (") + found +
+            QStringLiteral(")"));
+    }
+    mnuSearchClick();
+    return true;
+}
+
+QString DocumentSearch::accountName(const QString& code) const {
+    if (code.trimmed().isEmpty()) return {};
+    const auto r = connection().execute(family_.nameLookup + text(code.trimmed()));
+    if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
+    return r.resultSets.front().rows.front().at(0).toString();
+}
+
+}  // namespace tr::cashbank

@@ -1,0 +1,104 @@
+#pragma once
+// The logic of a document search screen: filters, the condition built from the filled ones, the
+// result table with subtotals per account and document name and a grand total (ordered by
+// sOrder so totals stay last), stopping through the progress window, and replacing words in the
+// descriptions of every line of the vouchers found.
+#include <QString>
+#include <array>
+#include <optional>
+
+#include "cashbank/search/search_families.h"
+#include "common/db/query.h"
+#include "common/dialog/message_dialog.h"
+#include "common/session/services.h"
+
+namespace tr::cashbank {
+
+// Day, month and year boxes as typed; all empty means "no date".
+struct DateBoxes {
+    QString day, month, year;
+    bool empty() const;
+    // "yyyy/mm/dd", or empty when the boxes are empty.
+    QString text() const;
+};
+
+enum class WordJoin { And, Or };
+
+// What a serial or amount box holds: nothing when it is empty or not a number.
+std::optional<qint64> serialBox(const QString& text);
+std::optional<double> amountBox(const QString& text);
+
+struct SearchFilters {
+    QString fromCode, toCode;
+    DateBoxes fromDate, toDate;
+    std::optional<qint64> fromSerial, toSerial;
+    std::optional<double> fromAmount, toAmount;
+    bool receipts = true, payments = true, cancellations = true;
+    std::array<QString, 3> words;
+    std::array<QString, 3> replacements;
+    // joins[i] joins word i + 1 to the words before it.
+    std::array<WordJoin, 2> joins{WordJoin::And, WordJoin::And};
+};
+
+class DocumentSearch {
+  public:
+    static const QString kProgressTitle;
+    static const QString kProgressText;
+    static const QString kStoppedMessage;
+    static const QString kReplaceQuestion;
+    static const QString kNoReplacementMessage;
+    static const QString kGrandTotal;
+
+    DocumentSearch(const tr::Services& services, SearchFamily family);
+    ~DocumentSearch();
+    DocumentSearch(const DocumentSearch&) = delete;
+    DocumentSearch& operator=(const DocumentSearch&) = delete;
+
+    void setServices(const tr::Services& services) { services_ = services; }
+    const SearchFamilyRow& family() const { return family_; }
+    SearchFilters& filters() { return filters_; }
+    const SearchFilters& filters() const { return filters_; }
+
+    // The filled filters as "And (...) " pieces, the kinds group included.
+    QString condition() const;
+    QString kindsGroup() const;
+    QString selectStatement() const;
+    QString resultTable() const { return table_; }
+    QStringList resultFields() const;
+    // The result grid's caption of a field, empty for the fields the grid hides.
+    QString fieldCaption(const QString& field) const;
+
+    // F5 / "نمايش نتيجه جستجو". Answers false when the user stopped it: the result is then
+    // empty and stopped() is true until the next search.
+    bool mnuSearchClick();
+    bool stopped() const { return stopped_; }
+    // Replaces each word that has a replacement in every line of the vouchers found, after a
+    // yes/no question, then searches again. Answers whether anything was run.
+    bool mnuReplaceClick();
+
+    // The name beside a code-range box ("" for an unknown or empty code).
+    QString accountName(const QString& code) const;
+
+    tr::db::Query& result() { return result_; }
+    static bool isTotalRow(const QString& sOrder) { return !sOrder.trimmed().isEmpty(); }
+
+  private:
+    tr::db::Connection& connection() const { return services_.connection(); }
+    QString text(const QString& value) const { return connection().text(value); }
+    QString wordsCondition() const;
+    void prepareTable();
+    void run(const QString& statement);
+    bool shouldStop();
+    void finishStopped();
+    void openResult();
+
+    tr::Services services_;
+    const SearchFamilyRow& family_;
+    SearchFilters filters_;
+    QString table_;
+    bool created_ = false;
+    bool stopped_ = false;
+    tr::db::Query result_;
+};
+
+}  // namespace tr::cashbank

@@ -1,0 +1,492 @@
+#include "cashbank/settlement/invoice_settlement.h"
+
+#include <stdexcept>
+
+#include "common/db/database_error.h"
+#include "common/db/query_helpers.h"
+
+namespace tr::cashbank {
+
+namespace {
+
+using tr::db::sqlNumber;
+
+tr::db::ResultSet select(tr::db::Connection& connection, const QString& sql) {
+    tr::db::ExecResult result = connection.execute(sql);
+    if (result.resultSets.empty()) return {};
+    return std::move(result.resultSets.front());
+}
+
+QString withoutHashes(const QString& table) {
+    return table.startsWith(QLatin1String("##")) ? table.mid(2) : table;
+}
+
+// The statements of one write are all or nothing: a failure leaves the links and balances as
+// they were.
+template <typename Work>
+void inTransaction(tr::db::MyDatabase& database, Work&& work) {
+    tr::db::execute(database, QStringLiteral("Begin Tran"));
+    try {
+        work();
+        tr::db::execute(database, QStringLiteral("Commit Tran"));
+    } catch (...) {
+        try {
+            tr::db::execute(database, QStringLiteral("Rollback Tran"));
+        } catch (...) {
+        }
+        throw;
+    }
+}
+
+}  // namespace
+
+QString InvoiceSettlement::windowCaption() {
+    return QStringLiteral(" ثبت چک در صورتحساب");
+}
+QString InvoiceSettlement::amountCaption() {
+    return QStringLiteral("مبلغ دريافت صندوق : ");
+}
+QString InvoiceSettlement::remainingCaption() {
+    return QStringLiteral("باقيمانده دريافت صندوق :");
+}
+QString InvoiceSettlement::customerFilterCaption() {
+    return QStringLiteral("پالايش مشتري");
+}
+
+const SettlementKind* InvoiceSettlement::findKind(const QString& code) {
+    static const SettlementKind receipt{
+        QStringLiteral("10"), QStringLiteral("        ثبت دريافت صندوق در صورتحساب"),
+        QStringLiteral("شماره دريافت صندوق : "), QStringLiteral("دريافت صندوق")};
+    static const SettlementKind deposit{
+        QStringLiteral("50"), QStringLiteral("        ثبت واريز بانک در صورتحساب"),
+        QStringLiteral("شماره واريز بانک : "), QStringLiteral("واريز بانک")};
+    const QString c = code.trimmed();
+    if (c == receipt.code) return &receipt;
+    if (c == deposit.code) return &deposit;
+    return nullptr;
+}
+
+namespace {
+const SettlementKind& kindOf(const tr::vouchers::N_Global& document) {
+    const SettlementKind* kind = InvoiceSettlement::findKind(document.kind().code);
+    if (!kind)
+        throw std::invalid_argument("invoice settlement serves cash receipts and bank deposits");
+    return *kind;
+}
+}  // namespace
+
+InvoiceSettlement::InvoiceSettlement(const tr::Services& services, tr::vouchers::N_Global& document)
+    : services_(services),
+      document_(document),
+      kind_(kindOf(document)),
+      messages_(services.dialog) {
+    document_.writeInvoiceLinks = [this](tr::vouchers::N_Global&) { writeInvoiceLinks(); };
+    document_.undoInvoiceSettlement = [this](tr::vouchers::N_Global&) { undoInvoiceSettlement(); };
+}
+
+InvoiceSettlement::~InvoiceSettlement() {
+    document_.writeInvoiceLinks = nullptr;
+    document_.undoInvoiceSettlement = nullptr;
+    try {
+        tr::db::dropTempTable(database(), withoutHashes(invoiceListTable()));
+        tr::db::dropTempTable(database(), withoutHashes(pendingTable()));
+    } catch (...) {
+        // A lost connection on closing the screen leaves nothing of ours to clean.
+    }
+}
+
+QString InvoiceSettlement::serialNumber() const {
+    return sqlNumber(serial().toLongLong());
+}
+
+QString InvoiceSettlement::existingSerial(const QString& invoice) const {
+    tr::db::Connection& c = connection();
+    const tr::db::ResultSet rows = select(
+        c, QStringLiteral("Select Top 1 * From R_ForoshRelatedNaghd Where SanadNoForosh = ") +
+               c.text(invoice.trimmed()) + QStringLiteral(" And TypeAction = '1' And Whatdoc = ") +
+               c.text(kind_.code) + QStringLiteral(" "));
+    if (rows.rows.empty()) return {};
+    return rows.rows.front().at(rows.columnIndex(QStringLiteral("Serial"))).toString().trimmed();
+}
+
+std::optional<SalesInvoice> InvoiceSettlement::readInvoice(const QString& invoice) const {
+    tr::db::Connection& c = connection();
+    const tr::db::ResultSet rows = select(
+        c, QStringLiteral("Select F.SanadNoForosh, F.SanadDate, F.CustomerCod, C.CustomerNam, "
+                          "F.Koll, F.Moein, F.Tafsily, F.Tafsily2, F.ProjectCod, F.SellValue "
+                          "From R_FactorForosh As F Left Join R_Customer As C On C.CustomerCod = "
+                          "F.CustomerCod Where LTrim(RTrim(F.SanadNoForosh)) = ") +
+               c.text(invoice.trimmed()));
+    if (rows.rows.empty()) return std::nullopt;
+    const tr::db::Row& r = rows.rows.front();
+    const auto text = [&](int i) { return r.at(i).toString().trimmed(); };
+    SalesInvoice found;
+    found.number = text(0);
+    found.date = text(1);
+    found.customer = text(2);
+    found.customerName = text(3);
+    found.koll = text(4);
+    found.moein = text(5);
+    found.tafsily = text(6);
+    found.tafsily2 = text(7);
+    found.projectCod = text(8);
+    found.sellValue = r.at(9).toDouble();
+    return found;
+}
+
+bool InvoiceSettlement::prefill(const SalesInvoice& invoice) {
+    tr::vouchers::DocumentHeader& header = document_.header();
+    header.setDate(invoice.date);
+    header.amount = invoice.sellValue;
+    // Both the header and the line need a description before the save accepts them.
+    const QString description = QStringLiteral("بابت صورتحساب فروش شماره ") + invoice.number;
+    if (header.description.trimmed().isEmpty()) header.description = description;
+    tr::db::Query& grid = document_.grid();
+    grid.Append();
+    grid.FieldByName(QStringLiteral("Koll")).SetAsString(invoice.koll);
+    grid.FieldByName(QStringLiteral("Moein")).SetAsString(invoice.moein);
+    grid.FieldByName(QStringLiteral("Tafsily")).SetAsString(invoice.tafsily);
+    grid.FieldByName(QStringLiteral("Tafsily2")).SetAsString(invoice.tafsily2);
+    grid.FieldByName(QStringLiteral("ProjectCod")).SetAsString(invoice.projectCod);
+    grid.FieldByName(QStringLiteral("Des")).SetAsString(description);
+    grid.FieldByName(tr::vouchers::sideColumn(document_.kind().gridSide()))
+        .SetAsFloat(invoice.sellValue);
+    // '01' is the customer counter-party: the links of an invoice-bound save are its lines.
+    grid.FieldByName(QStringLiteral("WhatDoc2")).SetAsString(QStringLiteral("01"));
+    grid.FieldByName(QStringLiteral("CodWhatDoc2")).SetAsString(invoice.customer);
+    grid.FieldByName(QStringLiteral("NamWhatDoc2")).SetAsString(invoice.customerName);
+    grid.Post();
+    return grid.state() == tr::db::Query::State::Browse;
+}
+
+bool InvoiceSettlement::prepareForInvoice(const QString& invoice) {
+    setInvoiceNumber(invoice);
+    const QString existing = existingSerial(invoice_);
+    if (!existing.isEmpty() && document_.openDocument(existing)) {
+        noteMultiInvoice(existing);
+        return true;
+    }
+    document_.newDocument();
+    if (const std::optional<SalesInvoice> found = readInvoice(invoice_)) prefill(*found);
+    return false;
+}
+
+bool InvoiceSettlement::noteMultiInvoice(const QString& serial) {
+    const tr::db::ResultSet invoices = select(
+        connection(),
+        QStringLiteral("Select Distinct SanadNoForosh From R_ForoshRelatedNaghd Where WhatDoc = ") +
+            connection().text(kind_.code) + QStringLiteral(" And Serial = ") +
+            sqlNumber(serial.trimmed().toLongLong()) + QStringLiteral(" And TypeAction = '1'"));
+    if (invoices.rows.size() < 2) return false;
+    messages_.note(QStringLiteral("اين شماره سريال چند فاکتوري است"));
+    return true;
+}
+
+QString InvoiceSettlement::invoicePeriod(const QString& invoice) const {
+    tr::db::Connection& c = connection();
+    const QString year = services_.global->sYear.trimmed();
+    if (readInvoice(invoice)) return year;
+    // An earlier period's invoice is known here only through R_OldFactor.
+    const tr::db::ResultSet rows =
+        select(c, QStringLiteral("Select Top 1 MainDorehMali From R_OldFactor Where "
+                                 "SanadNoForosh = ") +
+                      c.text(invoice) + QStringLiteral(" Order By MainDorehMali Desc"));
+    return rows.rows.empty() ? year : rows.rows.front().at(0).toString().trimmed();
+}
+
+void InvoiceSettlement::recomputeInvoices(tr::db::MyDatabase& database, const QString& kind) {
+    tr::db::Connection& c = *database.Connection;
+    tr::db::execute(database, QStringLiteral("UPDATE R_OldFactor SET  NaghdValue = NaghdValue1 "));
+    tr::db::execute(
+        database,
+        QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue + IsNull((Select "
+                       "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where R.WhatDoc = ") +
+            c.text(kind) +
+            QStringLiteral(" And R.SanadNoForosh + '_' + R.DorehMali = R_OldFactor.SanadNoForosh "
+                           "+ '_' + R_OldFactor.MainDorehMali), 0)"));
+    tr::db::execute(
+        database,
+        QStringLiteral("UPDATE R_OldFactor SET MandehFactor = FactorValue - NaghdValue "));
+}
+
+void InvoiceSettlement::writeInvoiceLinks() {
+    if (serial().isEmpty()) return;
+    if (invoiceMode()) {
+        writeInvoiceBoundLinks();
+        return;
+    }
+    // The save gave the lines new IDX values: the saved links find their lines again through
+    // the amount and description their old lines had (the voucher copied aside by the save).
+    if (!hasPendingAllocations()) keepSavedAllocations();
+    writePendingAllocations();
+}
+
+void InvoiceSettlement::keepSavedAllocations() {
+    tr::db::Connection& c = connection();
+    createPendingTable();
+    const QString history = document_.historyTable();
+    const bool hasHistory = tr::db::objectExistsInTempdb(c, history);
+    tr::db::execute(
+        database(),
+        QStringLiteral("Insert Into ") + pendingTable() +
+            QStringLiteral(" (sSelect, DorehMali, SanadNoForosh, NaghdValue, CashValue, Des) "
+                           "Select 'P', R.DorehMali, R.SanadNoForosh, R.NaghdValue, ") +
+            (hasHistory ? QStringLiteral("H.Bes, H.Des From R_ForoshRelatedNaghd As R Left Join ") +
+                              history +
+                              QStringLiteral(" As H On (H.Document = Cast(R.Idx As Varchar(20)) "
+                                             "And H.TypeSys = 'N' And H.DocToDate = '0')")
+                        : QStringLiteral("Null, Null From R_ForoshRelatedNaghd As R")) +
+            QStringLiteral(" Where R.TypeAction = '1' And R.WhatDoc = ") + c.text(kind_.code) +
+            QStringLiteral(" And R.Serial = ") + serialNumber());
+}
+
+void InvoiceSettlement::writeInvoiceBoundLinks() {
+    tr::db::Connection& c = connection();
+    const QString period = invoicePeriod(invoice_);
+    inTransaction(database(), [&] {
+        tr::db::execute(database(),
+                        QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
+                            c.text(kind_.code) + QStringLiteral(" And Serial = ") +
+                            c.text(serial()));
+        tr::db::execute(
+            database(),
+            QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx , WhatDoc ,Serial , AtfCh , "
+                           "DocToDate , SanadNoForosh , TypeAction, NaghdValue,DorehMali) Select "
+                           "N.Idx, N.WhatDoc, N.Serial, N.Idx, A.DocToDate, ") +
+                c.text(invoice_) + QStringLiteral(", '1' , A.Bes,") + c.text(period) +
+                QStringLiteral(" From N_NaghdTrans as N Inner Join Asnad As A On (N.Idx = "
+                               "Cast(A.Document As Integer) And A.WhatDoc = N.WhatDoc) Where "
+                               "N.Whatdoc = ") +
+                c.text(kind_.code) + QStringLiteral(" And N.Serial = ") + c.text(serial()) +
+                QStringLiteral(" And A.WhatDoc2 = '01'  And A.Typesys = 'N'"));
+        // The invoice's open balance follows its new links at once.
+        recomputeInvoices(database(), kind_.code);
+    });
+    // Allocations made in the dialog give way to the invoice the document was opened for.
+    discardPendingAllocations();
+}
+
+void InvoiceSettlement::writePendingAllocations() {
+    tr::db::Connection& c = connection();
+    const QString pending = pendingTable();
+    // 1. Each allocation finds its line by equal amount and description.
+    tr::db::execute(database(), QStringLiteral("Update ") + pending +
+                                    QStringLiteral(" Set IDX = Null, AtfCh = Null"));
+    const tr::db::ResultSet lines = select(
+        c, QStringLiteral("SELECT N.IDX,A.Bes,A.Des FROM N_NaghdTrans N JOIN asnad A ON N.IDX = "
+                          "A.[Document] WHERE A.TypeSys = 'N' AND N.Serial = ") +
+               serialNumber() + QStringLiteral(" AND N.WhatDoc = ") +
+               sqlNumber(kind_.code.toLongLong()) + QStringLiteral(" AND bes <> 0"));
+    for (const tr::db::Row& line : lines.rows) {
+        const qint64 idx = line.at(0).toLongLong();
+        tr::db::execute(database(),
+                        QStringLiteral("Update ") + pending + QStringLiteral(" Set IDX = ") +
+                            sqlNumber(idx) + QStringLiteral(", AtfCh = ") +
+                            c.text(QString::number(idx)) +
+                            QStringLiteral(" Where IDX Is Null And CashValue = ") +
+                            sqlNumber(line.at(1).toDouble()) + QStringLiteral(" And Des = ") +
+                            c.text(line.at(2).toString()));
+    }
+    inTransaction(database(), [&] {
+        // 2. The document's links are replaced by the chosen rows.
+        tr::db::execute(
+            database(),
+            QStringLiteral(" DELETE FROM R_ForoshRelatedNaghd WHERE TypeAction = '1' ") +
+                QStringLiteral("AND WhatDoc = ") + c.text(kind_.code) +
+                QStringLiteral(" AND Serial = ") + serialNumber());
+        tr::db::execute(
+            database(),
+            QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx, WhatDoc, Serial, AtfCh, "
+                           "DocToDate, SanadNoForosh, TypeAction, NaghdValue, DorehMali) Select "
+                           "IDX, ") +
+                c.text(kind_.code) + QStringLiteral(", ") + serialNumber() +
+                QStringLiteral(", AtfCh, '0', SanadNoForosh, '1', NaghdValue, DorehMali From ") +
+                pending + QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
+        // 3. Balances, from this kind's links.
+        recomputeInvoices(database(), kind_.code);
+    });
+    discardPendingAllocations();
+}
+
+void InvoiceSettlement::undoInvoiceSettlement() {
+    tr::db::Connection& c = connection();
+    if (serial().isEmpty()) return;
+    inTransaction(database(), [&] {
+        tr::db::execute(
+            database(),
+            QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue - IsNull((Select "
+                           "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where R.WhatDoc = ") +
+                c.text(kind_.code) + QStringLiteral(" And R.Serial = ") + serialNumber() +
+                QStringLiteral(" And R.SanadNoForosh = R_OldFactor.SanadNoForosh And R.DorehMali "
+                               "= R_OldFactor.MainDorehMali), 0)"));
+        tr::db::execute(
+            database(),
+            QStringLiteral("UPDATE R_OldFactor SET MandehFactor = FactorValue - NaghdValue "));
+        tr::db::execute(database(),
+                        QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
+                            c.text(kind_.code) + QStringLiteral(" And Serial = ") +
+                            c.text(serial()));
+    });
+    discardPendingAllocations();
+}
+
+QStringList InvoiceSettlement::openPeriods() const {
+    tr::db::Connection& c = connection();
+    QStringList periods;
+    const auto add = [&](const tr::db::ResultSet& rows) {
+        for (const tr::db::Row& row : rows.rows) {
+            const QString period = row.at(0).toString().trimmed();
+            if (!period.isEmpty() && !periods.contains(period)) periods << period;
+        }
+    };
+    add(select(
+        c, QStringLiteral("select Distinct DorehMali From R_OldFactor WHERE MandehFactor <> 0")));
+    // A fully paid invoice stays in the list while this document is what pays it.
+    if (!serial().isEmpty())
+        add(select(c, QStringLiteral("Select Distinct DorehMali From R_ForoshRelatedNaghd Where "
+                                     "WhatDoc = ") +
+                          c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber()));
+    if (hasPendingAllocations())
+        add(select(c, QStringLiteral("Select Distinct DorehMali From ") + pendingTable()));
+    periods.sort();
+    return periods;
+}
+
+void InvoiceSettlement::fillOpenInvoices(const QString& table, const QString& customer) const {
+    tr::db::Connection& c = connection();
+    tr::db::dropTempTable(database(), withoutHashes(table));
+    tr::db::execute(
+        database(),
+        QStringLiteral("Create Table ") + table +
+            QStringLiteral(" (sSelect Varchar(1), DorehMali Varchar(10), SanadNoForosh "
+                           "Varchar(20), FactorDate Varchar(10), FactorValue Float, GetValue "
+                           "Float, NaghdValue Float, CustomerNam NVarchar(100), ChqValue Float, "
+                           "ChqNo Varchar(20), CustomerCod Varchar(10), ID Int Identity(1, 1))"));
+    const QString serialValue = serial().isEmpty() ? QStringLiteral("0") : serialNumber();
+    for (const QString& period : openPeriods()) {
+        const QString name =
+            tr::db::companyDatabaseName(c, services_.global->sCode.trimmed(), period);
+        if (name.isEmpty()) continue;
+        // The current period's tables are read without a database prefix.
+        const QString prefix = name.compare(c.databaseName(), Qt::CaseInsensitive) == 0
+                                   ? QString()
+                                   : name + QStringLiteral("..");
+        QString sql = QStringLiteral("Insert Into ") + table +
+                      QStringLiteral(
+                          " (sSelect, DorehMali, SanadNoForosh, FactorDate, FactorValue, "
+                          "GetValue, NaghdValue, CustomerNam, CustomerCod) Select '', "
+                          "O.MainDorehMali, O.SanadNoForosh, F.SanadDate, O.FactorValue, "
+                          "O.FactorValue - O.NaghdValue1 - IsNull((Select Sum(R.NaghdValue) From "
+                          "R_ForoshRelatedNaghd As R Where R.SanadNoForosh = O.SanadNoForosh And "
+                          "R.DorehMali = O.MainDorehMali And Not (R.WhatDoc = ") +
+                      c.text(kind_.code) + QStringLiteral(" And R.Serial = ") + serialValue +
+                      QStringLiteral(
+                          ")), 0), 0, C.CustomerNam, F.CustomerCod From R_OldFactor As O Inner "
+                          "Join ") +
+                      prefix +
+                      QStringLiteral(
+                          "R_FactorForosh As F On F.SanadNoForosh = O.SanadNoForosh "
+                          "Left Join ") +
+                      prefix +
+                      QStringLiteral(
+                          "R_Customer As C On C.CustomerCod = F.CustomerCod Where "
+                          "O.MainDorehMali = ") +
+                      c.text(period);
+        if (!customer.trimmed().isEmpty())
+            sql += QStringLiteral(" And F.CustomerCod = ") + c.text(customer.trimmed());
+        tr::db::execute(database(), sql);
+    }
+    // This document's own allocations: those waiting for the save, else the saved ones.
+    const tr::db::ResultSet own =
+        hasPendingAllocations()
+            ? select(c,
+                     QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From ") +
+                         pendingTable() +
+                         QStringLiteral(" Where sSelect = 'P' Group By SanadNoForosh, DorehMali"))
+            : select(c,
+                     QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From "
+                                    "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
+                         c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialValue +
+                         QStringLiteral(" Group By SanadNoForosh, DorehMali"));
+    for (const tr::db::Row& row : own.rows) {
+        tr::db::execute(database(), QStringLiteral("Update ") + table +
+                                        QStringLiteral(" Set sSelect = 'P', NaghdValue = ") +
+                                        sqlNumber(row.at(2).toDouble()) +
+                                        QStringLiteral(" Where SanadNoForosh = ") +
+                                        c.text(row.at(0).toString().trimmed()) +
+                                        QStringLiteral(" And DorehMali = ") +
+                                        c.text(row.at(1).toString().trimmed()));
+    }
+    tr::db::execute(database(), QStringLiteral("Delete From ") + table +
+                                    QStringLiteral(" Where sSelect <> 'P' And GetValue < 0.005"));
+}
+
+bool InvoiceSettlement::hasPendingAllocations() const {
+    return tr::db::objectExistsInTempdb(connection(), pendingTable());
+}
+
+void InvoiceSettlement::createPendingTable() {
+    tr::db::dropTempTable(database(), withoutHashes(pendingTable()));
+    tr::db::execute(database(),
+                    QStringLiteral("Create Table ") + pendingTable() +
+                        QStringLiteral(" (sSelect Varchar(1), DorehMali Varchar(10), SanadNoForosh "
+                                       "Varchar(20), NaghdValue Float, CashValue Float, Des "
+                                       "NVarchar(200), IDX Int, AtfCh Varchar(20))"));
+}
+
+void InvoiceSettlement::keepAllocations(const QString& listTable, double lineAmount,
+                                        const QString& lineDes) {
+    tr::db::Connection& c = connection();
+    createPendingTable();
+    tr::db::execute(
+        database(),
+        QStringLiteral("Insert Into ") + pendingTable() +
+            QStringLiteral(" (sSelect, DorehMali, SanadNoForosh, NaghdValue, CashValue, "
+                           "Des) Select sSelect, DorehMali, SanadNoForosh, NaghdValue, ") +
+            sqlNumber(lineAmount) + QStringLiteral(", ") + c.text(lineDes) +
+            QStringLiteral(" From ") + listTable +
+            QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
+}
+
+void InvoiceSettlement::discardPendingAllocations() {
+    tr::db::dropTempTable(database(), withoutHashes(pendingTable()));
+}
+
+QString InvoiceSettlement::paymentsTitle(const QString& invoice) {
+    return QStringLiteral("وجوه پرداختي صورتحساب شماره : ") + invoice.trimmed();
+}
+
+void InvoiceSettlement::showPayments(const QString& invoice, const QString& period) {
+    if (!services_.pickList) return;
+    tr::db::Connection& c = connection();
+    const QString table = document_.transferTable() + QStringLiteral("Pay");
+    tr::db::dropTempTable(database(), withoutHashes(table));
+    QString sql = QStringLiteral("SELECT N.NDocNam,Serial,AtfCh,SanadNoForosh,NaghdValue Into ") +
+                  table +
+                  QStringLiteral(
+                      " FROM R_ForoshRelatedNaghd D JOIN N_AsnadNaghd N ON N.WhatDoc = "
+                      "D.WhatDoc WHERE LTRIM(RTRIM(D.SanadNoForosh)) = ") +
+                  c.text(invoice.trimmed()) + QStringLiteral(" AND D.NaghdValue <>0");
+    if (!period.trimmed().isEmpty())
+        sql += QStringLiteral(" AND DorehMali = ") + c.text(period.trimmed());
+    tr::db::execute(database(), sql);
+    const QList<tr::dialog::PickColumn> columns = {
+        {QStringLiteral("NDocNam"), QStringLiteral("نوع پرداخت"), 140},
+        {QStringLiteral("Serial"), QStringLiteral("سريال"), 70},
+        {QStringLiteral("AtfCh"), QStringLiteral("شناسه"), 90},
+        {QStringLiteral("SanadNoForosh"), QStringLiteral("صورتحساب"), 90},
+        {QStringLiteral("NaghdValue"), QStringLiteral("مبلغ پرداختي"), 120},
+    };
+    try {
+        services_.pickList->pick(
+            paymentsTitle(invoice),
+            QStringLiteral("Select * From ") + table + QStringLiteral(" Order By SanadNoForosh"),
+            columns, 0);
+    } catch (...) {
+        tr::db::dropTempTable(database(), withoutHashes(table));
+        throw;
+    }
+    tr::db::dropTempTable(database(), withoutHashes(table));
+}
+
+}  // namespace tr::cashbank

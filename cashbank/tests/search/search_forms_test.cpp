@@ -1,0 +1,112 @@
+// The launcher and a search form on the offscreen platform: buttons by rights, F5, the totals
+// drawn apart, title-click sorting; screenshots are left in the build tree for a look by eye.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFont>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include "cashbank/tests/search/search_fixture.h"
+#include "cashbank/ui/search/document_search_form.h"
+#include "cashbank/ui/search/search_form.h"
+#include "common/ui/dataset_model.h"
+
+namespace tr::cashbank::testing {
+namespace {
+
+QString s(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+class SearchForms : public SearchTest {};
+
+TEST_F(SearchForms, LauncherShowsTheSearchesTheUserMayRunAndOpensThem) {
+    session->global.rights =
+        s("N_A_SEARCH_CASH(Y)N_A_SEARCH_TANKHAH(Y)N_A_SEARCH_VARIZ(Y)"
+          "N_A_SEARCH_CHQPAY(Y)N_A_SEARCH_HAVALEH(Y)N_A_SEARCH_BARDASHTBANK(Y)"
+          "N_A_SEARCH_CHQGET(Y)");
+    TSearchForm launcher(session->services);
+    launcher.resize(760, 420);
+    launcher.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&launcher));
+    EXPECT_EQ(launcher.layoutDirection(), Qt::RightToLeft);
+    EXPECT_TRUE(launcher.button(s("btnCash"))->isVisible());
+    EXPECT_FALSE(launcher.button(s("btnChqGet"))->isEnabled());
+    EXPECT_FALSE(launcher.button(s("btnChqGet"))->toolTip().isEmpty());
+    QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+    EXPECT_TRUE(launcher.grab().save(QStringLiteral(TR_SCREENS_DIR "/search_launcher.png")));
+
+    session->global.rights = s("N_A_SEARCH_TANKHAH(Y)");
+    launcher.setServices(session->services);
+    EXPECT_FALSE(launcher.button(s("btnCash"))->isVisible());
+    EXPECT_TRUE(launcher.button(s("btnTankhah"))->isVisible());
+
+    QTest::mouseClick(launcher.button(s("btnTankhah")), Qt::LeftButton);
+    DocumentSearchForm* form = launcher.openSearch(SearchFamily::PettyCash);
+    EXPECT_NE(dynamic_cast<TTankhahSearchForm*>(form), nullptr);
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(launcher.openSearch(SearchFamily::PettyCash), form);  // created once
+}
+
+TEST_F(SearchForms, CashSearchShowsSubtotalsApartAndSortsThemLast) {
+    Doc a = receipt(1, 1250000);
+    a.description = s("دريافت وجه نقد فروش روزانه فروشگاه مرکزي");
+    Doc b = receipt(2, 380000, s("2"));
+    Doc c = receipt(3, 74500000);
+    c.kind = s("20");
+    c.description = s("پرداخت حقوق کارکنان");
+    for (const Doc& d : {a, b, c}) save(d);
+    cancel(s("10"), 2, s("2"));
+
+    TCashSearchForm form(session->services);
+    form.resize(1100, 560);
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    form.fromDate.day->setText(s("1"));
+    form.fromDate.month->setText(s("1"));
+    form.fromDate.year->setText(s("1404"));
+    form.fromCode->setText(s("1"));
+    emit form.fromCode->editingFinished();
+    EXPECT_EQ(form.fromName->text(), s("صندوق مرکزي"));
+    form.words[0]->setFocus();
+    QTest::keyClick(form.words[0], Qt::Key_F5);
+
+    tr::ui::DatasetModel* model = form.model();
+    ASSERT_EQ(model->rowCount(), 4 + 3 + 1);
+    const int des = model->fieldColumn(s("Des"));
+    const int last = model->rowCount() - 1;
+    EXPECT_EQ(model->index(last, des).data().toString(), s("جمع کل "));
+    EXPECT_TRUE(model->index(last, des).data(Qt::FontRole).value<QFont>().bold());
+    EXPECT_TRUE(model->index(last, des).data(Qt::BackgroundRole).isValid());
+    EXPECT_FALSE(model->index(0, des).data(Qt::BackgroundRole).isValid());
+    EXPECT_TRUE(form.grid()->isColumnHidden(model->fieldColumn(s("sOrder"))));
+    EXPECT_EQ(model->headerData(model->fieldColumn(s("CashCod")), Qt::Horizontal).toString(),
+              s("صندوق"));
+    // The given column order, from the right: code, name, kind, date, description, amount...
+    EXPECT_EQ(form.grid()->horizontalHeader()->visualIndex(model->fieldColumn(s("SValue"))), 5);
+
+    QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+    EXPECT_TRUE(form.grab().save(QStringLiteral(TR_SCREENS_DIR "/cash_search_result.png")));
+
+    const int amount = model->fieldColumn(s("SValue"));
+    form.grid()->horizontalHeader()->sectionClicked(amount);
+    form.grid()->horizontalHeader()->sectionClicked(amount);
+    EXPECT_EQ(form.search().result().sort().trimmed(), s("sOrder, SValue DESC"));
+    EXPECT_EQ(model->titleColour(s("SValue")), QColor(Qt::blue));
+    const int order = model->fieldColumn(s("sOrder"));
+    QString orders;
+    for (int r = 0; r < model->rowCount(); ++r) {
+        const QString o = model->index(r, order).data().toString();
+        orders += o.isEmpty() ? QStringLiteral("-") : o;
+    }
+    EXPECT_EQ(orders, s("----XXXY"));
+    EXPECT_EQ(model->index(0, amount).data().toString(), s("74,500,000"));
+}
+
+}  // namespace
+}  // namespace tr::cashbank::testing

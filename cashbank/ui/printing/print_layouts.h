@@ -1,0 +1,37 @@
+#pragma once
+// The built-in print layouts of a cash or bank document ("جديد" and "قديم") and of its voucher:
+// right-to-left rich text laid out on the printer's page, to a PDF file or to a print preview
+// whose modal show goes through tr::sdk::ModalRunner.
+#include <QString>
+#include <memory>
+
+#include "cashbank/printing/document_print.h"
+
+class QPrinter;
+class QTextDocument;
+class QWidget;
+
+namespace tr::cashbank::ui {
+
+// The choice beside "تاييد و چاپ": "جديد" (checked by default) or "قديم".
+enum class PrintLayout { New, Old };
+
+QString documentHtml(const DocumentPrint& document, PrintLayout layout);
+QString voucherHtml(const VoucherPrint& voucher);
+
+// A document ready to lay out on a printer (font, direction, the HTML).
+std::unique_ptr<QTextDocument> printableDocument(const QString& html);
+// Lays the document out on the printer's page and prints every page.
+void renderTo(QTextDocument& document, QPrinter& printer);
+
+// Both answer false when nothing was printed (file not writable, preview closed unseen is fine).
+bool printToPdf(const QString& html, const QString& title, const QString& pdfPath);
+// `key` names the preview window (the report key of a voucher print).
+bool showPrintPreview(const QString& html, const QString& title, QWidget* parent,
+                      const QString& key = {});
+
+// Amounts and numbers as the prints show them: Persian digits, thousands grouped.
+QString persianDigits(const QString& text);
+QString printedAmount(double amount);
+
+}  // namespace tr::cashbank::ui

@@ -1,0 +1,296 @@
+#include "cashbank/ui/search/document_search_form.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFont>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenuBar>
+#include <QRegularExpressionValidator>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include "common/ui/dataset_model.h"
+#include "common/ui/title_sorter.h"
+#include "host/sdk/persian_font.h"
+
+namespace tr::cashbank {
+
+namespace {
+
+// Subtotal and grand-total rows stand apart from the documents: bold on a shade of their own.
+class SearchResultModel : public tr::ui::DatasetModel {
+  public:
+    using DatasetModel::DatasetModel;
+
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role != Qt::FontRole && role != Qt::BackgroundRole)
+            return DatasetModel::data(index, role);
+        const int order = fieldColumn(QStringLiteral("sOrder"));
+        if (!query() || order < 0 || !index.isValid()) return DatasetModel::data(index, role);
+        const QString kind = query()->value(index.row(), order).toString().trimmed();
+        if (kind.isEmpty()) return DatasetModel::data(index, role);
+        if (role == Qt::FontRole) {
+            QFont bold;
+            bold.setBold(true);
+            return bold;
+        }
+        return kind == QLatin1String("Y") ? QColor(0xf2, 0xd7, 0x9a) : QColor(0xfb, 0xef, 0xcf);
+    }
+};
+
+QString amountText(const QVariant& value) {
+    if (value.isNull()) return {};
+    const double v = value.toDouble();
+    QLocale english(QLocale::English);
+    // Rials rarely carry decimals; they are shown only when there are some.
+    return v == qRound64(v) ? english.toString(qRound64(v)) : english.toString(v, 'f', 2);
+}
+
+QLineEdit* digitsBox(QWidget* owner, int width, const QString& pattern) {
+    auto* edit = new QLineEdit(owner);
+    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(pattern), edit));
+    edit->setFixedWidth(width);
+    edit->setAlignment(Qt::AlignCenter);
+    return edit;
+}
+
+QLabel* caption(const QString& text, QWidget* owner) {
+    auto* label = new QLabel(text, owner);
+    label->setAlignment(Qt::AlignVCenter | Qt::AlignLeading);
+    return label;
+}
+
+}  // namespace
+
+DocumentSearchForm::DateEdits DocumentSearchForm::dateEdits(QWidget* owner) {
+    return {digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
+            digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
+            digitsBox(owner, 50, QStringLiteral("\\d{0,4}"))};
+}
+
+DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamily family,
+                                       QWidget* parent)
+    : QWidget(parent), search_(std::make_unique<DocumentSearch>(services, family)) {
+    const SearchFamilyRow& row = search_->family();
+    setObjectName(row.gridKey + QStringLiteral("Form"));
+    setWindowTitle(row.caption);
+    setLayoutDirection(Qt::RightToLeft);
+    setFont(tr::sdk::persianFont(13));
+
+    auto* menuBar = new QMenuBar(this);
+    QMenu* menu = menuBar->addMenu(QStringLiteral("جستجو"));
+    searchAction_ = menu->addAction(QStringLiteral("نمايش نتيجه جستجو"));
+    searchAction_->setShortcut(QKeySequence(Qt::Key_F5));
+    searchAction_->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(searchAction_);
+    connect(searchAction_, &QAction::triggered, this, &DocumentSearchForm::mnuSearchClick);
+    QAction* replace = menu->addAction(QStringLiteral("جايگزيني کلمات در شرح اسناد"));
+    connect(replace, &QAction::triggered, this, &DocumentSearchForm::mnuReplaceClick);
+
+    auto* title = new QLabel(row.caption, this);
+    title->setAlignment(Qt::AlignCenter);
+    title->setAutoFillBackground(true);
+    title->setForegroundRole(QPalette::HighlightedText);
+    title->setBackgroundRole(QPalette::Highlight);
+    title->setMinimumHeight(26);
+
+    auto* filters = new QWidget(this);
+    auto* grid = new QGridLayout(filters);
+    grid->setContentsMargins(6, 4, 6, 4);
+    grid->setHorizontalSpacing(6);
+
+    const QString digits = QStringLiteral("\\d{0,9}");
+    fromCode = digitsBox(filters, 90, QStringLiteral("\\S{0,20}"));
+    toCode = digitsBox(filters, 90, QStringLiteral("\\S{0,20}"));
+    fromName = new QLabel(filters);
+    toName = new QLabel(filters);
+    for (QLabel* name : {fromName, toName}) {
+        name->setMinimumWidth(190);
+        name->setFrameShape(QFrame::StyledPanel);
+    }
+    connect(fromCode, &QLineEdit::editingFinished, this,
+            [this] { fromName->setText(search_->accountName(fromCode->text())); });
+    connect(toCode, &QLineEdit::editingFinished, this,
+            [this] { toName->setText(search_->accountName(toCode->text())); });
+    grid->addWidget(caption(QStringLiteral("از ") + row.rangeNoun, filters), 0, 0);
+    grid->addWidget(fromCode, 0, 1);
+    grid->addWidget(fromName, 0, 2, 1, 3);
+    grid->addWidget(caption(QStringLiteral("تا ") + row.rangeNoun, filters), 0, 5);
+    grid->addWidget(toCode, 0, 6);
+    grid->addWidget(toName, 0, 7, 1, 3);
+
+    fromDate = dateEdits(filters);
+    toDate = dateEdits(filters);
+    const auto addDate = [&](const QString& text, const DateEdits& date, int column) {
+        grid->addWidget(caption(text, filters), 1, column);
+        auto* boxes = new QHBoxLayout;
+        boxes->setSpacing(2);
+        // Day, month, year from the right, as a Persian date is read.
+        boxes->addWidget(date.day);
+        boxes->addWidget(new QLabel(QStringLiteral("/"), filters));
+        boxes->addWidget(date.month);
+        boxes->addWidget(new QLabel(QStringLiteral("/"), filters));
+        boxes->addWidget(date.year);
+        boxes->addStretch();
+        grid->addLayout(boxes, 1, column + 1, 1, 4);
+    };
+    addDate(QStringLiteral("از تاريخ"), fromDate, 0);
+    addDate(QStringLiteral("تا تاريخ"), toDate, 5);
+
+    fromSerial = digitsBox(filters, 90, digits);
+    toSerial = digitsBox(filters, 90, digits);
+    grid->addWidget(caption(QStringLiteral("از سريال"), filters), 2, 0);
+    grid->addWidget(fromSerial, 2, 1);
+    grid->addWidget(caption(QStringLiteral("تا سريال"), filters), 2, 5);
+    grid->addWidget(toSerial, 2, 6);
+
+    const QString amount = QStringLiteral("[\\d,]{0,20}(\\.\\d{0,2})?");
+    fromAmount = digitsBox(filters, 130, amount);
+    toAmount = digitsBox(filters, 130, amount);
+    grid->addWidget(caption(QStringLiteral("از مبلغ"), filters), 3, 0);
+    grid->addWidget(fromAmount, 3, 1, 1, 2);
+    grid->addWidget(caption(QStringLiteral("تا مبلغ"), filters), 3, 5);
+    grid->addWidget(toAmount, 3, 6, 1, 2);
+
+    receipts = new QCheckBox(QStringLiteral("دريافت"), filters);
+    payments = new QCheckBox(QStringLiteral("پرداخت "), filters);
+    cancellations = new QCheckBox(QStringLiteral("ابطال"), filters);
+    auto* kinds = new QHBoxLayout;
+    for (QCheckBox* box : {receipts, payments, cancellations}) {
+        box->setChecked(true);
+        kinds->addWidget(box);
+    }
+    kinds->addStretch();
+    // A box with no kind of this family behind it would only mislead.
+    receipts->setEnabled(!row.receiptKinds.isEmpty());
+    payments->setEnabled(!row.paymentKinds.isEmpty());
+    grid->addLayout(kinds, 4, 1, 1, 9);
+
+    grid->addWidget(caption(QStringLiteral("شرح"), filters), 5, 0);
+    grid->addWidget(caption(QStringLiteral("جايگزين"), filters), 6, 0);
+    for (int i = 0; i < 3; ++i) {
+        words[i] = new QLineEdit(filters);
+        replacements[i] = new QLineEdit(filters);
+        words[i]->setMinimumWidth(150);
+        grid->addWidget(words[i], 5, 1 + i * 3, 1, 2);
+        grid->addWidget(replacements[i], 6, 1 + i * 3, 1, 2);
+        if (i < 2) {
+            joins[i] = new QComboBox(filters);
+            joins[i]->addItems({QStringLiteral("و"), QStringLiteral("يا")});
+            grid->addWidget(joins[i], 5, 3 + i * 3);
+        }
+    }
+    grid->setColumnStretch(9, 1);
+
+    model_ = new SearchResultModel(&search_->result(), this);
+    model_->setReadOnly(true);
+    model_->setFieldFormat(QStringLiteral("SValue"), amountText);
+
+    grid_ = new QTableView(this);
+    grid_->setObjectName(QStringLiteral("dbg"));
+    grid_->setModel(model_);
+    grid_->setLayoutDirection(Qt::RightToLeft);
+    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid_->verticalHeader()->setDefaultSectionSize(24);
+    grid_->verticalHeader()->hide();
+    sorter_ = new tr::ui::TitleSorter(grid_, model_, QStringLiteral("sOrder, "));
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(2, 2, 2, 2);
+    layout->setSpacing(2);
+    layout->setMenuBar(menuBar);
+    layout->addWidget(title);
+    layout->addWidget(filters);
+    layout->addWidget(grid_, 1);
+}
+
+DocumentSearchForm::~DocumentSearchForm() = default;
+
+void DocumentSearchForm::setServices(const tr::Services& services) {
+    search_->setServices(services);
+}
+
+void DocumentSearchForm::readFilters() {
+    SearchFilters& f = search_->filters();
+    f.fromCode = fromCode->text();
+    f.toCode = toCode->text();
+    f.fromDate = {fromDate.day->text(), fromDate.month->text(), fromDate.year->text()};
+    f.toDate = {toDate.day->text(), toDate.month->text(), toDate.year->text()};
+    f.fromSerial = serialBox(fromSerial->text());
+    f.toSerial = serialBox(toSerial->text());
+    f.fromAmount = amountBox(fromAmount->text());
+    f.toAmount = amountBox(toAmount->text());
+    f.receipts = receipts->isChecked();
+    f.payments = payments->isChecked();
+    f.cancellations = cancellations->isChecked();
+    for (int i = 0; i < 3; ++i) {
+        f.words[i] = words[i]->text();
+        f.replacements[i] = replacements[i]->text();
+    }
+    for (int i = 0; i < 2; ++i)
+        f.joins[i] = joins[i]->currentIndex() == 1 ? WordJoin::Or : WordJoin::And;
+}
+
+void DocumentSearchForm::mnuSearchClick() {
+    readFilters();
+    search_->mnuSearchClick();
+    resultOpened();
+}
+
+void DocumentSearchForm::mnuReplaceClick() {
+    readFilters();
+    if (search_->mnuReplaceClick()) resultOpened();
+}
+
+void DocumentSearchForm::resultOpened() {
+    model_->refresh();
+    model_->setAllTitleColours(Qt::black);
+    delete sorter_;  // a new result starts unsorted
+    sorter_ = new tr::ui::TitleSorter(grid_, model_, QStringLiteral("sOrder, "));
+    QHeaderView* header = grid_->horizontalHeader();
+    const QStringList shown = {
+        QStringLiteral("CashCod"),   QStringLiteral("CashNam"), QStringLiteral("NDocNam"),
+        QStringLiteral("SanadDate"), QStringLiteral("Des"),     QStringLiteral("SValue"),
+        QStringLiteral("Serial"),    QStringLiteral("CashNo"),  QStringLiteral("Joz"),
+        QStringLiteral("Des1"),      QStringLiteral("Des2"),    QStringLiteral("Des3"),
+        QStringLiteral("Des4")};
+    const QList<int> widths = {80, 150, 110, 80, 300, 110, 60, 70, 40, 120, 120, 60, 120};
+    for (int c = 0; c < model_->columnCount(); ++c) {
+        const QString field = model_->fieldName(c);
+        const QString text = search_->fieldCaption(field);
+        grid_->setColumnHidden(c, text.isEmpty());
+        if (!text.isEmpty()) model_->setTitle(field, text);
+    }
+    for (int visual = 0; visual < shown.size(); ++visual) {
+        const int c = model_->fieldColumn(shown[visual]);
+        if (c < 0) continue;
+        header->moveSection(header->visualIndex(c), visual);
+        grid_->setColumnWidth(c, widths[visual]);
+    }
+}
+
+DocumentSearchForm* createSearchForm(SearchFamily family, const tr::Services& services,
+                                     QWidget* parent) {
+    switch (family) {
+        case SearchFamily::Cash:
+            return new TCashSearchForm(services, parent);
+        case SearchFamily::PettyCash:
+            return new TTankhahSearchForm(services, parent);
+        case SearchFamily::Deposit:
+            return new TVarizSearchForm(services, parent);
+        case SearchFamily::Withdrawal:
+            return new TBardashtSearchForm(services, parent);
+        case SearchFamily::Transfer:
+            return new THavalehSearchForm(services, parent);
+    }
+    return nullptr;
+}
+
+}  // namespace tr::cashbank

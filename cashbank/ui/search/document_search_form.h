@@ -1,0 +1,105 @@
+#pragma once
+// The five document search forms over DocumentSearch: the filters, F5 / "نمايش نتيجه جستجو",
+// the right-to-left result grid with its totals drawn apart, and title-click sorting that keeps
+// the totals last. Each documented class only names its family.
+#include <QWidget>
+#include <array>
+#include <memory>
+
+#include "cashbank/search/document_search.h"
+#include "common/session/services.h"
+
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMenuBar;
+class QTableView;
+
+namespace tr::ui {
+class DatasetModel;
+class TitleSorter;
+}  // namespace tr::ui
+
+namespace tr::cashbank {
+
+class DocumentSearchForm : public QWidget {
+    Q_OBJECT
+  public:
+    DocumentSearchForm(const tr::Services& services, SearchFamily family, QWidget* parent);
+    ~DocumentSearchForm() override;
+
+    void setServices(const tr::Services& services);
+    DocumentSearch& search() { return *search_; }
+    QTableView* grid() const { return grid_; }
+    tr::ui::DatasetModel* model() const { return model_; }
+    QAction* searchAction() const { return searchAction_; }
+
+    struct DateEdits {
+        QLineEdit *day, *month, *year;
+    };
+    // The filter boxes, for the form's users and tests.
+    QLineEdit *fromCode, *toCode, *fromSerial, *toSerial, *fromAmount, *toAmount;
+    QLabel *fromName, *toName;
+    DateEdits fromDate, toDate;
+    QCheckBox *receipts, *payments, *cancellations;
+    std::array<QLineEdit*, 3> words;
+    std::array<QLineEdit*, 3> replacements;
+    std::array<QComboBox*, 2> joins;
+
+    void mnuSearchClick();
+    void mnuReplaceClick();
+
+  private:
+    void readFilters();
+    void resultOpened();
+    DateEdits dateEdits(QWidget* owner);
+
+    std::unique_ptr<DocumentSearch> search_;
+    QTableView* grid_;
+    tr::ui::DatasetModel* model_;
+    tr::ui::TitleSorter* sorter_ = nullptr;
+    QAction* searchAction_;
+};
+
+class TCashSearchForm : public DocumentSearchForm {
+    Q_OBJECT
+  public:
+    explicit TCashSearchForm(const tr::Services& services, QWidget* parent = nullptr)
+        : DocumentSearchForm(services, SearchFamily::Cash, parent) {}
+};
+
+class TTankhahSearchForm : public DocumentSearchForm {
+    Q_OBJECT
+  public:
+    explicit TTankhahSearchForm(const tr::Services& services, QWidget* parent = nullptr)
+        : DocumentSearchForm(services, SearchFamily::PettyCash, parent) {}
+};
+
+class TVarizSearchForm : public DocumentSearchForm {
+    Q_OBJECT
+  public:
+    explicit TVarizSearchForm(const tr::Services& services, QWidget* parent = nullptr)
+        : DocumentSearchForm(services, SearchFamily::Deposit, parent) {}
+};
+
+class TBardashtSearchForm : public DocumentSearchForm {
+    Q_OBJECT
+  public:
+    explicit TBardashtSearchForm(const tr::Services& services, QWidget* parent = nullptr)
+        : DocumentSearchForm(services, SearchFamily::Withdrawal, parent) {}
+};
+
+class THavalehSearchForm : public DocumentSearchForm {
+    Q_OBJECT
+  public:
+    explicit THavalehSearchForm(const tr::Services& services, QWidget* parent = nullptr)
+        : DocumentSearchForm(services, SearchFamily::Transfer, parent) {}
+};
+
+// The form of a family, e.g. a TCashSearchForm for SearchFamily::Cash.
+DocumentSearchForm* createSearchForm(SearchFamily family, const tr::Services& services,
+                                     QWidget* parent);
+
+}  // namespace tr::cashbank

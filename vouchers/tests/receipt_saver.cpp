@@ -1,0 +1,182 @@
+// One cashier of the demo company in a process of its own, saving cash receipts through the
+// document controller as the receipt screen does (data directory, user number, count or "loop").
+// Each outcome is one flushed line on stdout, written only after the database has it:
+//   READY                              the company is open
+//   SAVED <serial> <voucher> <total> <n>  the n-th new receipt, of three lines
+//   EDITED <serial> <total>            the receipt just saved, its first line raised by 1
+//   CANCELLED <serial>                 the receipt just saved, cancelled on its own date
+//   DUPLICATE <serial>                 the save was refused as a taken serial (retried)
+//   ERROR <text>                       any other refusal or database error
+// Line k of the n-th receipt of user u is "u<u> d<n> l<k>" for u * 1,000,000 + n * 10 + k rials,
+// so the test can tell every document's lines from any other's. In "loop" mode, until the process
+// is killed, receipts 1, 4, 7, ... are also edited and 2, 5, 8, ... cancelled.
+#include <QCoreApplication>
+#include <cstdio>
+
+#include "common/db/database_error.h"
+#include "common/db/query.h"
+#include "db/engine/engine.h"
+#include "db/engine/sqlite_connection.h"
+#include "db/procedures/procedures.h"
+#include "db/schema/demo_company.h"
+#include "tests/support/recording_message_dialog.h"
+#include "vouchers/n_global.h"
+#include "vouchers/serials.h"
+
+namespace {
+
+using tr::vouchers::N_Global;
+
+void report(const QString& line) {
+    std::fputs(line.toUtf8().constData(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+QString number(double value) {
+    return QString::number(value, 'f', 0);
+}
+
+class Cashier {
+  public:
+    Cashier(tr::engine::Engine& engine, int user)
+        : connection_(engine.open(QString::fromUtf8(tr::schema::demo::kCurrentDatabase))),
+          command_(connection_.get()),
+          user_(user) {
+        global_.userNumber = user;
+        global_.userName = QStringLiteral("cashier") + QString::number(user);
+        global_.computerName = QStringLiteral("PC-") + QString::number(user);
+        global_.sessionText = QStringLiteral("U") + QString::number(user) + QStringLiteral("_");
+        global_.rights = tr::fullRights({QStringLiteral("N_A_CASHGET_")});
+        global_.fiscalStart = QString::fromUtf8(tr::schema::demo::kPeriodStart);
+        global_.fiscalEnd = QString::fromUtf8(tr::schema::demo::kPeriodEnd);
+        database_.CommandQuery = &command_;
+        database_.Connection = connection_.get();
+        services_.global = &global_;
+        services_.database = &database_;
+        services_.dialog = &dialog_;
+        receipt_ = std::make_unique<N_Global>(
+            services_, *tr::vouchers::findTreasuryDocumentKind(QStringLiteral("10")));
+    }
+
+    // Saves receipt `n`, retrying under a new serial when the serial was taken meanwhile.
+    // Answers false when it could not be saved.
+    bool saveNew(int n) {
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            N_Global& doc = *receipt_;
+            doc.newDocument();
+            doc.fillNextSerial();
+            tr::vouchers::DocumentHeader& h = doc.header();
+            h.setDate(QStringLiteral("1404/03/15"));
+            h.referenceNumber = QString::number(user_) + QLatin1Char('-') + QString::number(n);
+            h.treasuryCode = QString::fromUtf8(tr::schema::demo::kRialCashBox);
+            h.description = QStringLiteral("دريافت u%1 d%2").arg(user_).arg(n);
+            double total = 0;
+            for (int k = 1; k <= 3; ++k) {
+                const double amount = user_ * 1000000.0 + n * 10.0 + k;
+                addLine(QStringLiteral("u%1 d%2 l%3").arg(user_).arg(n).arg(k), amount);
+                total += amount;
+            }
+            h.amount = total;
+            dialog_.clearShown();
+            if (doc.save()) {
+                report(QStringLiteral("SAVED ") + h.serial + QLatin1Char(' ') + h.voucherNo +
+                       QLatin1Char(' ') + number(total) + QLatin1Char(' ') + QString::number(n));
+                return true;
+            }
+            const QString refusal = dialog_.shown().isEmpty() ? QString() : dialog_.last().text;
+            if (refusal != tr::vouchers::serialTakenMessage(doc.kind().title)) {
+                report(QStringLiteral("ERROR ") + refusal);
+                return false;
+            }
+            report(QStringLiteral("DUPLICATE ") + h.serial);
+        }
+        return false;
+    }
+
+    // The document just saved, with its first line raised by one rial.
+    void editFirstLine() {
+        N_Global& doc = *receipt_;
+        tr::db::Query& grid = doc.grid();
+        grid.First();
+        grid.Edit();
+        tr::db::Field amount = grid.FieldByName(QStringLiteral("Bes"));
+        amount.SetAsFloat(amount.AsFloat() + 1);
+        grid.Post();
+        doc.header().amount += 1;
+        dialog_.clearShown();
+        if (doc.save())
+            report(QStringLiteral("EDITED ") + doc.header().serial + QLatin1Char(' ') +
+                   number(doc.header().amount));
+        else
+            report(QStringLiteral("ERROR ") +
+                   (dialog_.shown().isEmpty() ? QString() : dialog_.last().text));
+    }
+
+    void cancel() {
+        dialog_.answerYes();
+        if (receipt_->cancelDocument())
+            report(QStringLiteral("CANCELLED ") + receipt_->header().serial);
+        else
+            report(QStringLiteral("ERROR cancel refused"));
+    }
+
+  private:
+    void addLine(const QString& des, double amount) {
+        tr::db::Query& grid = receipt_->grid();
+        grid.Append();
+        grid.FieldByName(QStringLiteral("Koll"))
+            .SetAsString(QString::fromUtf8(tr::schema::demo::kCapitalKoll));
+        grid.FieldByName(QStringLiteral("Moein"))
+            .SetAsString(QString::fromUtf8(tr::schema::demo::kCapitalMoein));
+        grid.FieldByName(QStringLiteral("Des")).SetAsString(des);
+        grid.FieldByName(QStringLiteral("Bes")).SetAsFloat(amount);
+        grid.Post();
+    }
+
+    std::unique_ptr<tr::engine::SqliteConnection> connection_;
+    tr::db::Query command_;
+    tr::Global global_;
+    tr::db::MyDatabase database_;
+    tr::test::RecordingMessageDialog dialog_;
+    tr::Services services_;
+    std::unique_ptr<N_Global> receipt_;
+    int user_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    if (args.size() != 4) {
+        std::fprintf(stderr, "usage: %s DATA_DIR USER COUNT|loop\n", argv[0]);
+        return 2;
+    }
+    const int user = args.at(2).toInt();
+    const bool loop = args.at(3) == QLatin1String("loop");
+    const int count = loop ? 0 : args.at(3).toInt();
+    try {
+        tr::engine::Engine engine(args.at(1));
+        for (const auto& p : tr::procedures::allProcedures())
+            engine.procedures().addProcedure(p.name, p.body);
+        for (const auto& f : tr::procedures::allFunctions())
+            engine.procedures().addFunction(f.name, f.body);
+        Cashier cashier(engine, user);
+        report(QStringLiteral("READY"));
+        for (int n = 1; loop || n <= count; ++n) {
+            try {
+                if (!cashier.saveNew(n)) continue;
+                // A killed run seldom gets far, so edits and cancels come early and often.
+                if (loop && n % 3 == 1) cashier.editFirstLine();
+                if (loop && n % 3 == 2) cashier.cancel();
+            } catch (const tr::db::DatabaseError& error) {
+                report(QStringLiteral("ERROR ") + error.message());
+            }
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
+}
