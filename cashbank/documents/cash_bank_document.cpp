@@ -89,7 +89,8 @@ void CashBankDocument::show(const QString& containerName) {
         boundDatabase_ = services_.database;
         bind();
         if (documentCreated) documentCreated(*this);
-        doc_->header().setDate(tr::persian::today());
+        doc_->header().setDate(tr::persian::defaultDocumentDate(services_.global->fiscalStart,
+                                                                services_.global->fiscalEnd));
         doc_->header().userName = services_.global->userName;
     }
     invoiceMode_ = screen_.hasInvoice && containerName == kInvoiceContainer;

@@ -144,4 +144,11 @@ QString today() {
         .arg(ymd.day, 2, 10, QLatin1Char('0'));
 }
 
+QString defaultDocumentDate(const QString& periodStart, const QString& periodEnd) {
+    const QString date = today();
+    if (!periodEnd.isEmpty() && date > periodEnd) return periodEnd;
+    if (!periodStart.isEmpty() && date < periodStart) return periodStart;
+    return date;
+}
+
 }  // namespace tr::persian

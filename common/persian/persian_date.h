@@ -23,6 +23,9 @@ QString monthName(int month);
 QString persianToGregorian(const QString& date);
 // Today's Persian date from the system clock, YYYY/MM/DD.
 QString today();
+// The date a new document starts with: today, moved into the fiscal period when it lies outside
+// (a book of an earlier year opens on its last day).
+QString defaultDocumentDate(const QString& periodStart, const QString& periodEnd);
 
 // Edit-field handlers: the clamping ones suit typing, the padding ones leaving the field.
 QString clampDayText(const QString& text);    // above 31 -> "31"

@@ -80,6 +80,13 @@ TEST(FiscalPeriod, MessagesCarryLineBreakAndRightToLeftMark) {
     EXPECT_FALSE(message.contains(QChar(0x06A9)));
 }
 
+TEST(FiscalPeriod, NewDocumentsStartInsideThePeriod) {
+    const QString today = tr::persian::today();
+    EXPECT_EQ(tr::persian::defaultDocumentDate("1300/01/01", "1300/12/29"), QStringLiteral("1300/12/29"));
+    EXPECT_EQ(tr::persian::defaultDocumentDate("1500/01/01", "1500/12/29"), QStringLiteral("1500/01/01"));
+    EXPECT_EQ(tr::persian::defaultDocumentDate("1300/01/01", "1500/12/29"), today);
+}
+
 TEST(MonthNames, TwelveAndOutOfRangeNumbersAreEsfand) {
     EXPECT_EQ(monthName(1), QStringLiteral("فروردين"));
     EXPECT_EQ(monthName(10), QStringLiteral("دي"));
