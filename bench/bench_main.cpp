@@ -16,6 +16,8 @@ int main(int argc, char** argv) {
     reporter.printRatio("cached point query, translated vs prepared directly", "BM_PointQueryEngine",
                         "BM_PointQuerySqlite", 1.5);
     reporter.printRatio("aggregate over 1,000,000 rows", "BM_AggregateEngine", "BM_AggregateSqlite", 1.1);
+    reporter.printRatio("cash search with subtotals on the large book", "BM_CashSearchEngine/real_time",
+                        "BM_CashSearchSqlite/real_time", 1.5);
     // A save rate of at least 90% (FULL) and 50% (NORMAL) of the hand-written one is a time ratio
     // of at most 1/0.9 and 1/0.5.
     for (const char* sync : {"full", "normal"}) {

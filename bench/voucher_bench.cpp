@@ -12,6 +12,7 @@
 #include <random>
 
 #include "bench/generator.h"
+#include "bench/large_book.h"
 #include "common/db/query.h"
 #include "common/session/services.h"
 #include "common/text/tsql_collation.h"
@@ -23,90 +24,11 @@
 namespace {
 
 using tr::vouchers::N_Global;
-
-enum class Sync { Full, Normal };
-
-const char* pragmaOf(Sync sync) {
-    return sync == Sync::Full ? "PRAGMA main.synchronous=FULL" : "PRAGMA main.synchronous=NORMAL";
-}
-
-// The engine always opens its files with synchronous=FULL and offers no setting; the benchmark
-// catches each new SQLite handle as it is opened so that it can lower the level afterwards.
-sqlite3* lastOpened = nullptr;
-int rememberHandle(sqlite3* db, char**, const sqlite3_api_routines*) {
-    lastOpened = db;
-    return SQLITE_OK;
-}
-
-// Saving never asks; a refusal would show here and is counted as an error.
-class SilentDialog : public tr::dialog::MessageDialog {
-  public:
-    int shown = 0;
-    QSize screenSize() const override { return {1024, 768}; }
-    QSize dialogSize() const override { return {300, 140}; }
-    void setDialogPosition(int, int) override {}
-    void setDialogHeight(int) override {}
-    QString defaultCaption() const override { return {}; }
-    void setCaptionText(const QString&) override {}
-    void setButtonVisible(tr::dialog::Button, bool) override {}
-    void setOk1Caption(const QString&) override {}
-    void setIconVisible(tr::dialog::Icon, bool) override {}
-    void setCloseResult(int) override {}
-    void setMemoHorizontal(int, int) override {}
-    void setMemoHeight(int) override {}
-    void setMemoText(const QString&) override {}
-    int memoLineCount() const override { return 1; }
-    void setMemoVerticalScrollBar(bool) override {}
-    void setInfoPanelEnabled(bool) override {}
-    int showModal() override {
-        ++shown;
-        return tr::dialog::ResultYes;
-    }
-};
-
-struct LargeBook {
-    std::unique_ptr<tr::engine::Engine> engine;
-    QString file;
-    qint64 documents = 0;
-
-    LargeBook() {
-        sqlite3_auto_extension(reinterpret_cast<void (*)()>(&rememberHandle));
-        const QString dir = qEnvironmentVariable("TR_BENCH_BOOK_DIR", QStringLiteral(TR_BENCH_BOOK_DIR));
-        const qint64 target =
-            qEnvironmentVariable("TR_BENCH_BOOK_DOCUMENTS", QStringLiteral("1000000")).toLongLong();
-        engine = tr::bench::openDemoEngine(dir);
-        file = engine->databaseFile(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
-        auto company = tr::bench::openDemoCompany(*engine);
-        documents = tr::bench::documentCount(*company);
-        if (documents < target) {
-            std::fprintf(stderr, "generating the book in %s: %lld documents\n",
-                         dir.toUtf8().constData(), static_cast<long long>(target - documents));
-            tr::bench::BookOptions options;
-            options.documents = target - documents;
-            options.progress = [](qint64 done, qint64 total) {
-                if (done % 20000 == 0 || done == total)
-                    std::fprintf(stderr, "\r%lld / %lld", static_cast<long long>(done),
-                                 static_cast<long long>(total));
-            };
-            const tr::bench::BookReport r = tr::bench::generateBook(*company, options);
-            std::fprintf(stderr, "\n%.0f documents per second\n", r.rate());
-            documents = tr::bench::documentCount(*company);
-        }
-        std::fprintf(stderr, "book: %lld documents\n", static_cast<long long>(documents));
-    }
-
-    std::unique_ptr<tr::engine::SqliteConnection> open(Sync sync) {
-        lastOpened = nullptr;
-        auto c = tr::bench::openDemoCompany(*engine);
-        if (lastOpened) sqlite3_exec(lastOpened, pragmaOf(sync), nullptr, nullptr, nullptr);
-        return c;
-    }
-};
-
-LargeBook& book() {
-    static LargeBook instance;
-    return instance;
-}
+using tr::bench::book;
+using tr::bench::LargeBook;
+using tr::bench::SilentDialog;
+using tr::bench::Sync;
+using tr::bench::pragmaOf;
 
 // One cashier with the receipt screen's controller on a connection of its own.
 struct Cashier {
@@ -150,7 +72,8 @@ struct Cashier {
             grid.Append();
             grid.FieldByName(QStringLiteral("Koll")).SetAsString(QStringLiteral("301"));
             grid.FieldByName(QStringLiteral("Moein")).SetAsString(QStringLiteral("0001"));
-            grid.FieldByName(QStringLiteral("Des")).SetAsString(QStringLiteral("بابت افزايش سرمايه"));
+            grid.FieldByName(QStringLiteral("Des"))
+                .SetAsString(QStringLiteral("بابت افزايش سرمايه"));
             grid.FieldByName(QStringLiteral("Bes")).SetAsFloat(1000000.0 * k);
             grid.Post();
             h.amount += 1000000.0 * k;
@@ -160,8 +83,9 @@ struct Cashier {
 };
 
 qint64 maxReceiptSerial(tr::db::Connection& c) {
-    return c.execute(QStringLiteral("Select IsNull(Max(Serial), 0) From N_NaghdTrans Where "
-                                    "WhatDoc='10'"))
+    return c
+        .execute(QStringLiteral("Select IsNull(Max(Serial), 0) From N_NaghdTrans Where "
+                                "WhatDoc='10'"))
         .resultSets.front()
         .rows.front()
         .front()
@@ -215,17 +139,17 @@ class HandWritten {
   public:
     explicit HandWritten(Sync sync) {
         sqlite3_open_v2(book().file.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE, nullptr);
-        sqlite3_create_collation(
-            db_, "TSQL", SQLITE_UTF8, nullptr,
-            [](void*, int an, const void* a, int bn, const void* b) {
-                return tr::text::tsqlCompareUtf8(static_cast<const char*>(a), an,
-                                                 static_cast<const char*>(b), bn);
-            });
+        sqlite3_create_collation(db_, "TSQL", SQLITE_UTF8, nullptr,
+                                 [](void*, int an, const void* a, int bn, const void* b) {
+                                     return tr::text::tsqlCompareUtf8(
+                                         static_cast<const char*>(a), an,
+                                         static_cast<const char*>(b), bn);
+                                 });
         sqlite3_busy_timeout(db_, 30000);
         sqlite3_exec(db_, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
         sqlite3_exec(db_, pragmaOf(sync), nullptr, nullptr, nullptr);
-        nextSerial_ = prepare(
-            "SELECT ifnull(max(Serial), 0) + 1 FROM N_NaghdTrans WHERE WhatDoc = '10'");
+        nextSerial_ =
+            prepare("SELECT ifnull(max(Serial), 0) + 1 FROM N_NaghdTrans WHERE WhatDoc = '10'");
         nextVoucher_ = prepare("SELECT ifnull(max(SanadNo), 0) + 1 FROM Asnad");
         line_ = prepare(
             "INSERT INTO N_NaghdTrans (WhatDoc, Serial, Raj, CodWhatDoc, WhatDoc2, CodWhatDoc2, "
@@ -323,14 +247,24 @@ void BM_OpenBySerial(benchmark::State& state) {
     state.counters["missing"] = missing;
 }
 
-constexpr double kMinSeconds = 3.0;
-
-BENCHMARK_CAPTURE(BM_SaveReceiptSqlite, full, Sync::Full)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_SaveReceiptProcedure, full, Sync::Full)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_SaveReceiptController, full, Sync::Full)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_SaveReceiptSqlite, normal, Sync::Normal)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_SaveReceiptProcedure, normal, Sync::Normal)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(BM_SaveReceiptController, normal, Sync::Normal)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_OpenBySerial)->UseRealTime()->MinTime(kMinSeconds)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_SaveReceiptSqlite, full, Sync::Full)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_SaveReceiptProcedure, full, Sync::Full)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_SaveReceiptController, full, Sync::Full)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_SaveReceiptSqlite, normal, Sync::Normal)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_SaveReceiptProcedure, normal, Sync::Normal)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BM_SaveReceiptController, normal, Sync::Normal)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_OpenBySerial)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace

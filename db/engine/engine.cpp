@@ -27,6 +27,10 @@ Engine::Engine(const QString& dataDirectory) : dataDirectory_(QDir(dataDirectory
         sqlite3_close(tempdbKeeper_);
         throw tr::db::DatabaseError(QStringLiteral("Cannot create tempdb: ") + message);
     }
+    procedures_.addProcedure(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const ProcedureArgs&) {
+        static_cast<SqliteConnection&>(c).analyze();
+        return tr::db::ExecResult{};
+    });
 }
 
 Engine::~Engine() { sqlite3_close(tempdbKeeper_); }

@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
+#include <cstdio>
 
 #include "common/db/database_error.h"
 #include "db/engine/engine.h"
@@ -102,7 +104,15 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
 
 SqliteConnection::~SqliteConnection() {
     finalizeStatements();
-    if (db_) sqlite3_close(db_);
+    if (!db_) return;
+    // Keeps the planner's statistics fresh where the connection's queries showed they are stale.
+    if (depth_ == 0) sqlite3_exec(db_, "PRAGMA optimize", nullptr, nullptr, nullptr);
+    sqlite3_close(db_);
+}
+
+void SqliteConnection::analyze() {
+    finalizeStatements();  // plans made before the statistics would keep the old choices
+    exec("ANALYZE");
 }
 
 void SqliteConnection::fail(const QString& message, int position) {
@@ -257,6 +267,15 @@ sqlite3_stmt* SqliteConnection::prepare(const QString& sql, int position) {
 }
 
 void SqliteConnection::runSql(const QString& sql, ExecResult& result, int position) {
+    // TR_SQL_TRACE=1 prints every SQLite statement with its time, to find a slow one.
+    static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
+    QElapsedTimer timer;
+    if (trace) timer.start();
+    runSqlUntraced(sql, result, position);
+    if (trace) std::fprintf(stderr, "%8.3f ms  %s\n", timer.nsecsElapsed() / 1e6, sql.toUtf8().constData());
+}
+
+void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, int position) {
     sqlite3_stmt* statement = prepare(sql, position);
     const int columnCount = sqlite3_column_count(statement);
     ResultSet set;

@@ -31,6 +31,9 @@ public:
     // SQLite's query plan for the first statement of `sql`, one line per plan row.
     QString explainQueryPlan(const QString& sql);
     bool inTransaction() const { return depth_ > 0; }
+    // Gathers the tables' statistics for the query planner (what sp_updatestats runs); on a
+    // large book it lets a join start from the selective side.
+    void analyze();
 
     // Used by the runtime functions.
     QVariant columnLength(const QString& table, const QString& column);
@@ -44,6 +47,7 @@ private:
     void run(const ast::Statement& statement, CachedBatch& batch, tr::db::ExecResult& result);
     void runStep(const Step& step, CachedBatch& batch, tr::db::ExecResult& result);
     void runSql(const QString& sql, tr::db::ExecResult& result, int position);
+    void runSqlUntraced(const QString& sql, tr::db::ExecResult& result, int position);
     QVariant scalar(const QString& sql, int position);
     template <typename F>
     void inTransaction(F&& work);

@@ -510,10 +510,19 @@ public:
                 return make(QStringLiteral("EXISTS (") + select(*e.select, &scope, false).sql + QLatin1Char(')'),
                             SqlType::Integer, true);
             case Expr::Kind::In: {
-                Out x = expr(*e.args[0], scope);
+                // As in comparisons, trimming the tested value changes nothing under the collation.
+                Out x = expr(*stripTrim(e.args[0].get()), scope);
                 QString list;
                 if (e.select) {
-                    list = select(*e.select, &scope, false).sql;
+                    SelectOut inner = select(*e.select, &scope, false);
+                    list = inner.sql;
+                    // Text tested against numbers (a voucher line's Document against line ids):
+                    // compare as text, so the text column's index still finds the rows.
+                    if (x.type == SqlType::Text && !inner.columns.empty() && isNumeric(inner.columns[0].type) &&
+                        !inner.columns[0].name.isEmpty()) {
+                        list = QStringLiteral("SELECT CAST(%1 AS TEXT) FROM (%2)")
+                                   .arg(quoteIdent(inner.columns[0].name), inner.sql);
+                    }
                 } else {
                     QStringList items;
                     if (x.type == SqlType::Text) {

@@ -29,6 +29,8 @@ QStringList treasuryTables() {
                        "Des6 NVarchar(200) Null)"),
         QStringLiteral("Create Index IX_N_NaghdTrans_Doc On N_NaghdTrans (WhatDoc, Serial, Raj)"),
         QStringLiteral("Create Index IX_N_NaghdTrans_Cod On N_NaghdTrans (CodWhatDoc, WhatDoc)"),
+        // The header of an opened document is read by serial alone (joined to its voucher lines).
+        QStringLiteral("Create Index IX_N_NaghdTrans_Serial On N_NaghdTrans (Serial)"),
 
         // Document holds the text of N_NaghdTrans.IDX; DocToDate is '0'/'1' on document lines
         // and the series on cheque and note lines, hence as wide as a series.

@@ -80,8 +80,7 @@ inline std::map<QString, StoredReceipt> storedReceipts(tr::db::Connection& c) {
         "N.WhatDoc = '10' Group By N.Serial, N.Raj Order By N.Serial, N.Raj"));
     for (const auto& r : lines.resultSets.front().rows)
         out[r[0].toString()].lines.push_back({r[1].toInt(), r[2].toInt(), r[3].toString(),
-                                              r[4].toDouble(), r[5].toDouble(),
-                                              r[6].toLongLong()});
+                                              r[4].toDouble(), r[5].toDouble(), r[6].toLongLong()});
     const auto cancelled = c.execute(QStringLiteral(
         "Select Distinct N.Serial From N_NaghdTrans As N Inner Join Asnad As A On (A.TypeSys = "
         "'N' And A.WhatDoc = N.WhatDoc And A.DocToDate = '1' And A.Document = Cast(N.IDX As "
@@ -121,11 +120,11 @@ inline QString integrityCheck(const QString& file) {
         sqlite3_close(db);
         return message;
     }
-    sqlite3_create_collation(
-        db, "TSQL", SQLITE_UTF8, nullptr, [](void*, int an, const void* a, int bn, const void* b) {
-            return tr::text::tsqlCompareUtf8(static_cast<const char*>(a), an,
-                                             static_cast<const char*>(b), bn);
-        });
+    sqlite3_create_collation(db, "TSQL", SQLITE_UTF8, nullptr,
+                             [](void*, int an, const void* a, int bn, const void* b) {
+                                 return tr::text::tsqlCompareUtf8(static_cast<const char*>(a), an,
+                                                                  static_cast<const char*>(b), bn);
+                             });
     sqlite3_busy_timeout(db, 30000);
     QStringList found;
     sqlite3_stmt* check = nullptr;

@@ -72,8 +72,8 @@ TEST_F(CrashTest, KilledWhileSavingLeavesEveryReceiptWholeOrAbsent) {
             }
         }
         for (const auto& [serial, total] : expectedTotal)
-            ASSERT_TRUE(stored.count(serial)) << "reported receipt " << serial.toStdString()
-                                              << " is missing after kill " << kill;
+            ASSERT_TRUE(stored.count(serial))
+                << "reported receipt " << serial.toStdString() << " is missing after kill " << kill;
         // At most the one receipt each killed process was saving can be there unreported.
         ASSERT_LE(unreported, kill);
         if (unreported > killedWhileSaving) killedWhileSaving = unreported;

@@ -220,3 +220,13 @@ TEST_F(Translator, OrderByNameOfTheSelectListWinsOverTheTables) {
     ASSERT_EQ(r.rows.size(), 2u);
     EXPECT_EQ(r.rows[0][1].toInt(), 2);  // by the line's date, the one the select returns
 }
+
+TEST_F(Translator, TrimmedTextInANumberListStillFindsItsRows) {
+    db->execute("Create Index IX_Doc On Asnad (Document)");
+    db->execute("Insert Into N_NaghdTrans (WhatDoc, Serial, Raj) Values ('10', '7', 1), ('10', '7', 2)");
+    db->execute("Insert Into Asnad (Document, Des) Values ('1', 'a'), ('2', 'b'), ('3', 'c')");
+    const QString sql = "Select Count(*) From Asnad Where ltrim(rtrim(Document)) In (Select IDX From N_NaghdTrans "
+                        "Where ltrim(rtrim(Serial)) = '7' And WhatDoc = '10')";
+    EXPECT_EQ(value(sql).toInt(), 2);
+    EXPECT_TRUE(db->explainQueryPlan(sql).contains("SEARCH Asnad")) << db->explainQueryPlan(sql).toStdString();
+}

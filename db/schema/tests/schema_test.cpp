@@ -176,6 +176,17 @@ INSTANTIATE_TEST_SUITE_P(
             "NextSerialOfKind", "N_NaghdTrans",
             "Select IsNull(Max(Serial), 0) + 1 As Serial From N_NaghdTrans Where WhatDoc='10'"},
         PlanCase{"VoucherLinesByDocument", "Asnad", "Select * From Asnad Where Document = '12'"},
+        // The header of a document opened by serial: no scan of either side of the join.
+        PlanCase{"OpenedHeaderDocumentSide", "N",
+                 "Select A.AtfCh, A.SanadNo, A.SanadDate, A.Des, A.Bed, A.User_Name From Asnad As A "
+                 "Inner Join N_NaghdTrans As N On (Cast(N.IDX As Varchar(20))=LTrim(A.Document) And "
+                 "A.DocToDate='0') Where A.TypeSys='N' And A.WhatDoc='10' And A.Bed>0 And "
+                 "LTrim(N.Serial)='5'"},
+        PlanCase{"OpenedHeaderVoucherSide", "A",
+                 "Select A.AtfCh, A.SanadNo, A.SanadDate, A.Des, A.Bed, A.User_Name From Asnad As A "
+                 "Inner Join N_NaghdTrans As N On (Cast(N.IDX As Varchar(20))=LTrim(A.Document) And "
+                 "A.DocToDate='0') Where A.TypeSys='N' And A.WhatDoc='10' And A.Bed>0 And "
+                 "LTrim(N.Serial)='5'"},
         PlanCase{"VoucherLinesByNumber", "Asnad",
                  "Select * From Asnad Where SanadNo = 7 Order By Raj"},
         PlanCase{"ChequeVoucherLines", "Asnad",

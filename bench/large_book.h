@@ -1,0 +1,104 @@
+#pragma once
+// The large book the voucher and search benchmarks share: the demo company grown to
+// TR_BENCH_BOOK_DOCUMENTS documents (1,000,000 unless set) in TR_BENCH_BOOK_DIR, generated on the
+// first run and kept; and a message dialog that never waits.
+#include <sqlite3.h>
+
+#include <QString>
+#include <cstdio>
+#include <memory>
+
+#include "bench/generator.h"
+#include "common/dialog/message_dialog.h"
+#include "db/engine/engine.h"
+#include "db/engine/sqlite_connection.h"
+#include "db/schema/demo_company.h"
+
+namespace tr::bench {
+
+enum class Sync { Full, Normal };
+
+inline const char* pragmaOf(Sync sync) {
+    return sync == Sync::Full ? "PRAGMA main.synchronous=FULL" : "PRAGMA main.synchronous=NORMAL";
+}
+
+// The engine always opens its files with synchronous=FULL and offers no setting; the benchmark
+// catches each new SQLite handle as it is opened so that it can lower the level afterwards.
+inline sqlite3* lastOpened = nullptr;
+inline int rememberHandle(sqlite3* db, char**, const sqlite3_api_routines*) {
+    lastOpened = db;
+    return SQLITE_OK;
+}
+
+// Saving never asks; a refusal would show here and is counted as an error.
+class SilentDialog : public tr::dialog::MessageDialog {
+  public:
+    int shown = 0;
+    QSize screenSize() const override { return {1024, 768}; }
+    QSize dialogSize() const override { return {300, 140}; }
+    void setDialogPosition(int, int) override {}
+    void setDialogHeight(int) override {}
+    QString defaultCaption() const override { return {}; }
+    void setCaptionText(const QString&) override {}
+    void setButtonVisible(tr::dialog::Button, bool) override {}
+    void setOk1Caption(const QString&) override {}
+    void setIconVisible(tr::dialog::Icon, bool) override {}
+    void setCloseResult(int) override {}
+    void setMemoHorizontal(int, int) override {}
+    void setMemoHeight(int) override {}
+    void setMemoText(const QString&) override {}
+    int memoLineCount() const override { return 1; }
+    void setMemoVerticalScrollBar(bool) override {}
+    void setInfoPanelEnabled(bool) override {}
+    int showModal() override {
+        ++shown;
+        return tr::dialog::ResultYes;
+    }
+};
+
+struct LargeBook {
+    std::unique_ptr<tr::engine::Engine> engine;
+    QString file;
+    qint64 documents = 0;
+
+    LargeBook() {
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(&rememberHandle));
+        const QString dir =
+            qEnvironmentVariable("TR_BENCH_BOOK_DIR", QStringLiteral(TR_BENCH_BOOK_DIR));
+        const qint64 target =
+            qEnvironmentVariable("TR_BENCH_BOOK_DOCUMENTS", QStringLiteral("1000000")).toLongLong();
+        engine = tr::bench::openDemoEngine(dir);
+        file = engine->databaseFile(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
+        auto company = tr::bench::openDemoCompany(*engine);
+        documents = tr::bench::documentCount(*company);
+        if (documents < target) {
+            std::fprintf(stderr, "generating the book in %s: %lld documents\n",
+                         dir.toUtf8().constData(), static_cast<long long>(target - documents));
+            tr::bench::BookOptions options;
+            options.documents = target - documents;
+            options.progress = [](qint64 done, qint64 total) {
+                if (done % 20000 == 0 || done == total)
+                    std::fprintf(stderr, "\r%lld / %lld", static_cast<long long>(done),
+                                 static_cast<long long>(total));
+            };
+            const tr::bench::BookReport r = tr::bench::generateBook(*company, options);
+            std::fprintf(stderr, "\n%.0f documents per second\n", r.rate());
+            documents = tr::bench::documentCount(*company);
+        }
+        std::fprintf(stderr, "book: %lld documents\n", static_cast<long long>(documents));
+    }
+
+    std::unique_ptr<tr::engine::SqliteConnection> open(Sync sync) {
+        lastOpened = nullptr;
+        auto c = tr::bench::openDemoCompany(*engine);
+        if (lastOpened) sqlite3_exec(lastOpened, pragmaOf(sync), nullptr, nullptr, nullptr);
+        return c;
+    }
+};
+
+inline LargeBook& book() {
+    static LargeBook instance;
+    return instance;
+}
+
+}  // namespace tr::bench
