@@ -11,33 +11,17 @@
 #include "db/procedures/procedures.h"
 #include "db/schema/tests/demo_fixture.h"
 #include "tests/support/recording_message_dialog.h"
+#include "tests/support/test_session.h"
 
 namespace tr::vouchers::testing {
 
 using tr::schema::testing::rowCount;
 using tr::schema::testing::scalar;
 
-// One logged-in user: session record, database pair and a message dialog that records.
-struct Session {
-    Session(tr::db::Connection& connection, int user, const QString& name) : command(&connection) {
-        global.userNumber = user;
-        global.userName = name;
-        global.computerName = QStringLiteral("PC-") + name;
-        global.sessionText = QStringLiteral("U") + QString::number(user) + QStringLiteral("_");
-        global.rights = tr::fullRights({QStringLiteral("N_A_CASHGET_")});
-        global.fiscalStart = QString::fromUtf8(tr::schema::demo::kPeriodStart);
-        global.fiscalEnd = QString::fromUtf8(tr::schema::demo::kPeriodEnd);
-        database.CommandQuery = &command;
-        database.Connection = &connection;
-        services.global = &global;
-        services.database = &database;
-        services.dialog = &dialog;
-    }
-    tr::Global global;
-    tr::db::Query command;
-    tr::db::MyDatabase database;
-    tr::test::RecordingMessageDialog dialog;
-    tr::Services services;
+// One logged-in user with every right on the cash receipt.
+struct Session : tr::test::TestSession {
+    Session(tr::db::Connection& connection, int user, const QString& name)
+        : TestSession(connection, user, name, tr::fullRights({QStringLiteral("N_A_CASHGET_")})) {}
 };
 
 class VoucherTest : public tr::schema::testing::DemoCompanyTest {

@@ -12,6 +12,7 @@
 #include "db/procedures/tests/ledger_invariants.h"
 #include "db/schema/tests/demo_fixture.h"
 #include "tests/support/recording_message_dialog.h"
+#include "tests/support/test_session.h"
 #include "tests/support/recording_pick_list.h"
 
 namespace tr::cashbank::testing {
@@ -24,31 +25,7 @@ inline QString s(const char* utf8) {
     return QString::fromUtf8(utf8);
 }
 
-struct Session {
-    Session(tr::db::Connection& connection, int user, const QString& name, const QString& rights)
-        : command(&connection), pickList(&connection) {
-        global.userNumber = user;
-        global.userName = name;
-        global.computerName = QStringLiteral("PC-") + name;
-        global.sessionText = QStringLiteral("U") + QString::number(user) + QStringLiteral("_");
-        global.rights = rights;
-        global.fiscalStart = s(demo::kPeriodStart);
-        global.fiscalEnd = s(demo::kPeriodEnd);
-        global.projectLevelName = QStringLiteral("پروژه");
-        database.CommandQuery = &command;
-        database.Connection = &connection;
-        services.global = &global;
-        services.database = &database;
-        services.dialog = &dialog;
-        services.pickList = &pickList;
-    }
-    tr::Global global;
-    tr::db::Query command;
-    tr::db::MyDatabase database;
-    tr::test::RecordingMessageDialog dialog;
-    tr::test::RecordingPickList pickList;
-    tr::Services services;
-};
+using Session = tr::test::TestSession;
 
 // Every right on the six screens.
 inline QString allRights() {

@@ -9,6 +9,7 @@
 #include "common/session/services.h"
 #include "db/procedures/tests/procedures_fixture.h"
 #include "tests/support/recording_message_dialog.h"
+#include "tests/support/test_session.h"
 #include "tests/support/recording_pick_list.h"
 
 namespace tr::cashbank::testing {
@@ -32,26 +33,10 @@ class StopAfter : public tr::dialog::ProgressWindow {
     void closeState() override { open = false; }
 };
 
-struct Session {
-    explicit Session(tr::db::Connection& connection) : command(&connection), pickList(&connection) {
-        global.userNumber = 1;
-        global.userName = QStringLiteral("admin");
-        global.sessionText = QStringLiteral("U1_");
-        database.CommandQuery = &command;
-        database.Connection = &connection;
-        services.global = &global;
-        services.database = &database;
-        services.dialog = &dialog;
-        services.pickList = &pickList;
-        services.progress = &progress;
-    }
-    tr::Global global;
-    tr::db::Query command;
-    tr::db::MyDatabase database;
-    tr::test::RecordingMessageDialog dialog;
-    tr::test::RecordingPickList pickList;
+// The search tests' user, whose progress window can be told to stop.
+struct Session : tr::test::TestSession {
+    explicit Session(tr::db::Connection& connection) : TestSession(connection) { services.progress = &progress; }
     StopAfter progress;
-    tr::Services services;
 };
 
 class SearchTest : public tr::procedures::testing::ProceduresTest {
