@@ -10,13 +10,12 @@
 #include <optional>
 
 #include "cashbank/documents/cash_bank_screens.h"
+#include "cashbank/printing/print_layout.h"
 #include "common/grid/grid_state.h"
 #include "common/session/services.h"
 #include "vouchers/n_global.h"
 
 namespace tr::cashbank {
-
-enum class PrintLayout { New, Old };
 
 // One line of the counter-party panel: an account level of the current grid line.
 struct CounterPartyLine {

@@ -203,6 +203,26 @@ void readLines(Connection& c, const TreasuryDocumentKind& kind, const QString& s
 
 }  // namespace
 
+namespace {
+
+// A saved document of a known kind: its kind, trimmed serial and treasury-side header line.
+struct SavedDocument {
+    const TreasuryDocumentKind* kind;
+    QString serial;
+    Header header;
+};
+
+std::optional<SavedDocument> findSavedDocument(Connection& c, const QString& kind, const QString& serial) {
+    const TreasuryDocumentKind* k = tr::vouchers::findTreasuryDocumentKind(kind);
+    const std::optional<QString> s = validSerial(serial);
+    if (!k || !s) return std::nullopt;
+    std::optional<Header> h = readHeader(c, k->code, *s);
+    if (!h) return std::nullopt;
+    return SavedDocument{k, *s, std::move(*h)};
+}
+
+}  // namespace
+
 double DocumentPrint::linesTotal() const {
     double total = 0;
     for (const DocumentPrintLine& line : lines) total += line.amount;
@@ -211,12 +231,12 @@ double DocumentPrint::linesTotal() const {
 
 std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, const QString& kind,
                                                const QString& serial) {
-    const TreasuryDocumentKind* k = tr::vouchers::findTreasuryDocumentKind(kind);
-    const std::optional<QString> s = validSerial(serial);
-    if (!k || !s) return std::nullopt;
     Connection& c = services.connection();
-    const std::optional<Header> h = readHeader(c, k->code, *s);
-    if (!h) return std::nullopt;
+    const std::optional<SavedDocument> saved = findSavedDocument(c, kind, serial);
+    if (!saved) return std::nullopt;
+    const TreasuryDocumentKind* k = saved->kind;
+    const QString* s = &saved->serial;
+    const Header* h = &saved->header;
 
     DocumentPrint d;
     d.kind = k->code;
@@ -349,12 +369,11 @@ QString voucherReportKey(const QString& kind) {
 
 std::optional<VoucherPrint> loadVoucherPrint(const tr::Services& services, const QString& kind,
                                              const QString& serial) {
-    const TreasuryDocumentKind* k = tr::vouchers::findTreasuryDocumentKind(kind);
-    const std::optional<QString> s = validSerial(serial);
-    if (!k || !s) return std::nullopt;
     Connection& c = services.connection();
-    const std::optional<Header> h = readHeader(c, k->code, *s);
-    if (!h) return std::nullopt;
+    const std::optional<SavedDocument> saved = findSavedDocument(c, kind, serial);
+    if (!saved) return std::nullopt;
+    const TreasuryDocumentKind* k = saved->kind;
+    const Header* h = &saved->header;
 
     VoucherPrint v;
     v.voucherNo = h->voucherNo;

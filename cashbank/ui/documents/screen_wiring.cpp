@@ -12,10 +12,6 @@ namespace {
 
 QString serialOf(CashBankDocument& d) { return d.document().header().serial.trimmed(); }
 
-ui::PrintLayout printLayout(tr::cashbank::PrintLayout layout) {
-    return layout == tr::cashbank::PrintLayout::Old ? ui::PrintLayout::Old : ui::PrintLayout::New;
-}
-
 }  // namespace
 
 ScreenWiring::ScreenWiring(CashBankDocument& logic, QWidget* form) : logic_(logic), form_(form) {
@@ -23,7 +19,7 @@ ScreenWiring::ScreenWiring(CashBankDocument& logic, QWidget* form) : logic_(logi
         return tr::cashbank::pickDocument(d.services(), d.screen().kindCode);
     };
     logic_.printDocument = [this](CashBankDocument& d, tr::cashbank::PrintLayout layout) {
-        printDocument(d.services(), d.screen().kindCode, serialOf(d), printLayout(layout), PrintTarget::preview(),
+        printDocument(d.services(), d.screen().kindCode, serialOf(d), layout, PrintTarget::preview(),
                       form_);
     };
     logic_.printVoucher = [this](CashBankDocument& d) {

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "cashbank/printing/document_print.h"
+#include "cashbank/printing/print_layout.h"
 
 class QPrinter;
 class QTextDocument;
@@ -13,8 +14,7 @@ class QWidget;
 
 namespace tr::cashbank::ui {
 
-// The choice beside "تاييد و چاپ": "جديد" (checked by default) or "قديم".
-enum class PrintLayout { New, Old };
+using tr::cashbank::PrintLayout;
 
 QString documentHtml(const DocumentPrint& document, PrintLayout layout);
 QString voucherHtml(const VoucherPrint& voucher);
