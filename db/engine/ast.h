@@ -36,6 +36,7 @@ struct Expr {
     bool hasElse = false;  // Case: last arg is the Else
     bool simpleCase = false;  // Case x When ...: first arg is x
     TypeName type;         // Cast / Convert / Identity
+    int parameter = 0;     // Number / String: > 0 when the literal is bound as ?parameter
     explicit Expr(Kind k, int pos = 0) : kind(k), position(pos) {}
 };
 

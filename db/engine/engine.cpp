@@ -44,6 +44,16 @@ bool Engine::databaseExists(const QString& databaseName) const {
     return QFileInfo::exists(databaseFile(databaseName));
 }
 
+quint64 Engine::tableGeneration(const QString& table) const {
+    QMutexLocker lock(&generationsLock_);
+    return tableGenerations_.value(table, 0);
+}
+
+void Engine::tableChanged(const QString& table) {
+    QMutexLocker lock(&generationsLock_);
+    tableGenerations_.insert(table, ++lastGeneration_);
+}
+
 std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
     return std::make_unique<SqliteConnection>(*this, databaseName);
 }

@@ -2,8 +2,9 @@
 // The embedded engine: a data directory holding one SQLite file per database name, a process-wide
 // in-memory tempdb for ## tables, the registry of stored procedures, and connections that accept
 // the suite's T-SQL dialect.
+#include <QHash>
+#include <QMutex>
 #include <QString>
-#include <atomic>
 #include <memory>
 
 #include "db/engine/procedure_registry.h"
@@ -28,16 +29,20 @@ public:
     std::unique_ptr<SqliteConnection> open(const QString& databaseName);
     ProcedureRegistry& procedures() { return procedures_; }
     const QString& tempdbUri() const { return tempdbUri_; }
-    // Bumped by every schema change made through any connection, so cached translations renew.
-    quint64 schemaGeneration() const { return schemaGeneration_.load(); }
-    void schemaChanged() { ++schemaGeneration_; }
+    // A table's generation, renewed whenever any connection creates, drops or alters it, so that
+    // only the translations that read that table's columns are made again. `table` is
+    // "<database>.<table>", lower case; a table never changed is generation 0.
+    quint64 tableGeneration(const QString& table) const;
+    void tableChanged(const QString& table);
 
 private:
     QString dataDirectory_;
     QString tempdbUri_;
     sqlite3* tempdbKeeper_ = nullptr;  // keeps the shared in-memory tempdb alive
     ProcedureRegistry procedures_;
-    std::atomic<quint64> schemaGeneration_{1};
+    mutable QMutex generationsLock_;
+    QHash<QString, quint64> tableGenerations_;
+    quint64 lastGeneration_ = 0;
 };
 
 }  // namespace tr::engine

@@ -1,5 +1,7 @@
 #include "db/engine/parser.h"
 
+#include "db/engine/literal_parameters.h"
+
 #include "common/db/database_error.h"
 
 namespace tr::engine {
@@ -25,7 +27,8 @@ const char* const kReserved[] = {
 
 class Parser {
 public:
-    Parser(const QString& sql) : sql_(sql), tokens_(tokenize(sql)) {}
+    Parser(const QString& sql, std::vector<Token> tokens, LiteralParameters* parameters)
+        : sql_(sql), tokens_(std::move(tokens)), parameters_(parameters) {}
 
     std::vector<StatementPtr> batch() {
         std::vector<StatementPtr> statements;
@@ -45,6 +48,17 @@ private:
     const QString& sql_;
     std::vector<Token> tokens_;
     size_t index_ = 0;
+    LiteralParameters* parameters_ = nullptr;
+
+    // A literal value in an expression becomes the next parameter unless its text must stay.
+    void parameterise(Expr& e, size_t tokenIndex) {
+        if (!parameters_ || parameters_->kept.contains(int(tokenIndex))) return;
+        parameters_->found.push_back({int(tokenIndex), false});
+        e.parameter = int(parameters_->found.size());
+        const bool real = e.kind == Expr::Kind::Number &&
+                          (e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive));
+        e.text = placeholderText(e.parameter, real);
+    }
 
     struct TokenRef {
         const Token& t;
@@ -756,7 +770,12 @@ private:
             advance();
             ExprPtr operand = unary();
             if (t.isOp("-") && operand->kind == Expr::Kind::Number) {
-                operand->text.prepend(QLatin1Char('-'));
+                if (operand->parameter > 0) {
+                    LiteralParameter& p = parameters_->found[operand->parameter - 1];
+                    p.negate = !p.negate;
+                } else {
+                    operand->text.prepend(QLatin1Char('-'));
+                }
                 operand->position = t.position;
                 return operand;
             }
@@ -773,15 +792,19 @@ private:
         const Token& t = token();
         switch (t.kind) {
             case Token::Kind::Number: {
+                const size_t at = index_;
                 advance();
                 auto e = std::make_unique<Expr>(Expr::Kind::Number, t.position);
                 e->text = t.text;
+                parameterise(*e, at);
                 return e;
             }
             case Token::Kind::String: {
+                const size_t at = index_;
                 advance();
                 auto e = std::make_unique<Expr>(Expr::Kind::String, t.position);
                 e->text = t.text;
+                parameterise(*e, at);
                 return e;
             }
             case Token::Kind::Variable:
@@ -910,6 +933,10 @@ private:
 
 }  // namespace
 
-std::vector<StatementPtr> parseBatch(const QString& sql) { return Parser(sql).batch(); }
+std::vector<StatementPtr> parseBatch(const QString& sql) { return Parser(sql, tokenize(sql), nullptr).batch(); }
+
+std::vector<StatementPtr> parseBatch(const QString& sql, std::vector<Token> tokens, LiteralParameters* parameters) {
+    return Parser(sql, std::move(tokens), parameters).batch();
+}
 
 }  // namespace tr::engine

@@ -11,5 +11,9 @@
 namespace tr::engine {
 
 std::vector<ast::StatementPtr> parseBatch(const QString& sql);
+// The same from the text's tokens; with `parameters`, literal values become parameters.
+struct LiteralParameters;
+std::vector<ast::StatementPtr> parseBatch(const QString& sql, std::vector<Token> tokens,
+                                          LiteralParameters* parameters);
 
 }  // namespace tr::engine

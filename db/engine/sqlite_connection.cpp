@@ -8,6 +8,7 @@
 
 #include "common/db/database_error.h"
 #include "db/engine/engine.h"
+#include "db/engine/literal_parameters.h"
 #include "db/engine/parser.h"
 #include "db/engine/sqlite_functions.h"
 
@@ -17,11 +18,30 @@ using tr::db::DatabaseError;
 using tr::db::ExecResult;
 using tr::db::ResultSet;
 
-// A parsed batch and the translations of its statements, valid for one schema generation.
+// A translation and the tables whose columns it was made from: it holds while none changed.
+struct CachedStep {
+    Step step;
+    Dependencies dependencies;
+};
+
+// A parsed batch and the translations of its statements.
 struct CachedBatch {
     std::vector<ast::StatementPtr> statements;
-    QHash<const ast::Statement*, Step> steps;
-    quint64 generation = 0;
+    QHash<const ast::Statement*, CachedStep> steps;
+};
+
+// A statement translated with its literals as parameters.
+struct ShapedStatement {
+    CachedStep translation;
+    std::vector<LiteralParameter> parameters;
+};
+
+// The texts of one shape. Literals whose values a translation reads stay in the text (`kept`),
+// so those texts have one translation per set of such values.
+struct Shape {
+    bool parameterised = true;
+    QSet<int> kept;
+    QHash<QString, std::shared_ptr<ShapedStatement>> byKeptValues;
 };
 
 namespace {
@@ -29,6 +49,7 @@ namespace {
 constexpr int kMaxAttached = 8;
 constexpr int kMaxCachedStatements = 2000;
 constexpr int kMaxCachedBatches = 2000;
+constexpr int kMaxCachedShapes = 2000;
 
 const char* const kCatalogViews[] = {
     "CREATE TEMP VIEW tr_sysobjects AS SELECT name AS name, rowid AS id, "
@@ -99,7 +120,6 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
         db_ = nullptr;
         throw;
     }
-    generation_ = engine_.schemaGeneration();
 }
 
 SqliteConnection::~SqliteConnection() {
@@ -133,11 +153,23 @@ void SqliteConnection::finalizeStatements() {
     statements_.clear();
 }
 
-void SqliteConnection::refreshCaches() {
-    const quint64 now = engine_.schemaGeneration();
-    if (now == generation_) return;
-    generation_ = now;
-    columns_.clear();
+void SqliteConnection::clearTranslations() {
+    batches_.clear();
+    shapes_.clear();
+}
+
+QString SqliteConnection::tableKey(const QString& schema, const QString& table) const {
+    const QString s = schema.toLower();
+    const QString database = s.isEmpty() || s == QLatin1String("main") ? databaseName_.toLower()
+                             : s == QLatin1String("tempdb") || s == QLatin1String("temp") ? s
+                                                                                           : aliasDatabases_.value(s, s);
+    return database + QLatin1Char('.') + table.toLower();
+}
+
+bool SqliteConnection::current(const Dependencies& dependencies) const {
+    for (const auto& [table, generation] : dependencies)
+        if (engine_.tableGeneration(table) != generation) return false;
+    return true;
 }
 
 // ---- catalogue -----------------------------------------------------------------------------
@@ -165,8 +197,10 @@ QString SqliteConnection::schemaForDatabase(const QString& database, int positio
     if (attached_.size() >= kMaxAttached) {
         const QString oldest = attachOrder_.takeFirst();
         finalizeStatements();
-        batches_.clear();
-        exec(QStringLiteral("DETACH DATABASE %1").arg(quoteIdent(attached_.take(oldest))).toUtf8().constData());
+        clearTranslations();
+        const QString oldAlias = attached_.take(oldest);
+        aliasDatabases_.remove(oldAlias.toLower());
+        exec(QStringLiteral("DETACH DATABASE %1").arg(quoteIdent(oldAlias)).toUtf8().constData());
     }
     QString alias = QStringLiteral("db_") + key;
     alias.replace(QRegularExpression(QStringLiteral("[^a-z0-9_]")), QStringLiteral("_"));
@@ -176,15 +210,17 @@ QString SqliteConnection::schemaForDatabase(const QString& database, int positio
     exec(QStringLiteral("PRAGMA %1.journal_mode=WAL").arg(quoteIdent(alias)).toUtf8().constData());
     exec(QStringLiteral("PRAGMA %1.synchronous=FULL").arg(quoteIdent(alias)).toUtf8().constData());
     attached_.insert(key, alias);
+    aliasDatabases_.insert(alias.toLower(), key);
     attachOrder_.append(key);
     return alias;
 }
 
 std::vector<ColumnInfo> SqliteConnection::columns(const QString& schema, const QString& table) {
-    refreshCaches();
-    const QString key = schema.toLower() + QLatin1Char('.') + table.toLower();
+    const QString key = tableKey(schema, table);
+    const quint64 generation = engine_.tableGeneration(key);
+    if (recording_) recording_->emplace_back(key, generation);
     auto it = columns_.constFind(key);
-    if (it != columns_.constEnd()) return it.value();
+    if (it != columns_.constEnd() && it.value().first == generation) return it.value().second;
     std::vector<ColumnInfo> result;
     const QString sql = QStringLiteral("PRAGMA %1.table_info(%2)").arg(quoteIdent(schema), quoteIdent(table));
     sqlite3_stmt* statement = nullptr;
@@ -201,7 +237,7 @@ std::vector<ColumnInfo> SqliteConnection::columns(const QString& schema, const Q
         }
     }
     sqlite3_finalize(statement);
-    if (!result.empty()) columns_.insert(key, result);
+    if (!result.empty()) columns_.insert(key, {generation, result});
     return result;
 }
 
@@ -266,17 +302,48 @@ sqlite3_stmt* SqliteConnection::prepare(const QString& sql, int position) {
     return statement;
 }
 
-void SqliteConnection::runSql(const QString& sql, ExecResult& result, int position) {
-    // TR_SQL_TRACE=1 prints every SQLite statement with its time, to find a slow one.
+void SqliteConnection::runSql(const QString& sql, ExecResult& result, int position, const Bindings* bindings) {
+    // TR_SQL_TRACE=1 prints every SQLite statement with its time (and bound values), to find a slow one.
     static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
     QElapsedTimer timer;
     if (trace) timer.start();
-    runSqlUntraced(sql, result, position);
-    if (trace) std::fprintf(stderr, "%8.3f ms  %s\n", timer.nsecsElapsed() / 1e6, sql.toUtf8().constData());
+    runSqlUntraced(sql, result, position, bindings);
+    if (trace) {
+        QString values;
+        for (const QVariant& v : bindings ? *bindings : Bindings{})
+            values += (values.isEmpty() ? QStringLiteral("  -- ") : QStringLiteral(", ")) + v.toString();
+        std::fprintf(stderr, "%8.3f ms  %s%s\n", timer.nsecsElapsed() / 1e6, sql.toUtf8().constData(),
+                     values.toUtf8().constData());
+    }
 }
 
-void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, int position) {
+namespace {
+
+void bind(sqlite3_stmt* statement, const Bindings& values) {
+    const int count = std::min(sqlite3_bind_parameter_count(statement), int(values.size()));
+    for (int i = 1; i <= count; ++i) {
+        const QVariant& v = values[i - 1];
+        switch (v.typeId()) {
+            case QMetaType::LongLong:
+                sqlite3_bind_int64(statement, i, v.toLongLong());
+                break;
+            case QMetaType::Double:
+                sqlite3_bind_double(statement, i, v.toDouble());
+                break;
+            default: {
+                const QByteArray utf8 = v.toString().toUtf8();
+                sqlite3_bind_text(statement, i, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, int position,
+                                      const Bindings* bindings) {
     sqlite3_stmt* statement = prepare(sql, position);
+    if (bindings) bind(statement, *bindings);
     const int columnCount = sqlite3_column_count(statement);
     ResultSet set;
     if (columnCount > 0) {
@@ -338,7 +405,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
             } else {
                 for (const QString& sql : step.sql) runSql(sql, result, step.position);
             }
-            if (step.changesSchema) engine_.schemaChanged();
+            for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
             return;
         case Step::Kind::Call: {
             const Procedure* procedure = engine_.procedures().procedure(step.procedure);
@@ -391,33 +458,133 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
     }
 }
 
+Step SqliteConnection::translateRecorded(const ast::Statement& statement, const QString& sql,
+                                        Dependencies& dependencies) {
+    Dependencies* outer = recording_;
+    recording_ = &dependencies;
+    try {
+        Step step = translateStatement(statement, *this, sql);
+        recording_ = outer;
+        return step;
+    } catch (...) {
+        recording_ = outer;
+        throw;
+    }
+}
+
 void SqliteConnection::run(const ast::Statement& statement, CachedBatch& batch, ExecResult& result) {
-    refreshCaches();
-    if (batch.generation != generation_) {
-        batch.steps.clear();
-        batch.generation = generation_;
+    auto it = batch.steps.find(&statement);
+    if (it == batch.steps.end() || !current(it.value().dependencies)) {
+        CachedStep made;
+        made.step = translateRecorded(statement, *source_, made.dependencies);
+        it = batch.steps.insert(&statement, std::move(made));
     }
-    auto it = batch.steps.constFind(&statement);
-    if (it == batch.steps.constEnd()) {
-        it = batch.steps.insert(&statement, translateStatement(statement, *this, *source_));
-    }
-    const Step step = it.value();  // a copy: running it may renew the batch's translations
+    const Step step = it.value().step;  // a copy: running it may renew the batch's translations
     runStep(step, batch, result);
 }
 
-ExecResult SqliteConnection::execute(const QString& sql) {
-    std::shared_ptr<CachedBatch> batch = batches_.value(sql);
-    if (!batch) {
-        batch = std::make_shared<CachedBatch>();
-        batch->statements = parseBatch(sql);
-        if (batches_.size() >= kMaxCachedBatches) batches_.clear();
-        batches_.insert(sql, batch);
+std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString& sql,
+                                                                   const std::vector<Token>& tokens,
+                                                                   Shape& shape, bool& structural) {
+    structural = true;
+    // A rule that reads a literal's value copies its placeholder into the text: that literal is
+    // kept and the statement translated again.
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        LiteralParameters parameters;
+        parameters.kept = shape.kept;
+        std::vector<ast::StatementPtr> statements;
+        auto made = std::make_shared<ShapedStatement>();
+        try {
+            statements = parseBatch(sql, tokens, &parameters);
+            if (statements.size() != 1) return nullptr;
+            made->translation.step = translateRecorded(*statements.front(), sql, made->translation.dependencies);
+        } catch (const DatabaseError&) {
+            structural = false;  // the text's own translation reports the error, or shows there is none
+            return nullptr;
+        }
+        const Step& step = made->translation.step;
+        if (step.kind != Step::Kind::Sql || step.changesSchema) return nullptr;
+        QList<int> used;
+        for (const QString& text : step.sql) used += placeholdersIn(text);
+        if (used.isEmpty()) {
+            made->parameters = std::move(parameters.found);
+            return made;
+        }
+        for (int ordinal : used) shape.kept.insert(parameters.found[ordinal - 1].token);
+        shape.byKeptValues.clear();
     }
+    return nullptr;
+}
+
+namespace {
+
+QString keptValues(const Shape& shape, const std::vector<Token>& tokens) {
+    if (shape.kept.isEmpty()) return {};
+    QList<int> kept = shape.kept.values();
+    std::sort(kept.begin(), kept.end());
+    QString values;
+    for (int i : kept) values += tokens[i].text + QChar(0);
+    return values;
+}
+
+}  // namespace
+
+bool SqliteConnection::runShaped(const QString& sql, const std::vector<Token>& tokens, ExecResult& result) {
+    if (!mayParameterise(tokens)) return false;
+    const QString key = shapeKey(tokens, {});
+    std::shared_ptr<Shape> shape = shapes_.value(key);
+    if (!shape) {
+        if (shapes_.size() >= kMaxCachedShapes) shapes_.clear();
+        shape = std::make_shared<Shape>();
+        shapes_.insert(key, shape);
+    }
+    if (!shape->parameterised) return false;
+    std::shared_ptr<ShapedStatement> statement = shape->byKeptValues.value(keptValues(*shape, tokens));
+    if (!statement || !current(statement->translation.dependencies)) {
+        bool structural = false;
+        statement = translateShaped(sql, tokens, *shape, structural);
+        if (!statement) {
+            if (structural) shape->parameterised = false;
+            return false;
+        }
+        shape->byKeptValues.insert(keptValues(*shape, tokens), statement);
+    }
+    Bindings values;
+    values.reserve(statement->parameters.size());
+    for (const LiteralParameter& p : statement->parameters) values.push_back(parameterValue(tokens[p.token], p.negate));
+    const Step& step = statement->translation.step;
+    const int position = tokens.front().position;
+    if (step.writes) {
+        inTransaction([&] {
+            for (const QString& text : step.sql) runSql(text, result, position, &values);
+        });
+    } else {
+        for (const QString& text : step.sql) runSql(text, result, position, &values);
+    }
+    return true;
+}
+
+ExecResult SqliteConnection::runBatch(const QString& sql, std::vector<Token> tokens) {
+    auto batch = std::make_shared<CachedBatch>();
+    batch->statements = parseBatch(sql, std::move(tokens), nullptr);
+    if (batches_.size() >= kMaxCachedBatches) batches_.clear();
+    batches_.insert(sql, batch);
+    ExecResult result;
+    for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
+    return result;
+}
+
+ExecResult SqliteConnection::execute(const QString& sql) {
     const QString* outer = source_;
     source_ = &sql;
     ExecResult result;
     try {
-        for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
+        if (std::shared_ptr<CachedBatch> batch = batches_.value(sql)) {
+            for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
+        } else {
+            std::vector<Token> tokens = tokenize(sql);
+            if (!runShaped(sql, tokens, result)) result = runBatch(sql, std::move(tokens));
+        }
     } catch (...) {
         source_ = outer;
         throw;

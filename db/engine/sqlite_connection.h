@@ -16,6 +16,13 @@ namespace tr::engine {
 
 class Engine;
 struct CachedBatch;
+struct CachedStep;
+struct Shape;
+struct ShapedStatement;
+struct LiteralParameters;
+struct Token;
+using Dependencies = std::vector<std::pair<QString, quint64>>;  // table key, its generation
+using Bindings = std::vector<QVariant>;
 
 class SqliteConnection final : public tr::db::Connection, private Catalog {
 public:
@@ -46,15 +53,25 @@ private:
 
     void run(const ast::Statement& statement, CachedBatch& batch, tr::db::ExecResult& result);
     void runStep(const Step& step, CachedBatch& batch, tr::db::ExecResult& result);
-    void runSql(const QString& sql, tr::db::ExecResult& result, int position);
-    void runSqlUntraced(const QString& sql, tr::db::ExecResult& result, int position);
+    void runSql(const QString& sql, tr::db::ExecResult& result, int position, const Bindings* bindings = nullptr);
+    void runSqlUntraced(const QString& sql, tr::db::ExecResult& result, int position, const Bindings* bindings);
+    tr::db::ExecResult runBatch(const QString& sql, std::vector<Token> tokens);
+    // Runs `sql` through the translation it shares with texts of the same shape; false when the
+    // text is not one statement whose literals can be parameters.
+    bool runShaped(const QString& sql, const std::vector<Token>& tokens, tr::db::ExecResult& result);
+    // Null when the text has no shared translation: `structural` says whether none of its shape has.
+    std::shared_ptr<ShapedStatement> translateShaped(const QString& sql, const std::vector<Token>& tokens,
+                                                     Shape& shape, bool& structural);
+    Step translateRecorded(const ast::Statement& statement, const QString& sql, Dependencies& dependencies);
+    bool current(const Dependencies& dependencies) const;
+    QString tableKey(const QString& schema, const QString& table) const;
+    void clearTranslations();
     QVariant scalar(const QString& sql, int position);
     template <typename F>
     void inTransaction(F&& work);
     void exec(const char* sql);
     sqlite3_stmt* prepare(const QString& sql, int position);
     void finalizeStatements();
-    void refreshCaches();
     [[noreturn]] void fail(const QString& message, int position);
 
     Engine& engine_;
@@ -62,11 +79,13 @@ private:
     sqlite3* db_ = nullptr;
     int depth_ = 0;
     const QString* source_ = nullptr;  // the batch being run, for error messages
-    quint64 generation_ = 0;
+    Dependencies* recording_ = nullptr;  // the tables the translation being made reads
     QHash<QString, std::shared_ptr<CachedBatch>> batches_;
+    QHash<QString, std::shared_ptr<Shape>> shapes_;
     QHash<QString, sqlite3_stmt*> statements_;
-    QHash<QString, std::vector<ColumnInfo>> columns_;
+    QHash<QString, std::pair<quint64, std::vector<ColumnInfo>>> columns_;  // by table key
     QHash<QString, QString> attached_;  // lower-case database name -> schema alias
+    QHash<QString, QString> aliasDatabases_;  // schema alias -> lower-case database name
     QStringList attachOrder_;           // least recently used first
 };
 

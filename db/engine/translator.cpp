@@ -443,6 +443,10 @@ public:
             case Expr::Kind::Null:
                 return make(QStringLiteral("NULL"), SqlType::Null, true);
             case Expr::Kind::Number: {
+                if (e.parameter > 0) {
+                    return make(QStringLiteral("?%1").arg(e.parameter),
+                                e.text.contains(QLatin1Char('.')) ? SqlType::Real : SqlType::Integer, true);
+                }
                 const bool real = e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
                 QString text = e.text;
                 if (text.startsWith(QLatin1Char('.'))) text.prepend(QLatin1Char('0'));
@@ -451,6 +455,7 @@ public:
                 return o;
             }
             case Expr::Kind::String:
+                if (e.parameter > 0) return make(QStringLiteral("?%1").arg(e.parameter), SqlType::Text, true);
                 return make(quoteText(e.text), SqlType::Text, true);
             case Expr::Kind::Column:
                 return column(e, scope);
@@ -798,6 +803,7 @@ public:
                 ResolvedTable t = resolveTable(s.table, s.position);
                 step.sql << QStringLiteral("DROP TABLE ") + t.sql;
                 step.writes = step.changesSchema = true;
+                step.changedTables.push_back({t.schema, t.name});
                 return step;
             }
             case Statement::Kind::Truncate: {
@@ -812,6 +818,7 @@ public:
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
                 }
                 step.writes = step.changesSchema = true;
+                step.changedTables.push_back({t.schema, t.name});
                 return step;
             }
             case Statement::Kind::If: {
@@ -910,6 +917,7 @@ public:
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
         step.writes = step.changesSchema = true;
+        step.changedTables.push_back({t.schema, t.name});
         return step;
     }
 
@@ -935,6 +943,7 @@ public:
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
         step.writes = step.changesSchema = true;
+        step.changedTables.push_back({target.schema, target.name});
         return step;
     }
 

@@ -34,12 +34,18 @@ public:
     virtual std::vector<ColumnInfo> columns(const QString& schema, const QString& table) = 0;
 };
 
+struct TableName {
+    QString schema;  // SQLite schema: "main", "tempdb", "temp" or an attached alias
+    QString table;
+};
+
 struct Step {
     enum class Kind { Sql, Call, If, ExecText, Begin, Commit, Rollback, Block };
     Kind kind = Kind::Sql;
     QStringList sql;               // Sql: SQLite statements run in order
     bool writes = false;           // needs a write transaction
     bool changesSchema = false;
+    std::vector<TableName> changedTables;  // tables created, dropped or altered
     QString procedure;             // Call
     std::vector<QVariant> args;    // Call
     QString query;                 // If: "SELECT <0 or 1>"; ExecText: "SELECT <text>"
