@@ -465,6 +465,12 @@ Step SqliteConnection::translateRecorded(const ast::Statement& statement, const 
     try {
         Step step = translateStatement(statement, *this, sql);
         recording_ = outer;
+        // A statement that creates, drops or alters a table does not read that table's columns:
+        // its own change must not make its translation stale.
+        for (const TableName& t : step.changedTables) {
+            const QString changed = tableKey(t.schema, t.table);
+            std::erase_if(dependencies, [&](const auto& d) { return d.first == changed; });
+        }
         return step;
     } catch (...) {
         recording_ = outer;
@@ -503,7 +509,7 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
             return nullptr;
         }
         const Step& step = made->translation.step;
-        if (step.kind != Step::Kind::Sql || step.changesSchema) return nullptr;
+        if (step.kind != Step::Kind::Sql) return nullptr;
         QList<int> used;
         for (const QString& text : step.sql) used += placeholdersIn(text);
         if (used.isEmpty()) {
@@ -561,6 +567,7 @@ bool SqliteConnection::runShaped(const QString& sql, const std::vector<Token>& t
     } else {
         for (const QString& text : step.sql) runSql(text, result, position, &values);
     }
+    for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
     return true;
 }
 
