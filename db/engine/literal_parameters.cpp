@@ -29,9 +29,29 @@ QList<int> placeholdersIn(const QString& sql) {
     return ordinals;
 }
 
+namespace {
+
+// A part of the key, closed by a mark ordinary text does not hold. A text holding either mark
+// is written as mark 2, its length, ':' and the text instead, so no text can imitate a boundary.
+void appendPart(QString& key, const QString& text) {
+    if (text.contains(QChar(1)) || text.contains(QChar(2))) {
+        key += QChar(2);
+        key += QString::number(text.size());
+        key += QLatin1Char(':');
+        key += text;
+        return;
+    }
+    key += text;
+    key += QChar(1);
+}
+
+}  // namespace
+
 QString shapeKey(const std::vector<Token>& tokens, const QSet<int>& kept) {
     QString key;
-    key.reserve(1024);
+    qsizetype size = 0;
+    for (const Token& t : tokens) size += t.text.size() + 2;
+    key.reserve(size);
     for (int i = 0; i < int(tokens.size()); ++i) {
         const Token& t = tokens[i];
         switch (t.kind) {
@@ -62,10 +82,7 @@ QString shapeKey(const std::vector<Token>& tokens, const QSet<int>& kept) {
             key += QLatin1Char(';');
             continue;
         }
-        // Length first, so that no text can imitate a boundary.
-        key += QString::number(t.text.size());
-        key += QLatin1Char(':');
-        key += t.text;
+        appendPart(key, t.text);
     }
     return key;
 }

@@ -17,11 +17,55 @@ namespace {
 bool isIdentStart(QChar c) { return c.isLetter() || c == u'_' || c == u'#' || c == u'@'; }
 bool isIdentPart(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'#' || c == u'@' || c == u'$'; }
 
+// The value of a quoted run starting after its opening mark: doubled closing marks are one mark.
+// Returns false when the run does not close.
+bool quotedRun(const QString& sql, qsizetype& i, QChar close, QString& value) {
+    const qsizetype n = sql.size();
+    for (;;) {
+        const qsizetype end = sql.indexOf(close, i);
+        if (end < 0) {
+            i = n;
+            return false;
+        }
+        value += QStringView(sql).mid(i, end - i);
+        if (end + 1 < n && sql.at(end + 1) == close) {
+            value += close;
+            i = end + 2;
+            continue;
+        }
+        i = end + 1;
+        return true;
+    }
+}
+
+const QString& operatorText(QChar c, QChar next, bool& pair) {
+    static const QString pairs[] = {QStringLiteral("<>"), QStringLiteral("!="), QStringLiteral("<="),
+                                    QStringLiteral(">="), QStringLiteral("!<"), QStringLiteral("!>"),
+                                    QStringLiteral("||")};
+    for (const QString& p : pairs) {
+        if (p.at(0) == c && p.at(1) == next) {
+            pair = true;
+            return p;
+        }
+    }
+    pair = false;
+    static const QString singles[] = {
+        QStringLiteral("+"), QStringLiteral("-"), QStringLiteral("*"), QStringLiteral("/"), QStringLiteral("%"),
+        QStringLiteral("="), QStringLiteral("<"), QStringLiteral(">"), QStringLiteral("("), QStringLiteral(")"),
+        QStringLiteral(","), QStringLiteral("."), QStringLiteral(";"), QStringLiteral("~"), QStringLiteral("&"),
+        QStringLiteral("|"), QStringLiteral("^"), QStringLiteral("!")};
+    for (const QString& p : singles)
+        if (p.at(0) == c) return p;
+    static const QString none;
+    return none;
+}
+
 }  // namespace
 
 std::vector<Token> tokenize(const QString& sql) {
     std::vector<Token> tokens;
     const qsizetype n = sql.size();
+    tokens.reserve(n / 5 + 2);
     qsizetype i = 0;
     auto error = [&](const QString& what, qsizetype at) {
         throw DatabaseError(what, sql, static_cast<int>(at + 1));
@@ -60,45 +104,14 @@ std::vector<Token> tokenize(const QString& sql) {
             t.kind = Token::Kind::String;
             t.unicode = unicodeString;
             i += unicodeString ? 2 : 1;
-            QString value;
-            bool closed = false;
-            while (i < n) {
-                if (sql.at(i) == u'\'') {
-                    if (i + 1 < n && sql.at(i + 1) == u'\'') {
-                        value += u'\'';
-                        i += 2;
-                        continue;
-                    }
-                    ++i;
-                    closed = true;
-                    break;
-                }
-                value += sql.at(i++);
-            }
-            if (!closed) error(QStringLiteral("Unclosed quotation mark after the character string"), t.position - 1);
-            t.text = value;
+            if (!quotedRun(sql, i, u'\'', t.text))
+                error(QStringLiteral("Unclosed quotation mark after the character string"), t.position - 1);
         } else if (c == u'[' || c == u'"') {
             const QChar close = c == u'[' ? u']' : u'"';
             t.kind = Token::Kind::Identifier;
             t.quoted = true;
             ++i;
-            QString name;
-            bool closed = false;
-            while (i < n) {
-                if (sql.at(i) == close) {
-                    if (i + 1 < n && sql.at(i + 1) == close) {
-                        name += close;
-                        i += 2;
-                        continue;
-                    }
-                    ++i;
-                    closed = true;
-                    break;
-                }
-                name += sql.at(i++);
-            }
-            if (!closed) error(QStringLiteral("Unclosed quoted identifier"), t.position - 1);
-            t.text = name;
+            if (!quotedRun(sql, i, close, t.text)) error(QStringLiteral("Unclosed quoted identifier"), t.position - 1);
         } else if (c.isDigit() || (c == u'.' && i + 1 < n && sql.at(i + 1).isDigit())) {
             t.kind = Token::Kind::Number;
             const qsizetype start = i;
@@ -128,20 +141,10 @@ std::vector<Token> tokenize(const QString& sql) {
             t.text = sql.mid(start, i - start);
         } else {
             t.kind = Token::Kind::Operator;
-            static const char* twoChar[] = {"<>", "!=", "<=", ">=", "!<", "!>", "||"};
-            QString op(c);
-            if (i + 1 < n) {
-                const QString pair = sql.mid(i, 2);
-                for (const char* candidate : twoChar) {
-                    if (pair == QLatin1String(candidate)) op = pair;
-                }
-            }
-            static const QString single = QStringLiteral("+-*/%=<>(),.;~&|^!");
-            if (op.size() == 1 && !single.contains(c)) {
-                error(QStringLiteral("Incorrect syntax near '%1'").arg(c), i);
-            }
-            t.text = op;
-            i += op.size();
+            bool pair = false;
+            t.text = operatorText(c, i + 1 < n ? sql.at(i + 1) : QChar(), pair);
+            if (t.text.isEmpty()) error(QStringLiteral("Incorrect syntax near '%1'").arg(c), i);
+            i += pair ? 2 : 1;
         }
         tokens.push_back(std::move(t));
     }
