@@ -8,6 +8,10 @@ constexpr char16_t kOpen = 0xE000;   // private-use characters
 constexpr char16_t kClose = 0xE001;
 constexpr int kMaxParameters = 999;  // long literal lists are one-off texts: not worth a shape
 
+bool isDecimal(const QString& number) {
+    return number.contains(QLatin1Char('.')) || number.contains(QLatin1Char('e'), Qt::CaseInsensitive);
+}
+
 }  // namespace
 
 QString placeholderText(int ordinal, bool real) {
@@ -29,85 +33,28 @@ QList<int> placeholdersIn(const QString& sql) {
     return ordinals;
 }
 
-namespace {
-
-// A part of the key, closed by a mark ordinary text does not hold. A text holding either mark
-// is written as mark 2, its length, ':' and the text instead, so no text can imitate a boundary.
-void appendPart(QString& key, const QString& text) {
-    if (text.contains(QChar(1)) || text.contains(QChar(2))) {
-        key += QChar(2);
-        key += QString::number(text.size());
-        key += QLatin1Char(':');
-        key += text;
-        return;
-    }
-    key += text;
-    key += QChar(1);
+QString literalMark(const ScannedLiteral& literal) {
+    // Mark 2 starts no other part of a key: identifiers and operators cannot hold it and a
+    // quoted identifier starts with its bracket.
+    if (literal.string) return literal.unicode ? QStringLiteral("\u0002N") : QStringLiteral("\u0002S");
+    return isDecimal(literal.value) ? QStringLiteral("\u0002#.") : QStringLiteral("\u0002#");
 }
 
-}  // namespace
-
-QString shapeKey(const std::vector<Token>& tokens, const QSet<int>& kept) {
-    QString key;
-    qsizetype size = 0;
-    for (const Token& t : tokens) size += t.text.size() + 2;
-    key.reserve(size);
-    for (int i = 0; i < int(tokens.size()); ++i) {
-        const Token& t = tokens[i];
-        switch (t.kind) {
-            case Token::Kind::String:
-                key += t.unicode ? QLatin1Char('N') : QLatin1Char('S');
-                break;
-            case Token::Kind::Number:
-                key += QLatin1Char('#');
-                break;
-            case Token::Kind::Identifier:
-                key += t.quoted ? QLatin1Char('Q') : QLatin1Char('I');
-                break;
-            case Token::Kind::Variable:
-                key += QLatin1Char('@');
-                break;
-            case Token::Kind::Operator:
-                key += QLatin1Char('O');
-                break;
-            case Token::Kind::End:
-                continue;
-        }
-        const bool literal = t.kind == Token::Kind::String || t.kind == Token::Kind::Number;
-        if (literal && !kept.contains(i)) {
-            // Integer and decimal literals translate to different types.
-            if (t.kind == Token::Kind::Number && (t.text.contains(QLatin1Char('.')) ||
-                                                  t.text.contains(QLatin1Char('e'), Qt::CaseInsensitive)))
-                key += QLatin1Char('.');
-            key += QLatin1Char(';');
-            continue;
-        }
-        appendPart(key, t.text);
-    }
-    return key;
+bool mayParameterise(const ScannedText& text) {
+    if (text.literals.empty() || text.literals.size() > kMaxParameters) return false;
+    const QStringView first = QStringView(text.key).left(text.key.indexOf(QChar(1)));
+    for (const char* word : {"SELECT", "INSERT", "UPDATE", "DELETE"})
+        if (first.compare(QLatin1String(word), Qt::CaseInsensitive) == 0) return true;
+    return false;
 }
 
-QVariant parameterValue(const Token& token, bool negate) {
-    if (token.kind == Token::Kind::String) return token.text;
-    const QString text = negate ? QLatin1Char('-') + token.text : token.text;
+QVariant parameterValue(const ScannedLiteral& literal, bool negate) {
+    if (literal.string) return literal.value;
+    const QString text = negate ? QLatin1Char('-') + literal.value : literal.value;
     bool integer = false;
     const qlonglong n = text.toLongLong(&integer);
     if (integer) return n;
     return text.toDouble();
-}
-
-bool mayParameterise(const std::vector<Token>& tokens) {
-    if (tokens.empty()) return false;
-    const Token& first = tokens.front();
-    if (!(first.isWord("SELECT") || first.isWord("INSERT") || first.isWord("UPDATE") ||
-          first.isWord("DELETE")))
-        return false;
-    int literals = 0;
-    for (const Token& t : tokens) {
-        if (t.kind == Token::Kind::String || t.kind == Token::Kind::Number) ++literals;
-        if (t.kind == Token::Kind::Variable) return false;
-    }
-    return literals > 0 && literals <= kMaxParameters;
 }
 
 }  // namespace tr::engine

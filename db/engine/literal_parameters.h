@@ -7,16 +7,38 @@
 #include <QVariant>
 #include <vector>
 
-#include "db/engine/tokenizer.h"
-
 namespace tr::engine {
 
+// A string or number literal as the text writes it.
+struct ScannedLiteral {
+    bool string = false;
+    bool unicode = false;  // N'..'
+    qsizetype start = 0, end = 0;
+    QString value;  // a string's value, a number's text
+};
+
+// A text with its literals taken out: `key` is shared by every text that differs only in them.
+struct ScannedText {
+    QString key;
+    std::vector<ScannedLiteral> literals;
+    int firstPosition = 0;  // of the first token, 1-based
+};
+
+// Scans `sql` with the tokenizer's rules; false when the text cannot be shared (it holds a variable,
+// the key's separator, or a lexical error that its own parse will report).
+bool scanLiterals(const QString& sql, ScannedText& out);
+// What stands for a literal in the key: its kind, and for a number whether it is decimal, since
+// integer and decimal literals translate to different types.
+QString literalMark(const ScannedLiteral& literal);
+// Whether the scanned text may be a single statement whose literals can be parameters.
+bool mayParameterise(const ScannedText& text);
+
 struct LiteralParameter {
-    int token = -1;       // index of the literal's token
+    int literal = -1;     // index into the scanned literals (the parser's: a token index)
     bool negate = false;  // written with a leading minus, which the parser folds into the number
 };
 
-// What the parser is asked to do with literals, and what it found.
+// What the parser is asked to do with literals, and what it found (token indexes).
 struct LiteralParameters {
     QSet<int> kept;  // tokens whose values the translation reads: left in the text
     std::vector<LiteralParameter> found;  // found[k - 1] is ?k
@@ -29,12 +51,7 @@ QString placeholderText(int ordinal, bool real);
 // The ordinals whose placeholders appear in `sql` (their values were used, not bound).
 QList<int> placeholdersIn(const QString& sql);
 
-// A key shared by the texts that differ only in the values of parameterised literals: every other
-// token, and the literals in `kept`, appear with their text.
-QString shapeKey(const std::vector<Token>& tokens, const QSet<int>& kept);
-// The value a parameter binds, typed as SQLite would read the literal.
-QVariant parameterValue(const Token& token, bool negate);
-// Whether the text may be a single statement whose literals can be parameters.
-bool mayParameterise(const std::vector<Token>& tokens);
+// The value a parameter binds, typed as SQLite reads the literal.
+QVariant parameterValue(const ScannedLiteral& literal, bool negate);
 
 }  // namespace tr::engine

@@ -489,15 +489,29 @@ void SqliteConnection::run(const ast::Statement& statement, CachedBatch& batch, 
     runStep(step, batch, result);
 }
 
-std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString& sql,
-                                                                   const std::vector<Token>& tokens,
+std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString& sql, const ScannedText& scanned,
                                                                    Shape& shape, bool& structural) {
     structural = true;
+    std::vector<Token> tokens;
+    try {
+        tokens = tokenize(sql);
+    } catch (const DatabaseError&) {
+        structural = false;
+        return nullptr;
+    }
+    std::vector<int> literalTokens;  // token index of each scanned literal
+    for (int i = 0; i < int(tokens.size()); ++i)
+        if (tokens[i].kind == Token::Kind::String || tokens[i].kind == Token::Kind::Number) literalTokens.push_back(i);
+    if (literalTokens.size() != scanned.literals.size()) return nullptr;
+    for (int k = 0; k < int(literalTokens.size()); ++k)
+        if (tokens[literalTokens[k]].text != scanned.literals[k].value) return nullptr;
+    QHash<int, int> literalOfToken;
+    for (int k = 0; k < int(literalTokens.size()); ++k) literalOfToken.insert(literalTokens[k], k);
     // A rule that reads a literal's value copies its placeholder into the text: that literal is
     // kept and the statement translated again.
     for (int attempt = 0; attempt < 4; ++attempt) {
         LiteralParameters parameters;
-        parameters.kept = shape.kept;
+        for (int literal : std::as_const(shape.kept)) parameters.kept.insert(literalTokens[literal]);
         std::vector<ast::StatementPtr> statements;
         auto made = std::make_shared<ShapedStatement>();
         try {
@@ -513,10 +527,13 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
         QList<int> used;
         for (const QString& text : step.sql) used += placeholdersIn(text);
         if (used.isEmpty()) {
-            made->parameters = std::move(parameters.found);
+            for (LiteralParameter p : parameters.found) {
+                p.literal = literalOfToken.value(p.literal, -1);
+                made->parameters.push_back(p);
+            }
             return made;
         }
-        for (int ordinal : used) shape.kept.insert(parameters.found[ordinal - 1].token);
+        for (int ordinal : used) shape.kept.insert(literalOfToken.value(parameters.found[ordinal - 1].literal));
         shape.byKeptValues.clear();
     }
     return nullptr;
@@ -524,42 +541,41 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
 
 namespace {
 
-QString keptValues(const Shape& shape, const std::vector<Token>& tokens) {
+QString keptValues(const Shape& shape, const ScannedText& scanned) {
     if (shape.kept.isEmpty()) return {};
     QList<int> kept = shape.kept.values();
     std::sort(kept.begin(), kept.end());
     QString values;
-    for (int i : kept) values += tokens[i].text + QChar(0);
+    for (int i : kept) values += scanned.literals[i].value + QChar(0);
     return values;
 }
 
 }  // namespace
 
-bool SqliteConnection::runShaped(const QString& sql, const std::vector<Token>& tokens, ExecResult& result) {
-    if (!mayParameterise(tokens)) return false;
-    const QString key = shapeKey(tokens, {});
-    std::shared_ptr<Shape> shape = shapes_.value(key);
+bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned, ExecResult& result) {
+    std::shared_ptr<Shape> shape = shapes_.value(scanned.key);
     if (!shape) {
         if (shapes_.size() >= kMaxCachedShapes) shapes_.clear();
         shape = std::make_shared<Shape>();
-        shapes_.insert(key, shape);
+        shapes_.insert(scanned.key, shape);
     }
     if (!shape->parameterised) return false;
-    std::shared_ptr<ShapedStatement> statement = shape->byKeptValues.value(keptValues(*shape, tokens));
+    std::shared_ptr<ShapedStatement> statement = shape->byKeptValues.value(keptValues(*shape, scanned));
     if (!statement || !current(statement->translation.dependencies)) {
         bool structural = false;
-        statement = translateShaped(sql, tokens, *shape, structural);
+        statement = translateShaped(sql, scanned, *shape, structural);
         if (!statement) {
             if (structural) shape->parameterised = false;
             return false;
         }
-        shape->byKeptValues.insert(keptValues(*shape, tokens), statement);
+        shape->byKeptValues.insert(keptValues(*shape, scanned), statement);
     }
     Bindings values;
     values.reserve(statement->parameters.size());
-    for (const LiteralParameter& p : statement->parameters) values.push_back(parameterValue(tokens[p.token], p.negate));
+    for (const LiteralParameter& p : statement->parameters)
+        values.push_back(parameterValue(scanned.literals[p.literal], p.negate));
     const Step& step = statement->translation.step;
-    const int position = tokens.front().position;
+    const int position = scanned.firstPosition;
     if (step.writes) {
         inTransaction([&] {
             for (const QString& text : step.sql) runSql(text, result, position, &values);
@@ -589,8 +605,9 @@ ExecResult SqliteConnection::execute(const QString& sql) {
         if (std::shared_ptr<CachedBatch> batch = batches_.value(sql)) {
             for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
         } else {
-            std::vector<Token> tokens = tokenize(sql);
-            if (!runShaped(sql, tokens, result)) result = runBatch(sql, std::move(tokens));
+            ScannedText scanned;
+            if (!(scanLiterals(sql, scanned) && mayParameterise(scanned) && runShaped(sql, scanned, result)))
+                result = runBatch(sql, tokenize(sql));
         }
     } catch (...) {
         source_ = outer;

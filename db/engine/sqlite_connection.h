@@ -19,7 +19,7 @@ struct CachedBatch;
 struct CachedStep;
 struct Shape;
 struct ShapedStatement;
-struct LiteralParameters;
+struct ScannedText;
 struct Token;
 using Dependencies = std::vector<std::pair<QString, quint64>>;  // table key, its generation
 using Bindings = std::vector<QVariant>;
@@ -58,9 +58,9 @@ private:
     tr::db::ExecResult runBatch(const QString& sql, std::vector<Token> tokens);
     // Runs `sql` through the translation it shares with texts of the same shape; false when the
     // text is not one statement whose literals can be parameters.
-    bool runShaped(const QString& sql, const std::vector<Token>& tokens, tr::db::ExecResult& result);
+    bool runShaped(const QString& sql, const ScannedText& scanned, tr::db::ExecResult& result);
     // Null when the text has no shared translation: `structural` says whether none of its shape has.
-    std::shared_ptr<ShapedStatement> translateShaped(const QString& sql, const std::vector<Token>& tokens,
+    std::shared_ptr<ShapedStatement> translateShaped(const QString& sql, const ScannedText& scanned,
                                                      Shape& shape, bool& structural);
     Step translateRecorded(const ast::Statement& statement, const QString& sql, Dependencies& dependencies);
     bool current(const Dependencies& dependencies) const;
