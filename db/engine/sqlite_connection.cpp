@@ -460,6 +460,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
 
 Step SqliteConnection::translateRecorded(const ast::Statement& statement, const QString& sql,
                                         Dependencies& dependencies) {
+    ++translations_;
     Dependencies* outer = recording_;
     recording_ = &dependencies;
     try {
@@ -524,6 +525,11 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
         }
         const Step& step = made->translation.step;
         if (step.kind != Step::Kind::Sql) return nullptr;
+        // Literals the parser read as part of the syntax (a Varchar length, an alias) are kept.
+        QSet<int> bound;
+        for (const LiteralParameter& p : parameters.found) bound.insert(p.literal);
+        for (int token : literalTokens)
+            if (!bound.contains(token)) shape.kept.insert(literalOfToken.value(token));
         QList<int> used;
         for (const QString& text : step.sql) used += placeholdersIn(text);
         if (used.isEmpty()) {

@@ -38,6 +38,9 @@ public:
     // SQLite's query plan for the first statement of `sql`, one line per plan row.
     QString explainQueryPlan(const QString& sql);
     bool inTransaction() const { return depth_ > 0; }
+    // How many statements this connection has translated: texts that share a translation (the
+    // same text, or one differing only in literal values) do not add to it.
+    quint64 translations() const { return translations_; }
     // Gathers the tables' statistics for the query planner (what sp_updatestats runs); on a
     // large book it lets a join start from the selective side.
     void analyze();
@@ -79,6 +82,7 @@ private:
     sqlite3* db_ = nullptr;
     int depth_ = 0;
     const QString* source_ = nullptr;  // the batch being run, for error messages
+    quint64 translations_ = 0;
     Dependencies* recording_ = nullptr;  // the tables the translation being made reads
     QHash<QString, std::shared_ptr<CachedBatch>> batches_;
     QHash<QString, std::shared_ptr<Shape>> shapes_;
