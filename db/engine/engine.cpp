@@ -54,6 +54,19 @@ void Engine::tableChanged(const QString& table) {
     tableGenerations_.insert(table, ++lastGeneration_);
 }
 
+std::optional<Engine::TempTable> Engine::tempTable(const QString& name) const {
+    QMutexLocker lock(&generationsLock_);
+    auto it = tempTables_.constFind(name);
+    if (it == tempTables_.constEnd()) return std::nullopt;
+    return it.value();
+}
+
+void Engine::setTempTable(const QString& name, const std::optional<TempTable>& state) {
+    QMutexLocker lock(&generationsLock_);
+    if (state) tempTables_.insert(name, *state);
+    else tempTables_.remove(name);
+}
+
 std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
     return std::make_unique<SqliteConnection>(*this, databaseName);
 }

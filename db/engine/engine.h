@@ -6,6 +6,7 @@
 #include <QMutex>
 #include <QString>
 #include <memory>
+#include <optional>
 
 #include "db/engine/procedure_registry.h"
 
@@ -35,6 +36,16 @@ public:
     quint64 tableGeneration(const QString& table) const;
     void tableChanged(const QString& table);
 
+    // A ## table as the engine made it. Dropping one empties it and keeps it ("retired") for the
+    // next table of that name and definition, because making and dropping a table has SQLite
+    // prepare again every statement that reads tempdb. `name` is lower case.
+    struct TempTable {
+        QString definition;  // the SQLite CREATE TABLE text that made it; empty after an Alter
+        bool retired = false;
+    };
+    std::optional<TempTable> tempTable(const QString& name) const;
+    void setTempTable(const QString& name, const std::optional<TempTable>& state);
+
 private:
     QString dataDirectory_;
     QString tempdbUri_;
@@ -42,6 +53,7 @@ private:
     ProcedureRegistry procedures_;
     mutable QMutex generationsLock_;
     QHash<QString, quint64> tableGenerations_;
+    QHash<QString, TempTable> tempTables_;
     quint64 lastGeneration_ = 0;
 };
 

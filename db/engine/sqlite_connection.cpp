@@ -61,10 +61,11 @@ const char* const kCatalogViews[] = {
     "CREATE TEMP VIEW tr_tempdb_sysobjects AS SELECT name AS name, rowid AS id, "
     "CASE type WHEN 'table' THEN 'U' WHEN 'view' THEN 'V' ELSE 'TR' END AS xtype, "
     "CASE type WHEN 'table' THEN 'U' WHEN 'view' THEN 'V' ELSE 'TR' END AS type "
-    "FROM tempdb.sqlite_master WHERE type IN ('table','view','trigger') AND substr(name, 1, 7) <> 'sqlite_'",
+    "FROM tempdb.sqlite_master WHERE type IN ('table','view','trigger') AND substr(name, 1, 7) <> 'sqlite_' "
+    "AND NOT tsql_retired(name)",
     "CREATE TEMP VIEW tr_tempdb_syscolumns AS SELECT m.rowid AS id, p.name AS name, p.cid + 1 AS colid, "
     "p.type AS length FROM tempdb.sqlite_master AS m JOIN pragma_table_info(m.name, 'tempdb') AS p "
-    "WHERE m.type IN ('table','view')",
+    "WHERE m.type IN ('table','view') AND NOT tsql_retired(m.name)",
 };
 
 QVariant columnValue(sqlite3_stmt* statement, int i) {
@@ -219,6 +220,7 @@ std::vector<ColumnInfo> SqliteConnection::columns(const QString& schema, const Q
     const QString key = tableKey(schema, table);
     const quint64 generation = engine_.tableGeneration(key);
     if (recording_) recording_->emplace_back(key, generation);
+    if (retired(schema, table)) return {};
     auto it = columns_.constFind(key);
     if (it != columns_.constEnd() && it.value().first == generation) return it.value().second;
     std::vector<ColumnInfo> result;
@@ -269,6 +271,7 @@ QVariant SqliteConnection::objectId(const QString& name) {
     const QString object = parts.last();
     const bool temp = object.startsWith(QLatin1String("##")) ||
                       (parts.size() == 3 && parts.first().compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0);
+    if (temp && retired(QStringLiteral("tempdb"), object)) return {};
     const QString sql = QStringLiteral("SELECT rowid FROM %1.sqlite_master WHERE name = '%2' COLLATE NOCASE AND type <> 'index'")
                             .arg(temp ? QStringLiteral("tempdb") : QStringLiteral("main"),
                                  QString(object).replace(QLatin1Char('\''), QLatin1String("''")));
@@ -389,23 +392,91 @@ void SqliteConnection::inTransaction(F&& work) {
     } catch (...) {
         depth_ = 0;
         if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        rollBackTempTables();
         throw;
     }
     depth_ = 0;
     exec("COMMIT");
+    commitTempTables();
+}
+
+bool SqliteConnection::retired(const QString& schema, const QString& table) {
+    if (schema.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) != 0) return false;
+    const auto state = engine_.tempTable(table.toLower());
+    return state && state->retired;
+}
+
+void SqliteConnection::noteTempTable(const QString& name, bool exists, const QString& definition, bool retired) {
+    const auto before = engine_.tempTable(name);
+    tempJournal_.push_back({name, before.has_value(), before ? before->definition : QString(), before && before->retired});
+    if (exists) engine_.setTempTable(name, Engine::TempTable{definition, retired});
+    else engine_.setTempTable(name, std::nullopt);
+}
+
+void SqliteConnection::rollBackTempTables() {
+    for (auto it = tempJournal_.rbegin(); it != tempJournal_.rend(); ++it) {
+        if (it->existed) engine_.setTempTable(it->name, Engine::TempTable{it->definition, it->retired});
+        else engine_.setTempTable(it->name, std::nullopt);
+        engine_.tableChanged(QStringLiteral("tempdb.") + it->name);
+    }
+    tempJournal_.clear();
+}
+
+void SqliteConnection::runStatements(const Step& step, ExecResult& result, int position, const Bindings* bindings) {
+    auto work = [&] {
+        int first = 0;
+        for (const TableName& t : step.changedTables) {
+            if (t.schema.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) != 0) continue;
+            const QString name = t.table.toLower();
+            const auto state = engine_.tempTable(name);
+            const QString target = QStringLiteral("\"tempdb\".") + quoteIdent(t.table);
+            ExecResult scratch;
+            switch (t.change) {
+                case TableName::Change::Dropped:
+                    if (state && state->retired) {
+                        fail(QStringLiteral("Cannot drop the table '%1', because it does not exist or you do not "
+                                            "have permission.")
+                                 .arg(t.table),
+                             position);
+                    }
+                    if (state && !state->retired && !state->definition.isEmpty()) {
+                        runSql(QStringLiteral("DELETE FROM ") + target, scratch, position);
+                        if (state->definition.contains(QLatin1String("AUTOINCREMENT")))
+                            runSql(QStringLiteral("DELETE FROM \"tempdb\".sqlite_sequence WHERE name = '") +
+                                       QString(t.table).replace(QLatin1Char('\''), QLatin1String("''")) +
+                                       QLatin1Char('\''),
+                                   scratch, position);
+                        noteTempTable(name, true, state->definition, true);
+                        return;  // emptied and kept: the DROP itself is not run
+                    }
+                    noteTempTable(name, false, {}, false);
+                    break;
+                case TableName::Change::Created:
+                    if (state && state->retired) {
+                        if (state->definition == step.sql.front()) {
+                            first = 1;  // the kept table is the new one
+                        } else {
+                            runSql(QStringLiteral("DROP TABLE ") + target, scratch, position);
+                        }
+                    }
+                    noteTempTable(name, true, step.sql.front(), false);
+                    break;
+                case TableName::Change::Altered:
+                    if (state) noteTempTable(name, true, QString(), state->retired);
+                    break;
+            }
+        }
+        for (int i = first; i < step.sql.size(); ++i) runSql(step.sql[i], result, position, bindings);
+    };
+    if (step.writes) inTransaction(work);
+    else work();
+    for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
 }
 
 void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& result) {
     switch (step.kind) {
         case Step::Kind::Sql:
-            if (step.writes) {
-                inTransaction([&] {
-                    for (const QString& sql : step.sql) runSql(sql, result, step.position);
-                });
-            } else {
-                for (const QString& sql : step.sql) runSql(sql, result, step.position);
-            }
-            for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
+            runStatements(step, result, step.position, nullptr);
             return;
         case Step::Kind::Call: {
             const Procedure* procedure = engine_.procedures().procedure(step.procedure);
@@ -445,7 +516,10 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
                 fail(QStringLiteral("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."),
                      step.position);
             }
-            if (--depth_ == 0) exec("COMMIT");
+            if (--depth_ == 0) {
+                exec("COMMIT");
+                commitTempTables();
+            }
             return;
         case Step::Kind::Rollback:
             if (depth_ == 0) {
@@ -454,6 +528,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
             }
             depth_ = 0;
             exec("ROLLBACK");
+            rollBackTempTables();
             return;
     }
 }
@@ -580,16 +655,7 @@ bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned,
     values.reserve(statement->parameters.size());
     for (const LiteralParameter& p : statement->parameters)
         values.push_back(parameterValue(scanned.literals[p.literal], p.negate));
-    const Step& step = statement->translation.step;
-    const int position = scanned.firstPosition;
-    if (step.writes) {
-        inTransaction([&] {
-            for (const QString& text : step.sql) runSql(text, result, position, &values);
-        });
-    } else {
-        for (const QString& text : step.sql) runSql(text, result, position, &values);
-    }
-    for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
+    runStatements(statement->translation.step, result, scanned.firstPosition, &values);
     return true;
 }
 

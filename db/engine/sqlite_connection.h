@@ -49,6 +49,8 @@ public:
     QVariant columnLength(const QString& table, const QString& column);
     QVariant objectId(const QString& name);
     QVariant callFunction(const QString& name, const std::vector<QVariant>& args);
+    // Whether schema.table is a ## table dropped and kept for reuse (absent to every statement).
+    bool retired(const QString& schema, const QString& table) override;
 
 private:
     QString schemaForDatabase(const QString& database, int position) override;
@@ -56,6 +58,12 @@ private:
 
     void run(const ast::Statement& statement, CachedBatch& batch, tr::db::ExecResult& result);
     void runStep(const Step& step, CachedBatch& batch, tr::db::ExecResult& result);
+    // The SQLite statements of a Sql step, in a write transaction when it writes; a ## table it
+    // drops is emptied and kept, and one it makes with a kept table's definition is that table.
+    void runStatements(const Step& step, tr::db::ExecResult& result, int position, const Bindings* bindings);
+    void noteTempTable(const QString& name, bool exists, const QString& definition, bool retired);
+    void commitTempTables() { tempJournal_.clear(); }
+    void rollBackTempTables();
     void runSql(const QString& sql, tr::db::ExecResult& result, int position, const Bindings* bindings = nullptr);
     void runSqlUntraced(const QString& sql, tr::db::ExecResult& result, int position, const Bindings* bindings);
     tr::db::ExecResult runBatch(const QString& sql, std::vector<Token> tokens);
@@ -83,6 +91,13 @@ private:
     int depth_ = 0;
     const QString* source_ = nullptr;  // the batch being run, for error messages
     quint64 translations_ = 0;
+    struct TempTableNote {
+        QString name;
+        bool existed = false;
+        QString definition;
+        bool retired = false;
+    };
+    std::vector<TempTableNote> tempJournal_;  // the transaction's changes, undone by a rollback
     Dependencies* recording_ = nullptr;  // the tables the translation being made reads
     QHash<QString, std::shared_ptr<CachedBatch>> batches_;
     QHash<QString, std::shared_ptr<Shape>> shapes_;

@@ -350,6 +350,10 @@ void objectIdFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_result_int64(ctx, v.toLongLong());
 }
 
+void retiredFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    sqlite3_result_int(ctx, connectionOf(ctx)->retired(QStringLiteral("tempdb"), textOf(argv[0])) ? 1 : 0);
+}
+
 void dbNameFunction(sqlite3_context* ctx, int, sqlite3_value**) { resultText(ctx, connectionOf(ctx)->databaseName()); }
 
 void callFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
@@ -417,6 +421,7 @@ void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
     sqlite3_create_function(db, "tsql_getdate", 0, SQLITE_UTF8, nullptr, getdateFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_col_length", 2, SQLITE_UTF8, connection, colLengthFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_object_id", 1, SQLITE_UTF8, connection, objectIdFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_retired", 1, SQLITE_UTF8, connection, retiredFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_db_name", 0, SQLITE_UTF8, connection, dbNameFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_call", -1, SQLITE_UTF8, connection, callFunction, nullptr, nullptr);
 }

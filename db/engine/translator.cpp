@@ -125,7 +125,8 @@ public:
         return {};
     }
 
-    ResolvedTable resolveTable(const QStringList& parts, int position) {
+    // `creating`: the statement makes the table, so a dropped one of that name is no obstacle.
+    ResolvedTable resolveTable(const QStringList& parts, int position, bool creating = false) {
         ResolvedTable r;
         if (parts.isEmpty() || parts.size() > 3) fail(QStringLiteral("Invalid object name"), position);
         r.name = parts.last();
@@ -154,6 +155,8 @@ public:
         }
         r.sql = quoteIdent(r.schema) + QLatin1Char('.') + quoteIdent(r.name);
         r.columns = catalog_.columns(r.schema, r.name);
+        if (!creating && catalog_.retired(r.schema, r.name))
+            fail(QStringLiteral("Invalid object name '%1'.").arg(parts.join(QLatin1Char('.'))), position);
         return r;
     }
 
@@ -800,10 +803,16 @@ public:
                 return step;
             }
             case Statement::Kind::DropTable: {
-                ResolvedTable t = resolveTable(s.table, s.position);
+                ResolvedTable t = resolveTable(s.table, s.position, true);
+                if (catalog_.retired(t.schema, t.name)) {
+                    fail(QStringLiteral("Cannot drop the table '%1', because it does not exist or you do not have "
+                                        "permission.")
+                             .arg(s.table.join(QLatin1Char('.'))),
+                         s.position);
+                }
                 step.sql << QStringLiteral("DROP TABLE ") + t.sql;
                 step.writes = step.changesSchema = true;
-                step.changedTables.push_back({t.schema, t.name});
+                step.changedTables.push_back({t.schema, t.name, TableName::Change::Dropped});
                 return step;
             }
             case Statement::Kind::Truncate: {
@@ -818,7 +827,7 @@ public:
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
                 }
                 step.writes = step.changesSchema = true;
-                step.changedTables.push_back({t.schema, t.name});
+                step.changedTables.push_back({t.schema, t.name, TableName::Change::Altered});
                 return step;
             }
             case Statement::Kind::If: {
@@ -894,7 +903,7 @@ public:
     }
 
     Step createTable(const Statement& s) {
-        ResolvedTable t = resolveTable(s.table, s.position);
+        ResolvedTable t = resolveTable(s.table, s.position, true);
         QStringList defs;
         bool identitySeen = false;
         QStringList primary = s.columns;
@@ -917,12 +926,12 @@ public:
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
         step.writes = step.changesSchema = true;
-        step.changedTables.push_back({t.schema, t.name});
+        step.changedTables.push_back({t.schema, t.name, TableName::Change::Created});
         return step;
     }
 
     Step selectInto(const Select& s) {
-        ResolvedTable target = resolveTable(s.into, s.position);
+        ResolvedTable target = resolveTable(s.into, s.position, true);
         SelectOut out = select(s, nullptr, true);
         QStringList defs, names;
         for (const ColumnInfo& c : out.columns) {
@@ -943,7 +952,7 @@ public:
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
         step.writes = step.changesSchema = true;
-        step.changedTables.push_back({target.schema, target.name});
+        step.changedTables.push_back({target.schema, target.name, TableName::Change::Created});
         return step;
     }
 

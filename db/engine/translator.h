@@ -32,11 +32,15 @@ public:
     virtual QString schemaForDatabase(const QString& database, int position) = 0;
     // Columns of schema.table in order; empty when the table is not known.
     virtual std::vector<ColumnInfo> columns(const QString& schema, const QString& table) = 0;
+    // A table dropped but kept for reuse: it must be treated as absent.
+    virtual bool retired(const QString& /*schema*/, const QString& /*table*/) { return false; }
 };
 
 struct TableName {
+    enum class Change { Created, Dropped, Altered };
     QString schema;  // SQLite schema: "main", "tempdb", "temp" or an attached alias
     QString table;
+    Change change = Change::Altered;
 };
 
 struct Step {
