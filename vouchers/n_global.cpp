@@ -467,31 +467,38 @@ bool N_Global::save() {
         c.text(header_.joz) + QStringLiteral(", Des1=") + c.text(header_.des1) +
         QStringLiteral(", Des2=") + c.text(header_.des2) + QStringLiteral(", Des3=") +
         c.text(header_.des3) + QStringLiteral(", Des4=") + c.text(header_.des4);
+    const QString serial = header_.serial.trimmed();
+    const DocumentHeader before = header_;
+    auto rollBack = [&] {
+        header_ = before;
+        try {
+            tr::db::execute(database(), QStringLiteral("Rollback Tran"));
+        } catch (...) {
+        }
+    };
     tr::db::execute(database(), QStringLiteral("Begin Tran"));
     try {
         tr::db::execute(database(), travelling);
         tr::db::execute(database(),
                         call(DocumentAction::Save,
                              arguments(isNew ? QStringLiteral("NEW") : QStringLiteral("EDIT"))));
+        // 9, 10. The action log and the invoice links commit with the document or not at all.
+        readHeader(serial);
+        logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
+        if (writeInvoiceLinks) writeInvoiceLinks(*this);
         tr::db::execute(database(), QStringLiteral("Commit Tran"));
     } catch (const tr::db::DatabaseError& error) {
-        try {
-            tr::db::execute(database(), QStringLiteral("Rollback Tran"));
-        } catch (...) {
-        }
+        rollBack();
         // Another user saved this serial since the duplicate check.
         if (isNew && error.message().contains(serialTakenMessage(kind_.title))) {
             reopenGrid();
             return refuse(serialTakenMessage(kind_.title), HeaderField::Serial);
         }
         throw;
+    } catch (...) {
+        rollBack();
+        throw;
     }
-    const QString serial = header_.serial.trimmed();
-    readHeader(serial);
-    // 9. Action log.
-    logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
-    // 10. Invoice links.
-    if (writeInvoiceLinks) writeInvoiceLinks(*this);
     // 11. The saved document as the ledger now has it.
     loadIntoTransferTable(serial);
     readHeader(serial);
