@@ -468,7 +468,10 @@ void SqliteConnection::runStatements(const Step& step, ExecResult& result, int p
         }
         for (int i = first; i < step.sql.size(); ++i) runSql(step.sql[i], result, position, bindings);
     };
-    if (step.writes) inTransaction(work);
+    // One statement writing only temporary tables runs on its own: it needs no lock on the
+    // database files, which a write transaction would take.
+    const bool alone = step.tempOnly && depth_ == 0 && step.sql.size() == 1 && step.changedTables.empty();
+    if (step.writes && !alone) inTransaction(work);
     else work();
     for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
 }

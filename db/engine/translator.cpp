@@ -104,6 +104,15 @@ struct ResolvedTable {
     std::vector<ColumnInfo> columns;
 };
 
+// Whether a write touches only ## or # tables, so it needs no lock on a database file; a
+// statement calling a procedure may write anywhere.
+bool writesOnlyTemp(const QString& schema, const QStringList& sql) {
+    if (schema != QLatin1String("tempdb") && schema != QLatin1String("temp")) return false;
+    for (const QString& text : sql)
+        if (text.contains(QLatin1String("tsql_call("))) return false;
+    return true;
+}
+
 class Translator {
 public:
     Translator(Catalog& catalog, const QString& source) : catalog_(catalog), source_(source) {}
@@ -819,6 +828,7 @@ public:
                 ResolvedTable t = resolveTable(s.table, s.position);
                 step.sql << QStringLiteral("DELETE FROM ") + t.sql;
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 return step;
             }
             case Statement::Kind::AlterAdd: {
@@ -987,6 +997,7 @@ public:
         step.position = s.position;
         step.sql << sql;
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         return step;
     }
 
@@ -1062,6 +1073,7 @@ public:
         step.position = s.position;
         step.sql << sql;
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         return step;
     }
 
@@ -1114,6 +1126,7 @@ public:
         step.position = s.position;
         step.sql << sql;
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         return step;
     }
 
