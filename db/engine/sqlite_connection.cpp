@@ -157,6 +157,7 @@ void SqliteConnection::finalizeStatements() {
 void SqliteConnection::clearTranslations() {
     batches_.clear();
     shapes_.clear();
+    shapedTexts_.clear();
 }
 
 QString SqliteConnection::tableKey(const QString& schema, const QString& table) const {
@@ -658,6 +659,8 @@ bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned,
     values.reserve(statement->parameters.size());
     for (const LiteralParameter& p : statement->parameters)
         values.push_back(parameterValue(scanned.literals[p.literal], p.negate));
+    if (shapedTexts_.size() >= kMaxCachedBatches) shapedTexts_.clear();
+    shapedTexts_.insert(sql, ShapedText{statement, values, scanned.firstPosition});
     runStatements(statement->translation.step, result, scanned.firstPosition, &values);
     return true;
 }
@@ -677,7 +680,11 @@ ExecResult SqliteConnection::execute(const QString& sql) {
     source_ = &sql;
     ExecResult result;
     try {
-        if (std::shared_ptr<CachedBatch> batch = batches_.value(sql)) {
+        auto shaped = shapedTexts_.constFind(sql);
+        if (shaped != shapedTexts_.constEnd() && current(shaped->statement->translation.dependencies)) {
+            const ShapedText text = shaped.value();  // running it may change the cache
+            runStatements(text.statement->translation.step, result, text.position, &text.values);
+        } else if (std::shared_ptr<CachedBatch> batch = batches_.value(sql)) {
             for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
         } else {
             ScannedText scanned;

@@ -101,6 +101,14 @@ private:
     Dependencies* recording_ = nullptr;  // the tables the translation being made reads
     QHash<QString, std::shared_ptr<CachedBatch>> batches_;
     QHash<QString, std::shared_ptr<Shape>> shapes_;
+    // Texts run through a shared translation, with their values, so that a text run again is
+    // not scanned again.
+    struct ShapedText {
+        std::shared_ptr<ShapedStatement> statement;
+        Bindings values;
+        int position = 0;
+    };
+    QHash<QString, ShapedText> shapedTexts_;
     QHash<QString, sqlite3_stmt*> statements_;
     QHash<QString, std::pair<quint64, std::vector<ColumnInfo>>> columns_;  // by table key
     QHash<QString, QString> attached_;  // lower-case database name -> schema alias
