@@ -30,6 +30,8 @@ int main(int argc, char** argv) {
             reporter.printRatio(label, std::string("BM_SaveReceipt") + path + "/" + sync + "/real_time", baseline,
                                 goal);
         }
+        reporter.printRatio(std::string("the controller's save command alone, synchronous=") + sync,
+                            std::string("BM_SaveStepController/") + sync + "/real_time", baseline, goal);
     }
     if (const double open = reporter.time("BM_OpenBySerial/real_time"); open > 0)
         std::printf("%-58s %6.2f ms (goal: under 5 ms) %s\n", "receipt opened by serial", open / 1e6,
