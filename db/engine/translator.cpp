@@ -746,6 +746,11 @@ public:
             want(0, 0);
             return make(QStringLiteral("tsql_getdate()"), SqlType::Text, true);
         }
+        if (name == QLatin1String("SCOPE_IDENTITY")) {
+            // The row key of the connection's last insert; procedures read it right after theirs.
+            want(0, 0);
+            return make(QStringLiteral("nullif(last_insert_rowid(), 0)"), SqlType::Integer, true);
+        }
         if (name == QLatin1String("COL_LENGTH")) {
             want(2, 2);
             return call(QStringLiteral("tsql_col_length"), SqlType::Integer);

@@ -401,8 +401,7 @@ class DocumentCall {
             literal(c_, manabeh) + sep + c_.text(date) + sep + literal(c_, extras["Des1"]) + sep +
             literal(c_, extras["Des2"]) + sep + literal(c_, extras["Des3"]) + sep +
             literal(c_, extras["Des4"]) + QStringLiteral(")"));
-        // The call holds the database's write lock, so the newest line is the one just written.
-        return select(QStringLiteral("Select Max(IDX) From N_NaghdTrans"))
+        return select(QStringLiteral("Select Scope_Identity()"))
             .rows.front()
             .front()
             .toLongLong();

@@ -230,3 +230,14 @@ TEST_F(Translator, TrimmedTextInANumberListStillFindsItsRows) {
     EXPECT_EQ(value(sql).toInt(), 2);
     EXPECT_TRUE(db->explainQueryPlan(sql).contains("SEARCH Asnad")) << db->explainQueryPlan(sql).toStdString();
 }
+
+TEST_F(Translator, ScopeIdentityIsTheKeyOfTheConnectionsLastInsert) {
+    EXPECT_TRUE(value("Select Scope_Identity()").isNull());  // nothing inserted yet
+    db->execute("Insert Into Asnad (Document) Values ('a')");
+    db->execute("Insert Into Asnad (Document) Values ('b')");
+    EXPECT_EQ(value("Select Scope_Identity()").toLongLong(), value("Select IDX From Asnad Where Document = 'b'").toLongLong());
+    auto other = engine->open(QStringLiteral("Corvask_1_1404"));
+    other->execute("Insert Into Asnad (Document) Values ('c')");
+    EXPECT_EQ(value("Select Scope_Identity()").toLongLong(), value("Select IDX From Asnad Where Document = 'b'").toLongLong());
+}
+
