@@ -1,0 +1,118 @@
+// Running a text through the translation it shares with texts that differ only in literal values.
+#include <QHash>
+#include <algorithm>
+
+#include "common/db/database_error.h"
+#include "db/engine/connection_caches.h"
+#include "db/engine/parser.h"
+#include "db/engine/tokenizer.h"
+
+namespace tr::engine {
+
+using tr::db::DatabaseError;
+using tr::db::ExecResult;
+
+namespace {
+
+constexpr int kMaxCachedShapes = 2000;
+constexpr int kMaxCachedTexts = 2000;
+
+}  // namespace
+
+std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString& sql, const ScannedText& scanned,
+                                                                   Shape& shape, bool& structural) {
+    structural = true;
+    std::vector<Token> tokens;
+    try {
+        tokens = tokenize(sql);
+    } catch (const DatabaseError&) {
+        structural = false;
+        return nullptr;
+    }
+    std::vector<int> literalTokens;  // token index of each scanned literal
+    for (int i = 0; i < int(tokens.size()); ++i)
+        if (tokens[i].kind == Token::Kind::String || tokens[i].kind == Token::Kind::Number) literalTokens.push_back(i);
+    if (literalTokens.size() != scanned.literals.size()) return nullptr;
+    for (int k = 0; k < int(literalTokens.size()); ++k)
+        if (tokens[literalTokens[k]].text != scanned.literals[k].value) return nullptr;
+    QHash<int, int> literalOfToken;
+    for (int k = 0; k < int(literalTokens.size()); ++k) literalOfToken.insert(literalTokens[k], k);
+    // A rule that reads a literal's value copies its placeholder into the text: that literal is
+    // kept and the statement translated again.
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        LiteralParameters parameters;
+        for (int literal : std::as_const(shape.kept)) parameters.kept.insert(literalTokens[literal]);
+        std::vector<ast::StatementPtr> statements;
+        auto made = std::make_shared<ShapedStatement>();
+        try {
+            statements = parseBatch(sql, tokens, &parameters);
+            if (statements.size() != 1) return nullptr;
+            made->translation.step = translateRecorded(*statements.front(), sql, made->translation.dependencies);
+        } catch (const DatabaseError&) {
+            structural = false;  // the text's own translation reports the error, or shows there is none
+            return nullptr;
+        }
+        const Step& step = made->translation.step;
+        if (step.kind != Step::Kind::Sql) return nullptr;
+        // Literals the parser read as part of the syntax (a Varchar length, an alias) are kept.
+        QSet<int> bound;
+        for (const LiteralParameter& p : parameters.found) bound.insert(p.literal);
+        for (int token : literalTokens)
+            if (!bound.contains(token)) shape.kept.insert(literalOfToken.value(token));
+        QList<int> used;
+        for (const QString& text : step.sql) used += placeholdersIn(text);
+        if (used.isEmpty()) {
+            for (LiteralParameter p : parameters.found) {
+                p.literal = literalOfToken.value(p.literal, -1);
+                made->parameters.push_back(p);
+            }
+            return made;
+        }
+        for (int ordinal : used) shape.kept.insert(literalOfToken.value(parameters.found[ordinal - 1].literal));
+        shape.byKeptValues.clear();
+    }
+    return nullptr;
+}
+
+namespace {
+
+QString keptValues(const Shape& shape, const ScannedText& scanned) {
+    if (shape.kept.isEmpty()) return {};
+    QList<int> kept = shape.kept.values();
+    std::sort(kept.begin(), kept.end());
+    QString values;
+    for (int i : kept) values += scanned.literals[i].value + QChar(0);
+    return values;
+}
+
+}  // namespace
+
+bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned, ExecResult& result) {
+    std::shared_ptr<Shape> shape = shapes_.value(scanned.key);
+    if (!shape) {
+        if (shapes_.size() >= kMaxCachedShapes) shapes_.clear();
+        shape = std::make_shared<Shape>();
+        shapes_.insert(scanned.key, shape);
+    }
+    if (!shape->parameterised) return false;
+    std::shared_ptr<ShapedStatement> statement = shape->byKeptValues.value(keptValues(*shape, scanned));
+    if (!statement || !current(statement->translation.dependencies)) {
+        bool structural = false;
+        statement = translateShaped(sql, scanned, *shape, structural);
+        if (!statement) {
+            if (structural) shape->parameterised = false;
+            return false;
+        }
+        shape->byKeptValues.insert(keptValues(*shape, scanned), statement);
+    }
+    Bindings values;
+    values.reserve(statement->parameters.size());
+    for (const LiteralParameter& p : statement->parameters)
+        values.push_back(parameterValue(scanned.literals[p.literal], p.negate));
+    if (shapedTexts_.size() >= kMaxCachedTexts) shapedTexts_.clear();
+    shapedTexts_.insert(sql, ShapedText{statement, values, scanned.firstPosition});
+    runStatements(statement->translation.step, result, scanned.firstPosition, &values);
+    return true;
+}
+
+}  // namespace tr::engine
