@@ -316,6 +316,30 @@ void bind(sqlite3_stmt* statement, const Bindings& values) {
     }
 }
 
+// An unnamed result column is named by its expression; one written with parameters is named
+// with the values as the text wrote them, as it was before they were bound.
+QString withValues(const QString& name, const Bindings& values) {
+    static const QRegularExpression parameter(QStringLiteral("\\?(\\d+)"));
+    QString out;
+    qsizetype last = 0;
+    for (auto it = parameter.globalMatch(name); it.hasNext();) {
+        const auto m = it.next();
+        out += QStringView(name).mid(last, m.capturedStart() - last);
+        const qsizetype k = m.captured(1).toLongLong() - 1;
+        if (k < 0 || k >= qsizetype(values.size())) {
+            out += m.captured();
+        } else {
+            const QVariant& v = values[k];
+            out += v.typeId() == QMetaType::QString
+                       ? QLatin1Char('\'') + v.toString().replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'')
+                       : v.toString();
+        }
+        last = m.capturedEnd();
+    }
+    out += QStringView(name).mid(last);
+    return out;
+}
+
 }  // namespace
 
 void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, int position,
@@ -325,7 +349,11 @@ void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, in
     const int columnCount = sqlite3_column_count(statement);
     ResultSet set;
     if (columnCount > 0) {
-        for (int i = 0; i < columnCount; ++i) set.columns << QString::fromUtf8(sqlite3_column_name(statement, i));
+        for (int i = 0; i < columnCount; ++i) {
+            QString name = QString::fromUtf8(sqlite3_column_name(statement, i));
+            if (bindings && name.contains(QLatin1Char('?'))) name = withValues(name, *bindings);
+            set.columns << name;
+        }
     }
     int rc;
     while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {

@@ -91,6 +91,11 @@ TEST_F(SharedTranslation, TextComparedWithNumbersAndConversionErrorsAsWritten) {
     }
 }
 
+TEST_F(SharedTranslation, UnnamedColumnsAreNamedWithTheValuesWritten) {
+    EXPECT_EQ(rows("Select 7 / 2, 'it''s' + 'x', Count(*) As N From Asnad").columns,
+              (QStringList{"7 / 2", "'it''s' || 'x'", "N"}));
+}
+
 TEST_F(SharedTranslation, BatchesAndOddTextsStillRunWhole) {
     const auto r = db->execute("Select 1 As A Select 'two' As B");
     ASSERT_EQ(r.resultSets.size(), 2u);
