@@ -1,8 +1,9 @@
 // Saving 3-line cash receipts on a large book: through the document controller as the receipt
-// screen saves (entry and save, and the save command alone), through the kind's procedure alone, and the same rows written by a hand-written
-// SQLite transaction, each with synchronous=FULL and NORMAL; and opening a receipt by serial.
+// screen saves (entry and save, and the save command alone), through the kind's procedure alone,
+// and the same rows written by a hand-written SQLite transaction, each with synchronous=FULL and
+// NORMAL; and opening a receipt by serial.
 // The book (TR_BENCH_BOOK_DIR, TR_BENCH_BOOK_DOCUMENTS documents, 1,000,000 unless set) is
-// generated on the first run and kept; every run adds the receipts it saves.
+// generated on the first run and kept; each benchmark takes the receipts it saved out again.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -29,6 +30,7 @@ using tr::bench::LargeBook;
 using tr::bench::SilentDialog;
 using tr::bench::Sync;
 using tr::bench::pragmaOf;
+using tr::bench::ReceiptsRemovedAfterwards;
 
 // One cashier with the receipt screen's controller on a connection of its own.
 struct Cashier {
@@ -98,6 +100,7 @@ qint64 maxReceiptSerial(tr::db::Connection& c) {
 }
 
 void BM_SaveReceiptController(benchmark::State& state, Sync sync) {
+    ReceiptsRemovedAfterwards restore;
     Cashier cashier(sync);
     int n = 0, failed = 0;
     for (auto _ : state)
@@ -108,6 +111,7 @@ void BM_SaveReceiptController(benchmark::State& state, Sync sync) {
 
 // The save command alone, the receipt entered outside the timing.
 void BM_SaveStepController(benchmark::State& state, Sync sync) {
+    ReceiptsRemovedAfterwards restore;
     Cashier cashier(sync);
     int n = 0, failed = 0;
     for (auto _ : state) {
@@ -121,6 +125,7 @@ void BM_SaveStepController(benchmark::State& state, Sync sync) {
 }
 
 void BM_SaveReceiptProcedure(benchmark::State& state, Sync sync) {
+    ReceiptsRemovedAfterwards restore;
     auto c = book().open(sync);
     const QString table = QStringLiteral("##BENCH_RECEIPT");
     c->execute(QStringLiteral("If Exists (Select * From Tempdb..SysObjects Where [Name] Like ") +
@@ -247,7 +252,7 @@ class HandWritten {
 };
 
 void BM_SaveReceiptSqlite(benchmark::State& state, Sync sync) {
-    book();
+    ReceiptsRemovedAfterwards restore;
     HandWritten writer(sync);
     for (auto _ : state) writer.saveReceipt();
     state.SetItemsProcessed(state.iterations());
