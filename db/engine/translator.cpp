@@ -806,14 +806,14 @@ public:
                                 .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(t.schema),
                                      quoteIdent(t.name + QStringLiteral("__") + s.name), quoteIdent(t.name),
                                      columns.join(QStringLiteral(", ")));
-                step.writes = step.changesSchema = true;
+                step.writes = true;
                 return step;
             }
             case Statement::Kind::DropIndex: {
                 if (s.table.isEmpty()) unsupported(QStringLiteral("DROP INDEX without its table"), s.position);
                 ResolvedTable t = resolveTable(s.table, s.position);
                 step.sql << QStringLiteral("DROP INDEX %1.%2").arg(quoteIdent(t.schema), quoteIdent(t.name + QStringLiteral("__") + s.name));
-                step.writes = step.changesSchema = true;
+                step.writes = true;
                 return step;
             }
             case Statement::Kind::DropTable: {
@@ -825,7 +825,7 @@ public:
                          s.position);
                 }
                 step.sql << QStringLiteral("DROP TABLE ") + t.sql;
-                step.writes = step.changesSchema = true;
+                step.writes = true;
                 step.changedTables.push_back({t.schema, t.name, TableName::Change::Dropped});
                 return step;
             }
@@ -841,7 +841,7 @@ public:
                 for (const ColumnDef& c : s.columnDefs) {
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
                 }
-                step.writes = step.changesSchema = true;
+                step.writes = true;
                 step.changedTables.push_back({t.schema, t.name, TableName::Change::Altered});
                 return step;
             }
@@ -940,7 +940,7 @@ public:
         Step step;
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
-        step.writes = step.changesSchema = true;
+        step.writes = true;
         step.changedTables.push_back({t.schema, t.name, TableName::Change::Created});
         return step;
     }
@@ -966,7 +966,7 @@ public:
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
-        step.writes = step.changesSchema = true;
+        step.writes = true;
         step.changedTables.push_back({target.schema, target.name, TableName::Change::Created});
         return step;
     }

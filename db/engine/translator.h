@@ -49,7 +49,6 @@ struct Step {
     QStringList sql;               // Sql: SQLite statements run in order
     bool writes = false;           // needs a write transaction
     bool tempOnly = false;         // writes only ## or # tables
-    bool changesSchema = false;
     std::vector<TableName> changedTables;  // tables created, dropped or altered
     QString procedure;             // Call
     std::vector<QVariant> args;    // Call

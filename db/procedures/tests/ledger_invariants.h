@@ -62,8 +62,9 @@ inline ::testing::AssertionResult documentsAndVouchersMatch(tr::db::Connection& 
                << " line " << r[2].toLongLong() << " has " << r[3].toLongLong() << " voucher lines";
     }
     const auto orphans = selectRows(
+        // Joined on the document line's key, so that each voucher line finds its line directly.
         c, QStringLiteral("Select A.REC, A.WhatDoc, A.Document From Asnad As A Left Join "
-                          "N_NaghdTrans As N On (A.Document = Cast(N.IDX As Varchar(20)) And "
+                          "N_NaghdTrans As N On (N.IDX = Cast(A.Document As Int) And "
                           "N.WhatDoc = A.WhatDoc) Where A.TypeSys = 'N' And A.WhatDoc In ") +
                kinds + QStringLiteral(" And N.IDX Is Null"));
     if (!orphans.rows.empty()) {
