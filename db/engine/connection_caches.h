@@ -2,8 +2,8 @@
 // What a connection keeps of the texts it has run: parsed batches with their translations, and
 // the translations shared by texts that differ only in literal values.
 #include <QHash>
-#include <QSet>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "db/engine/ast.h"
@@ -35,7 +35,7 @@ struct ShapedStatement {
 // so those texts have one translation per set of such values.
 struct Shape {
     bool parameterised = true;
-    QSet<int> kept;
+    std::set<int> kept;  // scanned-literal indexes, in order
     QHash<QString, std::shared_ptr<ShapedStatement>> byKeptValues;
 };
 

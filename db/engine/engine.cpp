@@ -45,24 +45,24 @@ bool Engine::databaseExists(const QString& databaseName) const {
 }
 
 quint64 Engine::tableGeneration(const QString& table) const {
-    QMutexLocker lock(&generationsLock_);
+    QMutexLocker lock(&stateLock_);
     return tableGenerations_.value(table, 0);
 }
 
 void Engine::tableChanged(const QString& table) {
-    QMutexLocker lock(&generationsLock_);
+    QMutexLocker lock(&stateLock_);
     tableGenerations_.insert(table, ++lastGeneration_);
 }
 
 std::optional<Engine::TempTable> Engine::tempTable(const QString& name) const {
-    QMutexLocker lock(&generationsLock_);
+    QMutexLocker lock(&stateLock_);
     auto it = tempTables_.constFind(name);
     if (it == tempTables_.constEnd()) return std::nullopt;
     return it.value();
 }
 
 void Engine::setTempTable(const QString& name, const std::optional<TempTable>& state) {
-    QMutexLocker lock(&generationsLock_);
+    QMutexLocker lock(&stateLock_);
     if (state) tempTables_.insert(name, *state);
     else tempTables_.remove(name);
 }

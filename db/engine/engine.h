@@ -51,7 +51,7 @@ private:
     QString tempdbUri_;
     sqlite3* tempdbKeeper_ = nullptr;  // keeps the shared in-memory tempdb alive
     ProcedureRegistry procedures_;
-    mutable QMutex generationsLock_;
+    mutable QMutex stateLock_;  // the table generations and the ## tables
     QHash<QString, quint64> tableGenerations_;
     QHash<QString, TempTable> tempTables_;
     quint64 lastGeneration_ = 0;

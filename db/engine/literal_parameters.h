@@ -34,7 +34,8 @@ QString literalMark(const ScannedLiteral& literal);
 bool mayParameterise(const ScannedText& text);
 
 struct LiteralParameter {
-    int literal = -1;     // index into the scanned literals (the parser's: a token index)
+    int token = -1;       // the literal's token, as the parser found it
+    int literal = -1;     // its index among the scanned literals, whose values are bound
     bool negate = false;  // written with a leading minus, which the parser folds into the number
 };
 

@@ -53,7 +53,7 @@ private:
     // A literal value in an expression becomes the next parameter unless its text must stay.
     void parameterise(Expr& e, size_t tokenIndex) {
         if (!parameters_ || parameters_->kept.contains(int(tokenIndex))) return;
-        parameters_->found.push_back({int(tokenIndex), false});
+        parameters_->found.push_back({int(tokenIndex), -1, false});
         e.parameter = int(parameters_->found.size());
         const bool real = e.kind == Expr::Kind::Number &&
                           (e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive));

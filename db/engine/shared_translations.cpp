@@ -1,6 +1,5 @@
 // Running a text through the translation it shares with texts that differ only in literal values.
 #include <QHash>
-#include <algorithm>
 
 #include "common/db/database_error.h"
 #include "db/engine/connection_caches.h"
@@ -41,7 +40,7 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
     // kept and the statement translated again.
     for (int attempt = 0; attempt < 4; ++attempt) {
         LiteralParameters parameters;
-        for (int literal : std::as_const(shape.kept)) parameters.kept.insert(literalTokens[literal]);
+        for (int literal : shape.kept) parameters.kept.insert(literalTokens[literal]);
         std::vector<ast::StatementPtr> statements;
         auto made = std::make_shared<ShapedStatement>();
         try {
@@ -56,19 +55,19 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
         if (step.kind != Step::Kind::Sql) return nullptr;
         // Literals the parser read as part of the syntax (a Varchar length, an alias) are kept.
         QSet<int> bound;
-        for (const LiteralParameter& p : parameters.found) bound.insert(p.literal);
+        for (const LiteralParameter& p : parameters.found) bound.insert(p.token);
         for (int token : literalTokens)
             if (!bound.contains(token)) shape.kept.insert(literalOfToken.value(token));
         QList<int> used;
         for (const QString& text : step.sql) used += placeholdersIn(text);
         if (used.isEmpty()) {
             for (LiteralParameter p : parameters.found) {
-                p.literal = literalOfToken.value(p.literal, -1);
+                p.literal = literalOfToken.value(p.token, -1);
                 made->parameters.push_back(p);
             }
             return made;
         }
-        for (int ordinal : used) shape.kept.insert(literalOfToken.value(parameters.found[ordinal - 1].literal));
+        for (int ordinal : used) shape.kept.insert(literalOfToken.value(parameters.found[ordinal - 1].token));
         shape.byKeptValues.clear();
     }
     return nullptr;
@@ -77,11 +76,8 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
 namespace {
 
 QString keptValues(const Shape& shape, const ScannedText& scanned) {
-    if (shape.kept.isEmpty()) return {};
-    QList<int> kept = shape.kept.values();
-    std::sort(kept.begin(), kept.end());
     QString values;
-    for (int i : kept) values += scanned.literals[i].value + QChar(0);
+    for (int i : shape.kept) values += scanned.literals[i].value + QChar(0);
     return values;
 }
 

@@ -420,7 +420,7 @@ void SqliteConnection::rollBackTempTables() {
     for (auto it = tempJournal_.rbegin(); it != tempJournal_.rend(); ++it) {
         if (it->existed) engine_.setTempTable(it->name, Engine::TempTable{it->definition, it->retired});
         else engine_.setTempTable(it->name, std::nullopt);
-        engine_.tableChanged(QStringLiteral("tempdb.") + it->name);
+        engine_.tableChanged(tableKey(QStringLiteral("tempdb"), it->name));
     }
     tempJournal_.clear();
 }
@@ -445,9 +445,8 @@ void SqliteConnection::runStatements(const Step& step, ExecResult& result, int p
                     if (state && !state->retired && !state->definition.isEmpty()) {
                         runSql(QStringLiteral("DELETE FROM ") + target, scratch, position);
                         if (state->definition.contains(QLatin1String("AUTOINCREMENT")))
-                            runSql(QStringLiteral("DELETE FROM \"tempdb\".sqlite_sequence WHERE name = '") +
-                                       QString(t.table).replace(QLatin1Char('\''), QLatin1String("''")) +
-                                       QLatin1Char('\''),
+                            runSql(QStringLiteral("DELETE FROM \"tempdb\".sqlite_sequence WHERE name = ") +
+                                       text(t.table),
                                    scratch, position);
                         noteTempTable(name, true, state->definition, true);
                         return;  // emptied and kept: the DROP itself is not run
