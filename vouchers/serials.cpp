@@ -100,25 +100,18 @@ void releaseHold(tr::db::MyDatabase& db, const QString& program, const QString& 
                 QStringLiteral(" And Ltrim(Rtrim(UserId)) = ") + c.text(user));
 }
 
-bool holdOpenedDocument(tr::db::MyDatabase& db, const QString& kind, const QString& serial,
-                        const QString& user) {
-    releaseAllHolds(db, kTreasuryProgram, kind, user);
-    if (heldByAnotherUser(*db.Connection, kTreasuryProgram, kind, QString(), serial, user))
-        return false;
-    hold(db, kTreasuryProgram, kind, QString(), serial, user);
-    return true;
-}
+namespace {
 
-QString takeNewSerial(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
-    // The write lock is taken at "Begin Tran", before the maxima are read: another user's
-    // take waits until this hold is committed and then skips past it.
+// Hold changes run as one write transaction, so no other user sees or takes a serial between
+// the check and the hold. A hold is worth nothing after a crash (the screen that held it is
+// gone too), so its commit waits for the next flushed commit instead of flushing the disk.
+template <typename Work>
+auto inHoldTransaction(tr::db::MyDatabase& db, Work&& work) {
     tr::db::execute(db, QStringLiteral("Begin Tran"));
     try {
-        releaseAllHolds(db, kTreasuryProgram, kind, user);
-        const QString serial = nextSerial(*db.Connection, kind);
-        hold(db, kTreasuryProgram, kind, QString(), serial, user);
-        tr::db::execute(db, QStringLiteral("Commit Tran"));
-        return serial;
+        auto answer = work();
+        tr::db::execute(db, QStringLiteral("Commit Tran With (Delayed_Durability = On)"));
+        return answer;
     } catch (...) {
         try {
             tr::db::execute(db, QStringLiteral("Rollback Tran"));
@@ -129,11 +122,38 @@ QString takeNewSerial(tr::db::MyDatabase& db, const QString& kind, const QString
     }
 }
 
+}  // namespace
+
+bool holdOpenedDocument(tr::db::MyDatabase& db, const QString& kind, const QString& serial,
+                        const QString& user) {
+    return inHoldTransaction(db, [&] {
+        releaseAllHolds(db, kTreasuryProgram, kind, user);
+        if (heldByAnotherUser(*db.Connection, kTreasuryProgram, kind, QString(), serial, user))
+            return false;
+        hold(db, kTreasuryProgram, kind, QString(), serial, user);
+        return true;
+    });
+}
+
+QString takeNewSerial(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
+    // The write lock is taken at "Begin Tran", before the maxima are read: another user's
+    // take waits until this hold is committed and then skips past it.
+    return inHoldTransaction(db, [&] {
+        releaseAllHolds(db, kTreasuryProgram, kind, user);
+        const QString serial = nextSerial(*db.Connection, kind);
+        hold(db, kTreasuryProgram, kind, QString(), serial, user);
+        return serial;
+    });
+}
+
 void releaseScreenHolds(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
     tr::db::Connection& c = *db.Connection;
-    releaseAllHolds(db, kTreasuryProgram, kind, user);
-    tr::db::execute(db, QStringLiteral(" Delete From N_reserveid Where Whatdoc=") + c.text(kind) +
-                            QStringLiteral(" And Userid=") + c.text(user));
+    inHoldTransaction(db, [&] {
+        releaseAllHolds(db, kTreasuryProgram, kind, user);
+        tr::db::execute(db, QStringLiteral(" Delete From N_reserveid Where Whatdoc=") +
+                                c.text(kind) + QStringLiteral(" And Userid=") + c.text(user));
+        return true;
+    });
 }
 
 }  // namespace tr::vouchers

@@ -119,6 +119,7 @@ struct Statement {
     std::vector<ColumnDef> columnDefs;  // Create Table / Alter Table Add
     QString name;            // index name, procedure name
     bool unique = false;
+    bool delayedDurability = false;  // Commit ... With (Delayed_Durability = On)
     ExprPtr condition;       // If
     std::vector<StatementPtr> body;      // If: then-branch (one statement or a block); Block
     std::vector<StatementPtr> elseBody;

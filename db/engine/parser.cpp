@@ -176,7 +176,18 @@ private:
                                             start);
             advance();
             if (acceptWord("TRAN") || acceptWord("TRANSACTION") || acceptWord("WORK")) {
-                if (token().kind == Token::Kind::Identifier && !startsStatement(token())) advance();
+                if (token().kind == Token::Kind::Identifier && !startsStatement(token()) &&
+                    !(token().isWord("WITH") && token(1).isOp("(")))
+                    advance();
+            }
+            if (s->kind == Statement::Kind::Commit && token().isWord("WITH") && token(1).isOp("(")) {
+                advance();
+                advance();
+                expectWord("DELAYED_DURABILITY");
+                expectOp("=");
+                if (acceptWord("ON")) s->delayedDurability = true;
+                else expectWord("OFF");
+                expectOp(")");
             }
         } else if (t.isWord("EXEC") || t.isWord("EXECUTE")) {
             advance();

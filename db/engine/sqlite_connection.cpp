@@ -123,6 +123,80 @@ void SqliteConnection::exec(const char* sql) {
     }
 }
 
+QByteArray SqliteConnection::pragmaText(const QByteArray& pragma) {
+    sqlite3_stmt* statement = nullptr;
+    const QByteArray sql = "PRAGMA " + pragma;
+    QByteArray value;
+    if (sqlite3_prepare_v2(db_, sql.constData(), int(sql.size()), &statement, nullptr) == SQLITE_OK &&
+        sqlite3_step(statement) == SQLITE_ROW)
+        value = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    sqlite3_finalize(statement);
+    return value.toLower();
+}
+
+int SqliteConnection::pragmaInt(const QByteArray& pragma) { return pragmaText(pragma).toInt(); }
+
+// SQLite fixes how a commit flushes when its transaction begins, and Commit ... With
+// (Delayed_Durability = On) decides only at the end. So an explicit transaction runs its files
+// that flush at every commit (synchronous FULL or EXTRA, write-ahead log) at NORMAL, where a
+// commit writes the log without flushing it, and a durable commit flushes each such log itself
+// before answering. Checkpoints flush as at FULL; a delayed commit becomes durable with the next
+// flush of its log, and the log's checksummed frames let a power loss lose it only whole.
+void SqliteConnection::beginExplicitTransaction() {
+    deferredFlush_.clear();
+    QList<QString> schemas = attached_.values();
+    schemas.prepend(QStringLiteral("main"));
+    for (const QString& schema : std::as_const(schemas)) {
+        const QByteArray name = schema.toUtf8();
+        const QByteArray quoted = quoteIdent(schema).toUtf8();
+        const int level = pragmaInt(quoted + ".synchronous");
+        if (level < 2 || pragmaText(quoted + ".journal_mode") != "wal") continue;
+        exec(("PRAGMA " + quoted + ".synchronous=NORMAL").constData());
+        deferredFlush_.push_back({name, level});
+    }
+    try {
+        exec("BEGIN IMMEDIATE");
+    } catch (...) {
+        restoreFlushLevels();
+        throw;
+    }
+}
+
+void SqliteConnection::commitExplicitTransaction(bool delayedDurability) {
+    try {
+        exec("COMMIT");
+    } catch (...) {
+        if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        restoreFlushLevels();
+        throw;
+    }
+    int rc = SQLITE_OK;
+    if (!delayedDurability) {
+        for (const DeferredFlush& f : deferredFlush_) {
+            sqlite3_file* log = nullptr;
+            sqlite3_file_control(db_, f.schema.constData(), SQLITE_FCNTL_JOURNAL_POINTER, &log);
+            if (log && log->pMethods && rc == SQLITE_OK) rc = log->pMethods->xSync(log, SQLITE_SYNC_NORMAL);
+        }
+    }
+    restoreFlushLevels();
+    if (rc != SQLITE_OK) throw DatabaseError(QString::fromUtf8(sqlite3_errstr(rc)), QStringLiteral("COMMIT"));
+}
+
+void SqliteConnection::rollBackExplicitTransaction() {
+    const int rc = sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    restoreFlushLevels();
+    if (rc != SQLITE_OK) throw DatabaseError(QString::fromUtf8(sqlite3_errmsg(db_)), QStringLiteral("ROLLBACK"));
+}
+
+void SqliteConnection::restoreFlushLevels() {
+    for (const DeferredFlush& f : deferredFlush_) {
+        const QByteArray sql = "PRAGMA " + quoteIdent(QString::fromUtf8(f.schema)).toUtf8() +
+                               ".synchronous=" + QByteArray::number(f.level);
+        sqlite3_exec(db_, sql.constData(), nullptr, nullptr, nullptr);
+    }
+    deferredFlush_.clear();
+}
+
 void SqliteConnection::finalizeStatements() {
     for (sqlite3_stmt* s : std::as_const(statements_)) sqlite3_finalize(s);
     statements_.clear();
@@ -513,7 +587,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
             return;
         }
         case Step::Kind::Begin:
-            if (depth_ == 0) exec("BEGIN IMMEDIATE");
+            if (depth_ == 0) beginExplicitTransaction();
             ++depth_;
             return;
         case Step::Kind::Commit:
@@ -522,7 +596,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
                      step.position);
             }
             if (--depth_ == 0) {
-                exec("COMMIT");
+                commitExplicitTransaction(step.delayedDurability);
                 commitTempTables();
             }
             return;
@@ -532,7 +606,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
                      step.position);
             }
             depth_ = 0;
-            exec("ROLLBACK");
+            rollBackExplicitTransaction();
             rollBackTempTables();
             return;
     }

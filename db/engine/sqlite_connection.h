@@ -81,6 +81,12 @@ private:
     template <typename F>
     void inTransaction(F&& work);
     void exec(const char* sql);
+    QByteArray pragmaText(const QByteArray& pragma);  // lower-cased
+    int pragmaInt(const QByteArray& pragma);
+    void beginExplicitTransaction();
+    void commitExplicitTransaction(bool delayedDurability);
+    void rollBackExplicitTransaction();
+    void restoreFlushLevels();
     sqlite3_stmt* prepare(const QString& sql, int position);
     void finalizeStatements();
     [[noreturn]] void fail(const QString& message, int position);
@@ -89,6 +95,12 @@ private:
     QString databaseName_;
     sqlite3* db_ = nullptr;
     int depth_ = 0;
+    // Files of the open explicit transaction whose commit flushes their log, and their level.
+    struct DeferredFlush {
+        QByteArray schema;
+        int level = 0;
+    };
+    std::vector<DeferredFlush> deferredFlush_;
     const QString* source_ = nullptr;  // the batch being run, for error messages
     quint64 translations_ = 0;
     struct TempTableNote {

@@ -875,6 +875,7 @@ public:
                 return step;
             case Statement::Kind::Commit:
                 step.kind = Step::Kind::Commit;
+                step.delayedDurability = s.delayedDurability;
                 return step;
             case Statement::Kind::Rollback:
                 step.kind = Step::Kind::Rollback;

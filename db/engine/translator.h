@@ -54,6 +54,7 @@ struct Step {
     std::vector<QVariant> args;    // Call
     QString query;                 // If: "SELECT <0 or 1>"; ExecText: "SELECT <text>"
     bool negate = false;
+    bool delayedDurability = false;  // Commit: flushed with a later commit, not this one
     std::vector<ast::Statement*> thenBody, elseBody;  // If / Block: translated when reached
     int position = 0;
 };
