@@ -22,9 +22,20 @@ static void refuseControlCharacters(const QString& value) {
 
 QString sqlText(const QString& value, SqlDialect dialect) {
     refuseControlCharacters(value);
+    if (dialect != SqlDialect::SqlServer) {
+        // One pass and one allocation: statements carry many values and are built on every save.
+        QString out;
+        out.reserve(value.size() + 2 + value.count(QLatin1Char('\'')));
+        out += QLatin1Char('\'');
+        for (const QChar c : value) {
+            if (c == QLatin1Char('\'')) out += c;
+            out += c;
+        }
+        out += QLatin1Char('\'');
+        return out;
+    }
     QString body = value;
     body.replace(QLatin1Char('\''), QLatin1String("''"));
-    if (dialect != SqlDialect::SqlServer) return QLatin1Char('\'') + body + QLatin1Char('\'');
     // SQL Server drops a backslash that ends a line inside a literal; closing the literal after the
     // backslash and concatenating the rest keeps both characters.
     body.replace(QLatin1String("\\\r\n"), QLatin1String("\\' + N'\r\n"));

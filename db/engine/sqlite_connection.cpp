@@ -198,7 +198,7 @@ void SqliteConnection::restoreFlushLevels() {
 }
 
 void SqliteConnection::finalizeStatements() {
-    for (sqlite3_stmt* s : std::as_const(statements_)) sqlite3_finalize(s);
+    for (const PreparedStatement& s : std::as_const(statements_)) sqlite3_finalize(s.statement);
     statements_.clear();
 }
 
@@ -339,10 +339,11 @@ QVariant SqliteConnection::callFunction(const QString& name, const std::vector<Q
 
 // ---- running -------------------------------------------------------------------------------
 
-sqlite3_stmt* SqliteConnection::prepare(const QString& sql, int position) {
+SqliteConnection::PreparedStatement SqliteConnection::prepare(const QString& sql, int position) {
     auto it = statements_.constFind(sql);
     if (it != statements_.constEnd()) return it.value();
-    if (statements_.size() >= kMaxCachedStatements) finalizeStatements();
+    // Not while a statement is being stepped: a procedure it calls may be preparing this one.
+    if (statements_.size() >= kMaxCachedStatements && stepping_ == 0) finalizeStatements();
     sqlite3_stmt* statement = nullptr;
     const QByteArray utf8 = sql.toUtf8();
     if (sqlite3_prepare_v2(db_, utf8.constData(), utf8.size(), &statement, nullptr) != SQLITE_OK) {
@@ -350,8 +351,22 @@ sqlite3_stmt* SqliteConnection::prepare(const QString& sql, int position) {
         sqlite3_finalize(statement);
         fail(message, position);
     }
-    statements_.insert(sql, statement);
-    return statement;
+    PreparedStatement prepared;
+    prepared.statement = statement;
+    readColumnNames(prepared);
+    statements_.insert(sql, prepared);
+    return prepared;
+}
+
+void SqliteConnection::readColumnNames(PreparedStatement& prepared) {
+    sqlite3_stmt* statement = prepared.statement;
+    prepared.columns.clear();
+    prepared.columnsHaveParameters = false;
+    for (int i = 0, n = sqlite3_column_count(statement); i < n; ++i) {
+        prepared.columns << QString::fromUtf8(sqlite3_column_name(statement, i));
+        if (prepared.columns.back().contains(QLatin1Char('?'))) prepared.columnsHaveParameters = true;
+    }
+    prepared.reprepared = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
 }
 
 void SqliteConnection::runSql(const QString& sql, ExecResult& result, int position, const Bindings* bindings) {
@@ -418,24 +433,30 @@ QString withValues(const QString& name, const Bindings& values) {
 
 void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, int position,
                                       const Bindings* bindings) {
-    sqlite3_stmt* statement = prepare(sql, position);
+    PreparedStatement prepared = prepare(sql, position);
+    sqlite3_stmt* statement = prepared.statement;
     if (bindings) bind(statement, *bindings);
-    const int columnCount = sqlite3_column_count(statement);
     ResultSet set;
-    if (columnCount > 0) {
-        for (int i = 0; i < columnCount; ++i) {
-            QString name = QString::fromUtf8(sqlite3_column_name(statement, i));
-            if (bindings && name.contains(QLatin1Char('?'))) name = withValues(name, *bindings);
-            set.columns << name;
-        }
-    }
     int rc;
+    ++stepping_;
     while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+        const int columnCount = sqlite3_column_count(statement);
         tr::db::Row row;
         row.reserve(columnCount);
         for (int i = 0; i < columnCount; ++i) row.push_back(columnValue(statement, i));
         set.rows.push_back(std::move(row));
     }
+    --stepping_;
+    // SQLite prepares a statement again, with the columns as they now are, when a table it reads
+    // has changed; the names kept with it are read again then.
+    if (sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0) != prepared.reprepared) {
+        readColumnNames(prepared);
+        statements_.insert(sql, prepared);
+    }
+    const int columnCount = int(prepared.columns.size());
+    set.columns = prepared.columns;
+    if (bindings && prepared.columnsHaveParameters)
+        for (QString& name : set.columns) name = withValues(name, *bindings);
     if (rc != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
         sqlite3_reset(statement);

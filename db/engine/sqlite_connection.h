@@ -87,7 +87,15 @@ private:
     void commitExplicitTransaction(bool delayedDurability);
     void rollBackExplicitTransaction();
     void restoreFlushLevels();
-    sqlite3_stmt* prepare(const QString& sql, int position);
+    // A prepared statement and its result's column names (named by SQLite when it was prepared).
+    struct PreparedStatement {
+        sqlite3_stmt* statement = nullptr;
+        QStringList columns;
+        bool columnsHaveParameters = false;  // a name shows ?n: it takes the bound value's text
+        int reprepared = 0;                  // SQLite's count of its own new preparations
+    };
+    PreparedStatement prepare(const QString& sql, int position);
+    void readColumnNames(PreparedStatement& prepared);
     void finalizeStatements();
     [[noreturn]] void fail(const QString& message, int position);
 
@@ -121,7 +129,8 @@ private:
         int position = 0;
     };
     QHash<QString, ShapedText> shapedTexts_;
-    QHash<QString, sqlite3_stmt*> statements_;
+    QHash<QString, PreparedStatement> statements_;
+    int stepping_ = 0;  // statements being stepped, nested by procedures they call
     QHash<QString, std::pair<quint64, std::vector<ColumnInfo>>> columns_;  // by table key
     QHash<QString, QString> attached_;  // lower-case database name -> schema alias
     QHash<QString, QString> aliasDatabases_;  // schema alias -> lower-case database name
