@@ -6,10 +6,13 @@
 #include <string>
 
 #include "bench/ratio_reporter.h"
+#include "bench/slow_flush.h"
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
+    if (const double flush = tr::bench::installSlowFlush(); flush > 0)
+        std::printf("Every disk flush takes %.2f ms longer (TR_BENCH_FLUSH_MS).\n", flush);
     tr::bench::RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     std::printf("\nRatios (engine / hand-written SQLite, real time):\n");
