@@ -499,9 +499,9 @@ bool N_Global::save() {
         rollBack();
         throw;
     }
-    // 11. The saved document as the ledger now has it.
+    // 11. The saved document as the ledger now has it (the header was read back before the
+    // commit, for the log).
     loadIntoTransferTable(serial);
-    readHeader(serial);
     state_ = DocumentState::Edit;
     cancelled_ = isCancelled(c, kind_.code, serial);
     captionSuffix_ = QStringLiteral("(به روزآوري شده است)");
