@@ -2,68 +2,32 @@
 // once but flushes nothing to disk; every other commit flushes as before. The disk flushes are
 // counted by a file system layer put in front of SQLite's own for the length of each test.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
-#include <QTemporaryDir>
 #include <QFileInfo>
-#include <array>
+#include <QTemporaryDir>
 #include <map>
 #include <string>
 
 #include "common/db/database_error.h"
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
+#include "tests/support/sqlite_flush_hook.h"
 
 namespace tr::engine {
 namespace {
 
-sqlite3_vfs* realVfs = nullptr;
 int flushes = 0;
-std::map<const sqlite3_file*, std::string> fileNames;
-std::map<std::string, int> flushesByName;
+std::map<std::string, int> flushesByName;  // by file name without its folder
 
-// SQLite's own methods of each kind of file met (database, journal, log), each with a copy
-// whose flush counts.
-struct Methods {
-    const sqlite3_io_methods* real = nullptr;
-    sqlite3_io_methods counting{};
-};
-std::array<Methods, 8> methods;
-
-int countingSync(sqlite3_file* file, int flags) {
+void count(const char* file) {
     ++flushes;
-    ++flushesByName[fileNames[file]];
-    for (const Methods& m : methods)
-        if (file->pMethods == &m.counting) return m.real->xSync(file, flags);
-    return SQLITE_IOERR;
-}
-
-int countingOpen(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
-    const int rc = realVfs->xOpen(realVfs, name, file, flags, outFlags);
-    if (rc != SQLITE_OK || !file->pMethods) return rc;
-    fileNames[file] = name ? QFileInfo(QString::fromUtf8(name)).fileName().toStdString() : "";
-    for (Methods& m : methods) {
-        if (!m.real) {
-            m.real = file->pMethods;
-            m.counting = *m.real;
-            m.counting.xSync = countingSync;
-        }
-        if (m.real == file->pMethods) {
-            file->pMethods = &m.counting;
-            break;
-        }
-    }
-    return rc;
+    ++flushesByName[QFileInfo(QString::fromUtf8(file)).fileName().toStdString()];
 }
 
 class DelayedDurability : public ::testing::Test {
   protected:
     void SetUp() override {
-        realVfs = sqlite3_vfs_find(nullptr);
-        counting_ = *realVfs;
-        counting_.zName = "tr_counting_flushes";
-        counting_.xOpen = countingOpen;
-        sqlite3_vfs_register(&counting_, 1);
+        tr::testing::installSqliteFlushHook(&count);
         engine = std::make_unique<Engine>(dir.path());
         db = engine->open(QStringLiteral("Corvask_1_1404"));
         db->execute("Create Table Hold (Serial Int)");
@@ -71,8 +35,7 @@ class DelayedDurability : public ::testing::Test {
     void TearDown() override {
         db.reset();
         engine.reset();
-        sqlite3_vfs_register(realVfs, 1);
-        sqlite3_vfs_unregister(&counting_);
+        tr::testing::removeSqliteFlushHook();
     }
     // The disk flushes made while `sql` ran.
     int flushesOf(const char* sql) {
@@ -80,11 +43,10 @@ class DelayedDurability : public ::testing::Test {
         db->execute(QString::fromUtf8(sql));
         return flushes - before;
     }
-    qint64 count(SqliteConnection& c, const char* sql) {
+    qint64 rowCount(SqliteConnection& c, const char* sql) {
         return c.execute(QString::fromUtf8(sql)).resultSets.back().rows.front().front().toLongLong();
     }
 
-    sqlite3_vfs counting_{};
     QTemporaryDir dir;
     std::unique_ptr<Engine> engine;
     std::unique_ptr<SqliteConnection> db;
@@ -96,7 +58,7 @@ TEST_F(DelayedDurability, CommitsForEveryoneWithoutFlushingAndLaterCommitsFlushA
                         "Commit Tran With (Delayed_Durability = On)"),
               0);
     auto other = engine->open(QStringLiteral("Corvask_1_1404"));
-    EXPECT_EQ(count(*other, "Select Count(*) From Hold"), 2);
+    EXPECT_EQ(rowCount(*other, "Select Count(*) From Hold"), 2);
 
     // The files are back at their own level: the next commits flush, in every spelling.
     EXPECT_GT(flushesOf("Insert Into Hold Values (3)"), 0);
@@ -107,7 +69,7 @@ TEST_F(DelayedDurability, CommitsForEveryoneWithoutFlushingAndLaterCommitsFlushA
     EXPECT_EQ(flushesOf("Begin Tran t Insert Into Hold Values (6) "
                         "Commit Transaction t With ( DELAYED_DURABILITY=ON );"),
               0);
-    EXPECT_EQ(count(*other, "Select Count(*) From Hold"), 6);
+    EXPECT_EQ(rowCount(*other, "Select Count(*) From Hold"), 6);
 }
 
 TEST_F(DelayedDurability, AnInnerCommitLeavesTheOutermostOneToFlush) {
@@ -128,13 +90,13 @@ TEST_F(DelayedDurability, OtherCompanyDatabasesFollowTheSameRule) {
     db->execute("Begin Tran Insert Into Corvask_1_1403..Hold Values (2) Commit Tran");
     EXPECT_GT(flushesByName["corvask_1_1403.sqlite-wal"], before) << "its log is flushed";
     auto other = engine->open(QStringLiteral("Corvask_1_1403"));
-    EXPECT_EQ(count(*other, "Select Count(*) From Hold"), 3);
+    EXPECT_EQ(rowCount(*other, "Select Count(*) From Hold"), 3);
 }
 
 TEST_F(DelayedDurability, ARolledBackTransactionLeavesTheFilesFlushingAsBefore) {
     db->execute("Begin Tran Insert Into Hold Values (1) Rollback Tran");
     EXPECT_GT(flushesOf("Insert Into Hold Values (2)"), 0);
-    EXPECT_EQ(count(*db, "Select Count(*) From Hold"), 1);
+    EXPECT_EQ(rowCount(*db, "Select Count(*) From Hold"), 1);
 }
 
 TEST_F(DelayedDurability, AFailedCommitClauseRunsNothing) {
@@ -142,7 +104,7 @@ TEST_F(DelayedDurability, AFailedCommitClauseRunsNothing) {
                              "Commit Tran With (Delayed_Durability = Soon)"),
                  tr::db::DatabaseError);
     auto other = engine->open(QStringLiteral("Corvask_1_1404"));
-    EXPECT_EQ(count(*other, "Select Count(*) From Hold"), 0);
+    EXPECT_EQ(rowCount(*other, "Select Count(*) From Hold"), 0);
 }
 
 }  // namespace
