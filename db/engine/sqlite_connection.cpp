@@ -147,12 +147,16 @@ void SqliteConnection::beginExplicitTransaction() {
     QList<QString> schemas = attached_.values();
     schemas.prepend(QStringLiteral("main"));
     for (const QString& schema : std::as_const(schemas)) {
-        const QByteArray name = schema.toUtf8();
         const QByteArray quoted = quoteIdent(schema).toUtf8();
-        const int level = pragmaInt(quoted + ".synchronous");
-        if (level < 2 || pragmaText(quoted + ".journal_mode") != "wal") continue;
+        // Read once per file: nothing the engine runs changes either setting afterwards.
+        auto level = flushLevels_.constFind(schema);
+        if (level == flushLevels_.constEnd()) {
+            const bool wal = pragmaText(quoted + ".journal_mode") == "wal";
+            level = flushLevels_.insert(schema, wal ? pragmaInt(quoted + ".synchronous") : 0);
+        }
+        if (level.value() < 2) continue;
         exec(("PRAGMA " + quoted + ".synchronous=NORMAL").constData());
-        deferredFlush_.push_back({name, level});
+        deferredFlush_.push_back({schema.toUtf8(), level.value()});
     }
     try {
         exec("BEGIN IMMEDIATE");
@@ -249,6 +253,7 @@ QString SqliteConnection::schemaForDatabase(const QString& database, int positio
         finalizeStatements();
         clearTranslations();
         const QString oldAlias = attached_.take(oldest);
+        flushLevels_.remove(oldAlias);
         aliasDatabases_.remove(oldAlias.toLower());
         exec(QStringLiteral("DETACH DATABASE %1").arg(quoteIdent(oldAlias)).toUtf8().constData());
     }

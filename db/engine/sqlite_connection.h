@@ -109,6 +109,7 @@ private:
         int level = 0;
     };
     std::vector<DeferredFlush> deferredFlush_;
+    QHash<QString, int> flushLevels_;  // schema -> synchronous level; 0 when not write-ahead logged
     const QString* source_ = nullptr;  // the batch being run, for error messages
     quint64 translations_ = 0;
     struct TempTableNote {
