@@ -1,5 +1,7 @@
 #include "vouchers/serials.h"
 
+#include <type_traits>
+
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
 
@@ -108,10 +110,18 @@ namespace {
 template <typename Work>
 auto inHoldTransaction(tr::db::MyDatabase& db, Work&& work) {
     tr::db::execute(db, QStringLiteral("Begin Tran"));
-    try {
-        auto answer = work();
+    const auto commit = [&] {
         tr::db::execute(db, QStringLiteral("Commit Tran With (Delayed_Durability = On)"));
-        return answer;
+    };
+    try {
+        if constexpr (std::is_void_v<decltype(work())>) {
+            work();
+            commit();
+        } else {
+            auto answer = work();
+            commit();
+            return answer;
+        }
     } catch (...) {
         try {
             tr::db::execute(db, QStringLiteral("Rollback Tran"));
@@ -152,7 +162,6 @@ void releaseScreenHolds(tr::db::MyDatabase& db, const QString& kind, const QStri
         releaseAllHolds(db, kTreasuryProgram, kind, user);
         tr::db::execute(db, QStringLiteral(" Delete From N_reserveid Where Whatdoc=") +
                                 c.text(kind) + QStringLiteral(" And Userid=") + c.text(user));
-        return true;
     });
 }
 

@@ -144,9 +144,7 @@ int SqliteConnection::pragmaInt(const QByteArray& pragma) { return pragmaText(pr
 // flush of its log, and the log's checksummed frames let a power loss lose it only whole.
 void SqliteConnection::beginExplicitTransaction() {
     deferredFlush_.clear();
-    QList<QString> schemas = attached_.values();
-    schemas.prepend(QStringLiteral("main"));
-    for (const QString& schema : std::as_const(schemas)) {
+    const auto lower = [&](const QString& schema) {
         const QByteArray quoted = quoteIdent(schema).toUtf8();
         // Read once per file: nothing the engine runs changes either setting afterwards.
         auto level = flushLevels_.constFind(schema);
@@ -154,11 +152,13 @@ void SqliteConnection::beginExplicitTransaction() {
             const bool wal = pragmaText(quoted + ".journal_mode") == "wal";
             level = flushLevels_.insert(schema, wal ? pragmaInt(quoted + ".synchronous") : 0);
         }
-        if (level.value() < 2) continue;
+        if (level.value() < 2) return;
         exec(("PRAGMA " + quoted + ".synchronous=NORMAL").constData());
         deferredFlush_.push_back({schema.toUtf8(), level.value()});
-    }
+    };
     try {
+        lower(QStringLiteral("main"));
+        for (const QString& alias : std::as_const(attached_)) lower(alias);
         exec("BEGIN IMMEDIATE");
     } catch (...) {
         restoreFlushLevels();
