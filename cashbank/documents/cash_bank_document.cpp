@@ -26,12 +26,7 @@ const QString kError = QStringLiteral("1ER");
 const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
 constexpr int kTreasuryListKind = 4;
 
-Query openQuery(tr::db::Connection& connection, const QString& sql) {
-    Query query(&connection);
-    query.setSql(sql);
-    query.Open();
-    return query;
-}
+using tr::db::openQuery;
 
 // Typed amounts may carry grouping and Persian or Arabic-Indic digits.
 double parseAmount(const QString& text) {
