@@ -29,7 +29,8 @@ namespace demo = tr::schema::demo;
 // Every row of every user table of a catalogue, as sorted text, by table name.
 using DatabaseImage = std::map<QString, QStringList>;
 
-void addImages(tr::db::Connection& c, const QString& catalogue, DatabaseImage& image) {
+void addImages(tr::db::Connection& c, const QString& catalogue, DatabaseImage& image,
+               const QString& prefix = {}) {
     const tr::db::ExecResult names =
         c.execute(QStringLiteral("Select [Name] From ") + catalogue +
                   QStringLiteral(" Where XType = 'U' Order By [Name]"));
@@ -43,15 +44,17 @@ void addImages(tr::db::Connection& c, const QString& catalogue, DatabaseImage& i
             lines << cells.join(QLatin1Char('|'));
         }
         lines.sort();
-        image[table] = lines;
+        image[prefix + table] = lines;
     }
 }
 
-// The company database and tempdb, where the screens keep their transfer and work tables.
-DatabaseImage imageOf(tr::db::Connection& c) {
+// The company database, tempdb (where the screens keep their transfer and work tables) and the
+// suite database (read for the fiscal periods' names).
+DatabaseImage imageOf(tr::db::Connection& company, tr::db::Connection& suite) {
     DatabaseImage image;
-    addImages(c, QStringLiteral("SysObjects"), image);
-    addImages(c, QStringLiteral("Tempdb..SysObjects"), image);
+    addImages(company, QStringLiteral("SysObjects"), image);
+    addImages(company, QStringLiteral("Tempdb..SysObjects"), image);
+    addImages(suite, QStringLiteral("SysObjects"), image, QStringLiteral("CORVASK_Sdc.."));
     return image;
 }
 
@@ -98,13 +101,21 @@ QString screenImage(CashBankDocument& screen) {
 }
 
 // The receipt screen with its invoice settlement bound the way the Qt form binds it.
+// Given an invoice, the screen is shown in the host's invoice container for it.
 struct Receipt {
-    explicit Receipt(const tr::Services& services) : logic(services, ScreenId::CashGet) {
+    explicit Receipt(const tr::Services& services, const QString& invoice = {})
+        : logic(services, ScreenId::CashGet) {
         logic.documentCreated = [this](CashBankDocument& d) {
             settlement = std::make_unique<InvoiceSettlement>(d.services(), d.document());
         };
         logic.documentReleasing = [this](CashBankDocument&) { settlement.reset(); };
-        logic.show(QStringLiteral("pnlScreens"));
+        logic.prepareForInvoice = [this](CashBankDocument&, const QString& number) {
+            settlement->setInvoiceNumber(number);
+            if (!number.isEmpty()) settlement->prepareForInvoice(number);
+        };
+        logic.setInvoiceNumber(invoice);
+        logic.show(invoice.isEmpty() ? QStringLiteral("pnlScreens")
+                                     : CashBankDocument::kInvoiceContainer);
     }
     std::unique_ptr<InvoiceSettlement> settlement;  // goes after the screen that releases it
     CashBankDocument logic;
@@ -193,7 +204,7 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
     // before each round. Answers the number of failed rounds, -1 when a round left a change.
     int failEachInTurn(Receipt& r, const std::function<bool()>& action,
                        const std::function<void()>& answers = {}) {
-        const DatabaseImage database = imageOf(company());
+        const DatabaseImage database = imageOf(company(), suite());
         const QString screen = screenImage(r.logic);
         for (int n = 1;; ++n) {
             user->dialog.clearAnswers();
@@ -223,7 +234,7 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
             // The error reaches the host: a screen that swallowed it would look saved.
             EXPECT_TRUE(raised) << round;
             EXPECT_FALSE(company().inTransaction()) << round;
-            EXPECT_EQ(difference(database, imageOf(company())).toStdString(), "") << round;
+            EXPECT_EQ(difference(database, imageOf(company(), suite())).toStdString(), "") << round;
             EXPECT_EQ(screenImage(r.logic).toStdString(), screen.toStdString()) << round;
             if (HasFailure()) return -1;
         }
@@ -242,6 +253,17 @@ TEST_P(FailedActionsTest, SavingANewReceipt) {
     EXPECT_EQ(r.logic.state(), DocumentState::Edit);
     EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans Where WhatDoc = '10'")), 3);
     EXPECT_EQ(rows(QStringLiteral("Select * From ASNADACTIONS Where ActType = 'I'")), 1);
+    EXPECT_TRUE(ledgerIsConsistent());
+}
+
+TEST_P(FailedActionsTest, SavingANewForeignCurrencyReceipt) {
+    Receipt r(user->services);
+    fillHeader(r.logic, 100, s(demo::kForeignCashBox));
+    ASSERT_TRUE(addLine(r.logic, 100));
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.cmdOkClick(); }), 0);
+    EXPECT_EQ(r.logic.state(), DocumentState::Edit);
+    EXPECT_EQ(value(QStringLiteral("Select Sum(Bed) From Asnad Where TypeSys = 'N'")).toDouble(),
+              100 * demo::kUsdBuy);
     EXPECT_TRUE(ledgerIsConsistent());
 }
 
@@ -289,6 +311,22 @@ TEST_P(FailedActionsTest, DeletingASettledReceipt) {
     EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans")), 0);
     EXPECT_EQ(rows(QStringLiteral("Select * From R_ForoshRelatedNaghd")), 0);
     EXPECT_EQ(openBalance(), 20000000.0);
+    EXPECT_TRUE(ledgerIsConsistent());
+}
+
+TEST_P(FailedActionsTest, SavingAReceiptOpenedForAnInvoice) {
+    Receipt r(user->services, s(demo::kOpenInvoice));
+    ASSERT_EQ(r.logic.grid().RecordCount(), 1);
+    r.logic.serialEnter();
+    r.logic.setReferenceNumber(QStringLiteral("77"));
+    r.logic.treasuryCodeEntered(s(demo::kRialCashBox));
+    r.logic.setAmountText(QStringLiteral("12000000"));
+    r.logic.grid().Edit();
+    r.logic.grid().FieldByName(QStringLiteral("Bes")).SetAsFloat(12000000);
+    ASSERT_TRUE(r.logic.postLine());
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.cmdOkClick(); }), 0);
+    EXPECT_EQ(rows(QStringLiteral("Select * From R_ForoshRelatedNaghd")), 1);
+    EXPECT_EQ(openBalance(), 8000000.0);
     EXPECT_TRUE(ledgerIsConsistent());
 }
 
