@@ -19,20 +19,16 @@ QString FailingConnection::message() {
 void FailingConnection::arm(Target target, int n) {
     target_ = target;
     countdown_ = n;
-    statements_ = 0;
     fired_ = false;
 }
 
 tr::db::ExecResult FailingConnection::execute(const QString& sql) {
-    if (target_ != Target::None) {
-        ++statements_;
-        if (target_ == Target::Statement || isCommit(sql)) {
-            if (--countdown_ == 0) {
-                target_ = Target::None;
-                fired_ = true;
-                throw tr::db::DatabaseError(message(), sql);
-            }
-        }
+    const bool counted =
+        target_ == Target::Statement || (target_ == Target::Commit && isCommit(sql));
+    if (counted && --countdown_ == 0) {
+        target_ = Target::None;
+        fired_ = true;
+        throw tr::db::DatabaseError(message(), sql);
     }
     return real_.execute(sql);
 }

@@ -17,8 +17,6 @@ class FailingConnection : public tr::db::Connection {
     void disarm() { target_ = Target::None; }
     // Whether the armed failure was raised.
     bool fired() const { return fired_; }
-    // Statements given since arming (all of them, the failed one included).
-    int statementsSinceArmed() const { return statements_; }
 
     tr::db::ExecResult execute(const QString& sql) override;
     tr::db::SqlDialect dialect() const override { return real_.dialect(); }
@@ -34,7 +32,6 @@ class FailingConnection : public tr::db::Connection {
     tr::db::Connection& real_;
     Target target_ = Target::None;
     int countdown_ = 0;
-    int statements_ = 0;
     bool fired_ = false;
 };
 

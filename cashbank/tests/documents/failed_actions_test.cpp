@@ -20,8 +20,8 @@ namespace tr::cashbank {
 namespace {
 
 using testing::DocumentsTest;
-using testing::Session;
 using testing::s;
+using testing::Session;
 using tr::test::FailingConnection;
 using tr::vouchers::DocumentState;
 namespace demo = tr::schema::demo;
@@ -40,7 +40,8 @@ void addImages(tr::db::Connection& c, const QString& catalogue, DatabaseImage& i
         QStringList lines;
         for (const tr::db::Row& row : rows.resultSets.front().rows) {
             QStringList cells;
-            for (const QVariant& v : row) cells << (v.isNull() ? QStringLiteral("<null>") : v.toString());
+            for (const QVariant& v : row)
+                cells << (v.isNull() ? QStringLiteral("<null>") : v.toString());
             lines << cells.join(QLatin1Char('|'));
         }
         lines.sort();
@@ -80,14 +81,14 @@ QString difference(const DatabaseImage& before, const DatabaseImage& after) {
 // What the screen shows: state, caption, every header value and every grid row.
 QString screenImage(CashBankDocument& screen) {
     const tr::vouchers::DocumentHeader& h = screen.header();
-    QStringList out{screen.caption(),
-                    QString::number(int(screen.state())) + QString::number(int(screen.cancelled())),
-                    QStringList{h.serial, h.day, h.month, h.year, h.voucherNo, h.referenceNumber,
-                                h.joz, h.treasuryCode, h.treasuryDisplayCode, h.treasuryName,
-                                h.description, QString::number(h.amount, 'f', 2),
-                                QString::number(h.rate, 'f', 4), h.currency, h.des1, h.des2,
-                                h.des3, h.des4, h.userName}
-                        .join(QLatin1Char('|'))};
+    QStringList out{
+        screen.caption(),
+        QString::number(int(screen.state())) + QString::number(int(screen.cancelled())),
+        QStringList{h.serial, h.day, h.month, h.year, h.voucherNo, h.referenceNumber, h.joz,
+                    h.treasuryCode, h.treasuryDisplayCode, h.treasuryName, h.description,
+                    QString::number(h.amount, 'f', 2), QString::number(h.rate, 'f', 4), h.currency,
+                    h.des1, h.des2, h.des3, h.des4, h.userName}
+            .join(QLatin1Char('|'))};
     tr::db::Query& grid = screen.grid();
     out << QStringLiteral("grid %1 at %2").arg(int(grid.state())).arg(grid.RecNo());
     const int rows = grid.RecordCount() + (grid.state() == tr::db::Query::State::Insert ? 1 : 0);
@@ -229,8 +230,8 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
                 EXPECT_TRUE(done) << "the retry without a failure";
                 return n - 1;
             }
-            const std::string round = "failure " + std::to_string(n) + " at " +
-                                      failedSql.left(160).toStdString();
+            const std::string round =
+                "failure " + std::to_string(n) + " at " + failedSql.left(160).toStdString();
             // The error reaches the host: a screen that swallowed it would look saved.
             EXPECT_TRUE(raised) << round;
             EXPECT_FALSE(company().inTransaction()) << round;
