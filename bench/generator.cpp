@@ -3,8 +3,10 @@
 #include <QElapsedTimer>
 #include <QStringList>
 #include <array>
+#include <optional>
 #include <random>
 
+#include "common/db/transaction.h"
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
 #include "db/procedures/procedures.h"
@@ -97,11 +99,13 @@ class BookWriter {
         clock.start();
         const qint64 total = options_.documents;
         const int batch = std::max(1, options_.documentsPerTransaction);
+        std::optional<tr::db::Transaction> transaction;
         for (qint64 i = 0; i < total; ++i) {
-            if (i % batch == 0) c_.execute(QStringLiteral("Begin Tran"));
+            if (i % batch == 0) transaction.emplace(c_);
             writeDocument(int(i * kDaysInYear / std::max<qint64>(total, 1)), report);
             if ((i + 1) % batch == 0 || i + 1 == total) {
-                c_.execute(QStringLiteral("Commit Tran"));
+                transaction->commit();
+                transaction.reset();
                 if (options_.progress) options_.progress(i + 1, total);
             }
         }

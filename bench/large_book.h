@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "bench/generator.h"
+#include "common/db/transaction.h"
 #include "common/dialog/message_dialog.h"
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
@@ -113,12 +114,12 @@ class ReceiptsRemovedAfterwards {
     ~ReceiptsRemovedAfterwards() {
         auto c = book().open(Sync::Normal);
         const QString serial = QString::number(serial_), voucher = QString::number(voucher_);
-        c->execute(QStringLiteral("Begin Tran"));
+        tr::db::Transaction transaction(*c);
         c->execute(QStringLiteral("Delete From Asnad Where SanadNo > ") + voucher);
         c->execute(QStringLiteral("Delete From N_NaghdTrans Where WhatDoc = '10' And Serial > ") + serial);
         c->execute(QStringLiteral("Delete From ASNADACTIONS Where TypeSys = 'N' And TypeDoc = ") +
                    c->text(QStringLiteral("دريافت صندوق")) + QStringLiteral(" And REC > ") + serial);
-        c->execute(QStringLiteral("Commit Tran"));
+        transaction.commit();
         // The next benchmark starts from an empty log, not one full of this one's writes.
         if (lastOpened)
             sqlite3_wal_checkpoint_v2(lastOpened, "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);

@@ -1,6 +1,7 @@
 #include "currency/counter_currency_grid.h"
 
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
 
 namespace tr::currency {
 
@@ -14,11 +15,7 @@ CounterCurrencyGrid::CounterCurrencyGrid(const tr::Services& services, const QSt
 }
 
 CounterCurrencyGrid::~CounterCurrencyGrid() {
-    // A destructor must not throw; a table left behind goes with the session anyway.
-    try {
-        tr::db::dropTempTable(*services_.database, base_ + QStringLiteral("_ArzNerkh"));
-    } catch (...) {
-    }
+    tr::db::dropTempTableQuietly(*services_.database, base_ + QStringLiteral("_ArzNerkh"));
 }
 
 QString CounterCurrencyGrid::title() {

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "common/db/query_helpers.h"
 #include "common/db/sql_literal.h"
 
 namespace tr::vouchers {
@@ -14,9 +15,7 @@ namespace {
 const QString kErrorCode = QStringLiteral("1ER");
 
 std::optional<QVariantMap> firstRow(Connection& connection, const QString& sql) {
-    Query query(&connection);
-    query.setSql(sql);
-    query.Open();
+    Query query = tr::db::openQuery(connection, sql);
     if (query.IsEmpty()) return std::nullopt;
     QVariantMap row;
     for (const QString& field : query.fieldNames())

@@ -1,6 +1,7 @@
 #include "vouchers/account_lookup.h"
 
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
 
 namespace tr::vouchers {
 
@@ -110,15 +111,10 @@ std::optional<QVariantMap> AccountLookup::showList(const QString& title, const Q
     const QString bare = table.mid(2);  // without "##"
     tr::db::dropTempTable(db, bare);
     tr::db::execute(db, selectInto);
-    std::optional<QVariantMap> chosen;
-    try {
-        chosen = services_.pickList->pick(title, QStringLiteral("Select * From ") + table, columns,
-                                          kind);
-    } catch (...) {
-        tr::db::dropTempTable(db, bare);
-        throw;
-    }
-    tr::db::dropTempTable(db, bare);
+    tr::db::ScopedTempTable list(db, table);
+    const std::optional<QVariantMap> chosen =
+        services_.pickList->pick(title, QStringLiteral("Select * From ") + table, columns, kind);
+    list.drop();
     return chosen;
 }
 

@@ -4,6 +4,7 @@
 #include <QLibrary>
 #include <QObject>
 
+#include "common/db/query_helpers.h"
 #include "common/db/sql_literal.h"
 #include "common/text/tsql_collation.h"
 #include "vouchers/account_lookup.h"
@@ -130,15 +131,14 @@ bool FixDesScreen::isDuplicate(const LineAccount& line, const QString& descripti
                              line.tafsily, line.tafsily2, line.projectCod};
     // An edited row whose values came back to what was stored is the stored row itself.
     if (grid_.state() == Query::State::Edit && sameValues(values, browsedValues_)) return false;
-    Query query(&c);
-    query.setSql(QStringLiteral("Select Count(*) As N From FixDes Where Koll = ") +
-                 c.text(line.koll) + QStringLiteral(" And Moein = ") + c.text(line.moein) +
-                 QStringLiteral(" And Tafsily = ") + c.text(line.tafsily) +
-                 QStringLiteral(" And Tafsily2 = ") + c.text(line.tafsily2) +
-                 QStringLiteral(" And ProjectCod = ") + c.text(line.projectCod) +
-                 QStringLiteral(" And FixDes = ") + c.text(description));
-    query.Open();
-    return query.FieldByName(QStringLiteral("N")).AsInteger() > 0;
+    const QVariant count = tr::db::firstColumn(
+        c, QStringLiteral("Select Count(*) As N From FixDes Where Koll = ") + c.text(line.koll) +
+               QStringLiteral(" And Moein = ") + c.text(line.moein) +
+               QStringLiteral(" And Tafsily = ") + c.text(line.tafsily) +
+               QStringLiteral(" And Tafsily2 = ") + c.text(line.tafsily2) +
+               QStringLiteral(" And ProjectCod = ") + c.text(line.projectCod) +
+               QStringLiteral(" And FixDes = ") + c.text(description));
+    return count.toLongLong() > 0;
 }
 
 bool FixDesScreen::beforePost(Query& row) {

@@ -1,6 +1,7 @@
 #include "vouchers/fixed_descriptions.h"
 
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
 
 namespace tr::vouchers {
 
@@ -44,21 +45,16 @@ std::optional<QString> pickFixedDescription(const tr::Services& services, const 
     const QString bare = table.mid(2);
     tr::db::dropTempTable(db, bare);
     tr::db::execute(db, fixedDescriptionPickStatement(services.connection(), table, line));
-    std::optional<QVariantMap> chosen;
-    try {
-        chosen = services.pickList->pick(
-            QStringLiteral("انتخاب شرح ثابت"),
-            QStringLiteral("Select * From ") + table + QStringLiteral(" Order By IDX"),
-            {{QStringLiteral("FixDes"), QStringLiteral("شرح"), 300},
-             {QStringLiteral("Koll"), QStringLiteral("کل"), 50},
-             {QStringLiteral("Moein"), QStringLiteral("معين"), 60},
-             {QStringLiteral("Tafsily"), QStringLiteral("تفصيلي"), 70}},
-            kFixedDescriptionListKind);
-    } catch (...) {
-        tr::db::dropTempTable(db, bare);
-        throw;
-    }
-    tr::db::dropTempTable(db, bare);
+    tr::db::ScopedTempTable list(db, table);
+    const std::optional<QVariantMap> chosen = services.pickList->pick(
+        QStringLiteral("انتخاب شرح ثابت"),
+        QStringLiteral("Select * From ") + table + QStringLiteral(" Order By IDX"),
+        {{QStringLiteral("FixDes"), QStringLiteral("شرح"), 300},
+         {QStringLiteral("Koll"), QStringLiteral("کل"), 50},
+         {QStringLiteral("Moein"), QStringLiteral("معين"), 60},
+         {QStringLiteral("Tafsily"), QStringLiteral("تفصيلي"), 70}},
+        kFixedDescriptionListKind);
+    list.drop();
     if (!chosen) return std::nullopt;
     return chosen->value(QStringLiteral("FixDes")).toString();
 }
@@ -78,9 +74,8 @@ QString fixedDescriptionLookupStatement(const tr::db::Connection& connection,
 
 std::optional<QString> lookupFixedDescription(tr::db::Connection& connection,
                                               const LineAccount& line) {
-    tr::db::Query query(&connection);
-    query.setSql(fixedDescriptionLookupStatement(connection, line));
-    query.Open();
+    tr::db::Query query =
+        tr::db::openQuery(connection, fixedDescriptionLookupStatement(connection, line));
     if (query.IsEmpty()) return std::nullopt;
     for (AccountLevel level : kLowerLevels) {
         if (line.code(level).isEmpty() &&

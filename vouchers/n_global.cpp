@@ -2,10 +2,12 @@
 
 #include <QThread>
 #include <cmath>
+#include <exception>
 
 #include "common/clock.h"
 #include "common/db/database_error.h"
 #include "common/db/query_helpers.h"
+#include "common/db/transaction.h"
 #include "common/persian/persian_date.h"
 #include "vouchers/rights.h"
 #include "vouchers/serials.h"
@@ -21,12 +23,7 @@ QString twoDigits(const QString& text) {
     return t.size() == 1 ? QStringLiteral("0") + t : t;
 }
 
-tr::db::Query openQuery(tr::db::Connection& connection, const QString& sql) {
-    tr::db::Query query(&connection);
-    query.setSql(sql);
-    query.Open();
-    return query;
-}
+using tr::db::openQuery;
 
 // "KEY=VALUE;" pairs of Options.Naghd.
 QString optionValue(const QString& options, const QString& key) {
@@ -57,6 +54,39 @@ QString freeTransferTableName(tr::db::Connection& connection, const QString& for
 }
 
 }  // namespace
+
+// Takes the screen's snapshot; when an exception leaves the scope, the snapshot is put back.
+// A refusal (a plain return) keeps what the action did, as the user saw it.
+class N_Global::FailureRestore {
+  public:
+    explicit FailureRestore(N_Global& screen)
+        : screen_(screen),
+          snapshot_{screen.header_,    screen.grid_,           screen.state_,
+                    screen.cancelled_, screen.heldByAnother_, screen.captionSuffix_},
+          exceptions_(std::uncaught_exceptions()) {}
+    ~FailureRestore() {
+        if (std::uncaught_exceptions() > exceptions_) restore();
+    }
+    FailureRestore(const FailureRestore&) = delete;
+    FailureRestore& operator=(const FailureRestore&) = delete;
+
+    // The grid as it now stands is what a failure goes back to.
+    void keepGrid() { snapshot_.grid = screen_.grid_; }
+    void restore() {
+        screen_.header_ = snapshot_.header;
+        screen_.grid_ = snapshot_.grid;
+        screen_.state_ = snapshot_.state;
+        screen_.cancelled_ = snapshot_.cancelled;
+        screen_.heldByAnother_ = snapshot_.heldByAnother;
+        screen_.captionSuffix_ = snapshot_.captionSuffix;
+        if (screen_.grid_.DataChanged) screen_.grid_.DataChanged(screen_.grid_);
+    }
+
+  private:
+    N_Global& screen_;
+    Snapshot snapshot_;
+    int exceptions_;
+};
 
 QString DocumentHeader::date() const {
     return year.trimmed() + QLatin1Char('/') + twoDigits(month) + QLatin1Char('/') + twoDigits(day);
@@ -433,6 +463,7 @@ void N_Global::logAction(const QString& type) {
 bool N_Global::save() {
     focus_ = HeaderField::None;
     const bool isNew = state_ == DocumentState::New;
+    FailureRestore restore(*this);
     // 1. The serial in the description, once.
     appendSerialToDescription();
     // 2. A new document may not take a saved serial.
@@ -441,11 +472,13 @@ bool N_Global::save() {
         focus_ = HeaderField::Serial;
         return false;
     }
-    // 3. The line being edited is posted first (its own checks may refuse it).
+    // 3. The line being edited is posted first (its own checks may refuse it); it stays posted
+    // whatever becomes of the save, as the grid then shows it.
     if (grid_.state() == tr::db::Query::State::Edit ||
         grid_.state() == tr::db::Query::State::Insert) {
         grid_.Post();
         if (grid_.state() != tr::db::Query::State::Browse) return false;
+        restore.keepGrid();
     }
     // 4, 5. Header.
     if (header_.description.trimmed().isEmpty())
@@ -459,25 +492,21 @@ bool N_Global::save() {
                          QStringLiteral(" From ") + transferTable_);
     const double lines = balance.IsEmpty() ? 0.0 : balance.value(0, 0).toDouble();
     if (!sameAmount(lines, header_.amount)) return refuse(QStringLiteral("سند تراز نميباشد."));
-    // 7. The voucher as it stands before this save.
-    copyVoucherAside(isNew);
-    // 8. The header values that travel on the lines, then the save itself, all or nothing.
+    // The header values that travel on the lines.
     const QString travelling =
         QStringLiteral("Update ") + transferTable_ + QStringLiteral(" Set Joz=") +
         c.text(header_.joz) + QStringLiteral(", Des1=") + c.text(header_.des1) +
         QStringLiteral(", Des2=") + c.text(header_.des2) + QStringLiteral(", Des3=") +
         c.text(header_.des3) + QStringLiteral(", Des4=") + c.text(header_.des4);
     const QString serial = header_.serial.trimmed();
-    const DocumentHeader before = header_;
-    auto rollBack = [&] {
-        header_ = before;
-        try {
-            tr::db::execute(database(), QStringLiteral("Rollback Tran"));
-        } catch (...) {
-        }
-    };
-    tr::db::execute(database(), QStringLiteral("Begin Tran"));
+    // 7 to 11 are all or nothing, the screen's temporary tables included: a failure leaves the
+    // database, the transfer table and the screen as they were, so the user saves again.
+    bool cancelled = false;
     try {
+        tr::db::Transaction transaction(c);
+        // 7. The voucher as it stands before this save.
+        copyVoucherAside(isNew);
+        // 8. The save itself.
         tr::db::execute(database(), travelling);
         tr::db::execute(database(),
                         call(DocumentAction::Save,
@@ -486,24 +515,20 @@ bool N_Global::save() {
         readHeader(serial);
         logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
         if (writeInvoiceLinks) writeInvoiceLinks(*this);
-        tr::db::execute(database(), QStringLiteral("Commit Tran"));
+        // 11. The saved document as the ledger now has it.
+        loadIntoTransferTable(serial);
+        cancelled = isCancelled(c, kind_.code, serial);
+        transaction.commit();
     } catch (const tr::db::DatabaseError& error) {
-        rollBack();
         // Another user saved this serial since the duplicate check.
         if (isNew && error.message().contains(serialTakenMessage(kind_.title))) {
-            reopenGrid();
+            restore.restore();
             return refuse(serialTakenMessage(kind_.title), HeaderField::Serial);
         }
         throw;
-    } catch (...) {
-        rollBack();
-        throw;
     }
-    // 11. The saved document as the ledger now has it (the header was read back before the
-    // commit, for the log).
-    loadIntoTransferTable(serial);
     state_ = DocumentState::Edit;
-    cancelled_ = isCancelled(c, kind_.code, serial);
+    cancelled_ = cancelled;
     captionSuffix_ = QStringLiteral("(به روزآوري شده است)");
     return true;
 }
@@ -513,6 +538,15 @@ QString N_Global::voucherDate() const {
         openQuery(connection(), QStringLiteral("Select Top 1 SanadDate From Asnad Where SanadNo=") +
                                     connection().text(header_.voucherNo.trimmed()));
     return q.IsEmpty() ? QString() : q.value(0, 0).toString();
+}
+
+bool N_Global::runAndRecheckCancelled(DocumentAction action) {
+    // The procedure and the check that the screen's caption follows answer together.
+    tr::db::Transaction transaction(connection());
+    tr::db::execute(database(), call(action, arguments()));
+    const bool cancelled = isCancelled(connection(), kind_.code, header_.serial);
+    transaction.commit();
+    return cancelled;
 }
 
 bool N_Global::cancelDocument() {
@@ -525,8 +559,7 @@ bool N_Global::cancelDocument() {
                           QStringLiteral(" باشد"),
                       HeaderField::Date);
     if (!messages_.ask(kind_.title + QStringLiteral(" ابطال شود؟"))) return false;
-    tr::db::execute(database(), call(DocumentAction::Cancel, arguments()));
-    cancelled_ = isCancelled(connection(), kind_.code, header_.serial);
+    cancelled_ = runAndRecheckCancelled(DocumentAction::Cancel);
     if (cancelled_) captionSuffix_ = QStringLiteral("(ابطال شده است)");
     return cancelled_;
 }
@@ -535,8 +568,7 @@ bool N_Global::undoCancel() {
     focus_ = HeaderField::None;
     if (state_ != DocumentState::Edit || !cancelled_) return false;
     if (!messages_.ask(QStringLiteral("آيا مي خواهيد سند ابطالي حذف شود ؟"))) return false;
-    tr::db::execute(database(), call(DocumentAction::UndoCancel, arguments()));
-    cancelled_ = isCancelled(connection(), kind_.code, header_.serial);
+    cancelled_ = runAndRecheckCancelled(DocumentAction::UndoCancel);
     if (!cancelled_) captionSuffix_.clear();
     return !cancelled_;
 }
@@ -557,12 +589,17 @@ bool N_Global::deleteDocument() {
             QStringLiteral("با حذف اين سريال،  ارتباط آن با صورتحساب هاي فروش قطع خواهد شد."),
             kError);
     if (!messages_.ask(kind_.title + QStringLiteral(" حذف شود؟"))) return false;
+    // The delete, its log, the invoices it paid, its hold and the screen's turn to a new
+    // document are one: a failure leaves the document in the database and on the screen.
+    FailureRestore restore(*this);
+    tr::db::Transaction transaction(c);
     copyVoucherAside(false);
     logAction(QStringLiteral("D"));
     tr::db::execute(database(), call(DocumentAction::Delete, arguments()));
     if (undoInvoiceSettlement) undoInvoiceSettlement(*this);
     releaseHold(database(), kTreasuryProgram, kind_.code, QString(), serial, userNumber());
     newDocument();
+    transaction.commit();
     return true;
 }
 

@@ -116,6 +116,18 @@ class N_Global {
                       const QString& condition = QString());
 
   private:
+    // What the screen shows; an action that fails with a database error puts it back, while its
+    // transaction puts the database back.
+    struct Snapshot {
+        DocumentHeader header;
+        tr::db::Query grid;
+        DocumentState state;
+        bool cancelled;
+        bool heldByAnother;
+        QString captionSuffix;
+    };
+    class FailureRestore;
+
     tr::db::Connection& connection() const { return services_.connection(); }
     tr::db::MyDatabase& database() const { return *services_.database; }
     QString userNumber() const;
@@ -130,6 +142,8 @@ class N_Global {
     void appendSerialToDescription();
     void copyVoucherAside(bool bySerial);
     void logAction(const QString& type);
+    // Cancel or undo-cancel, then whether the document is now cancelled.
+    bool runAndRecheckCancelled(DocumentAction action);
     QString voucherDate() const;
 
     tr::Services services_;

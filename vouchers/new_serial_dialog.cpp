@@ -1,6 +1,7 @@
 #include "vouchers/new_serial_dialog.h"
 
 #include "common/db/query.h"
+#include "common/db/query_helpers.h"
 
 namespace tr::vouchers {
 
@@ -17,22 +18,20 @@ QString NewSerialDialog::groupCaption() const {
 }
 
 QString NewSerialDialog::propose() {
-    tr::db::Query query(&connection_);
-    query.setSql(QStringLiteral("Select IsNull(Max(Serial), 0) + 1 As SerialNo From N_NaghdTrans "
-                                "Where WhatDoc=") +
-                 connection_.text(kind_));
-    query.Open();
+    tr::db::Query query = tr::db::openQuery(
+        connection_, QStringLiteral("Select IsNull(Max(Serial), 0) + 1 As SerialNo From "
+                                    "N_NaghdTrans Where WhatDoc=") +
+                         connection_.text(kind_));
     serial_ = query.FieldByName(QStringLiteral("SerialNo")).AsString();
     accepted_ = false;
     return serial_;
 }
 
 bool NewSerialDialog::confirm(const QString& serial) {
-    tr::db::Query query(&connection_);
-    query.setSql(QStringLiteral("Select Serial From N_NaghdTrans Where Serial=") +
-                 connection_.text(serial.trimmed()) + QStringLiteral(" And WhatDoc=") +
-                 connection_.text(kind_));
-    query.Open();
+    const tr::db::Query query = tr::db::openQuery(
+        connection_, QStringLiteral("Select Serial From N_NaghdTrans Where Serial=") +
+                         connection_.text(serial.trimmed()) + QStringLiteral(" And WhatDoc=") +
+                         connection_.text(kind_));
     if (!query.IsEmpty()) {
         messages_.show(groupCaption() + QStringLiteral("ي با اين شماره ثبت شده است."),
                        QStringLiteral("1ER"));

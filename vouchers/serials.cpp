@@ -4,19 +4,11 @@
 
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
+#include "common/db/transaction.h"
 
 namespace tr::vouchers {
 
-namespace {
-
-QVariant firstColumn(tr::db::Connection& connection, const QString& sql) {
-    tr::db::Query query(&connection);
-    query.setSql(sql);
-    query.Open();
-    return query.IsEmpty() ? QVariant() : query.value(0, 0);
-}
-
-}  // namespace
+using tr::db::firstColumn;
 
 QString nextSerial(tr::db::Connection& connection, const QString& kind) {
     const qint64 saved =
@@ -57,16 +49,15 @@ bool serialIsFree(tr::db::Connection& connection, const tr::dialog::Messages& me
 
 bool heldByAnotherUser(tr::db::Connection& c, const QString& program, const QString& kind,
                        const QString& resId1, const QString& resId2, const QString& user) {
-    tr::db::Query query(&c);
-    query.setSql(
-        QStringLiteral(" Select UserId, Count(*) As iCount From ReserveId Where ") +
-        QStringLiteral(" LTrim(RTrim(ProgNam))=") + c.text(program) + QStringLiteral(" ") +
-        QStringLiteral(" And LTrim(RTrim(WhatDoc))=") + c.text(kind) + QStringLiteral(" ") +
-        QStringLiteral(" And LTrim(RTrim(ResId1))=") + c.text(resId1) + QStringLiteral(" ") +
-        QStringLiteral(" And LTrim(RTrim(ResId2))=") + c.text(resId2) + QStringLiteral(" ") +
-        QStringLiteral(" And LTrim(RTrim(UserId)) != ") + c.text(user) + QStringLiteral(" ") +
-        QStringLiteral(" Group By UserId ") + QStringLiteral(" Order By UserId "));
-    query.Open();
+    const tr::db::Query query = tr::db::openQuery(
+        c, QStringLiteral(" Select UserId, Count(*) As iCount From ReserveId Where ") +
+               QStringLiteral(" LTrim(RTrim(ProgNam))=") + c.text(program) + QStringLiteral(" ") +
+               QStringLiteral(" And LTrim(RTrim(WhatDoc))=") + c.text(kind) + QStringLiteral(" ") +
+               QStringLiteral(" And LTrim(RTrim(ResId1))=") + c.text(resId1) + QStringLiteral(" ") +
+               QStringLiteral(" And LTrim(RTrim(ResId2))=") + c.text(resId2) + QStringLiteral(" ") +
+               QStringLiteral(" And LTrim(RTrim(UserId)) != ") + c.text(user) +
+               QStringLiteral(" ") + QStringLiteral(" Group By UserId ") +
+               QStringLiteral(" Order By UserId "));
     return !query.IsEmpty();
 }
 
@@ -109,26 +100,14 @@ namespace {
 // gone too), so its commit waits for the next flushed commit instead of flushing the disk.
 template <typename Work>
 auto inHoldTransaction(tr::db::MyDatabase& db, Work&& work) {
-    tr::db::execute(db, QStringLiteral("Begin Tran"));
-    const auto commit = [&] {
-        tr::db::execute(db, QStringLiteral("Commit Tran With (Delayed_Durability = On)"));
-    };
-    try {
-        if constexpr (std::is_void_v<decltype(work())>) {
-            work();
-            commit();
-        } else {
-            auto answer = work();
-            commit();
-            return answer;
-        }
-    } catch (...) {
-        try {
-            tr::db::execute(db, QStringLiteral("Rollback Tran"));
-        } catch (...) {
-            // The failure that brought us here is the one to report.
-        }
-        throw;
+    tr::db::Transaction transaction(*db.Connection);
+    if constexpr (std::is_void_v<decltype(work())>) {
+        work();
+        transaction.commit(tr::db::Transaction::Durability::Delayed);
+    } else {
+        auto answer = work();
+        transaction.commit(tr::db::Transaction::Durability::Delayed);
+        return answer;
     }
 }
 

@@ -26,12 +26,7 @@ const QString kError = QStringLiteral("1ER");
 const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
 constexpr int kTreasuryListKind = 4;
 
-Query openQuery(tr::db::Connection& connection, const QString& sql) {
-    Query query(&connection);
-    query.setSql(sql);
-    query.Open();
-    return query;
-}
+using tr::db::openQuery;
 
 // Typed amounts may carry grouping and Persian or Arabic-Indic digits.
 double parseAmount(const QString& text) {
@@ -715,11 +710,10 @@ bool CashBankDocument::cmdOkClick() {
     if (!canSave()) return false;
     // The header is checked again: the buttons are reachable without passing through the grid.
     if (!doc_->checkHeader() || !checkDate()) return false;
+    // Nothing after a successful save may reach the database: its error would reach the host
+    // as a failed save of a saved document. A save keeps the currency, so keeps its name.
     const bool saved = doc_->save();
-    if (saved) {
-        openedSerial_ = header().serial.trimmed();
-        applyCurrencyName();
-    }
+    if (saved) openedSerial_ = header().serial.trimmed();
     notify();
     return saved;
 }

@@ -17,12 +17,7 @@ using tr::db::Query;
 using tr::vouchers::TreasuryDocumentKind;
 using tr::vouchers::TreasuryObject;
 
-Query openQuery(Connection& connection, const QString& sql) {
-    Query query(&connection);
-    query.setSql(sql);
-    query.Open();
-    return query;
-}
+using tr::db::openQuery;
 
 QString field(Query& query, const char* name) {
     return query.FieldByName(QLatin1String(name)).AsString().trimmed();

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
 
 namespace tr::cashbank {
 
@@ -135,17 +136,12 @@ std::optional<QString> pickDocument(const tr::Services& services, const QString&
     const QString table =
         tr::db::globalTempTableName(services.global->sessionText + QStringLiteral("Pick_"));
     tr::db::execute(db, copyStatement(*picker, table));
-    std::optional<QVariantMap> chosen;
-    try {
-        chosen = services.pickList->pick(picker->title,
-                                         QStringLiteral("Select * From ") + table +
-                                             QStringLiteral(" Order By SanadDate, Serial"),
-                                         picker->captions, 0);
-    } catch (...) {
-        tr::db::dropTempTable(db, table.mid(2));
-        throw;
-    }
-    tr::db::dropTempTable(db, table.mid(2));
+    tr::db::ScopedTempTable copy(db, table);
+    const std::optional<QVariantMap> chosen = services.pickList->pick(
+        picker->title,
+        QStringLiteral("Select * From ") + table + QStringLiteral(" Order By SanadDate, Serial"),
+        picker->captions, 0);
+    copy.drop();
     if (!chosen) return std::nullopt;
     return chosen->value(QStringLiteral("Serial")).toString().trimmed();
 }

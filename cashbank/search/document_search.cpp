@@ -1,6 +1,7 @@
 #include "cashbank/search/document_search.h"
 
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
 #include "common/db/sql_literal.h"
 
 namespace tr::cashbank {
@@ -62,11 +63,8 @@ DocumentSearch::DocumentSearch(const tr::Services& services, SearchFamily family
 DocumentSearch::~DocumentSearch() {
     // The host may already have closed the company; a table left behind dies with the session.
     if (!created_ || !services_.database || !services_.database->CommandQuery) return;
-    try {
-        result_.Close();
-        tr::db::dropTempTable(*services_.database, table_.mid(2));
-    } catch (...) {
-    }
+    result_.Close();
+    tr::db::dropTempTableQuietly(*services_.database, table_.mid(2));
 }
 
 QString DocumentSearch::kindsGroup() const {

@@ -4,6 +4,8 @@
 
 #include "common/db/database_error.h"
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
+#include "common/db/transaction.h"
 
 namespace tr::cashbank {
 
@@ -19,23 +21,6 @@ tr::db::ResultSet select(tr::db::Connection& connection, const QString& sql) {
 
 QString withoutHashes(const QString& table) {
     return table.startsWith(QLatin1String("##")) ? table.mid(2) : table;
-}
-
-// The statements of one write are all or nothing: a failure leaves the links and balances as
-// they were.
-template <typename Work>
-void inTransaction(tr::db::MyDatabase& database, Work&& work) {
-    tr::db::execute(database, QStringLiteral("Begin Tran"));
-    try {
-        work();
-        tr::db::execute(database, QStringLiteral("Commit Tran"));
-    } catch (...) {
-        try {
-            tr::db::execute(database, QStringLiteral("Rollback Tran"));
-        } catch (...) {
-        }
-        throw;
-    }
 }
 
 }  // namespace
@@ -87,12 +72,8 @@ InvoiceSettlement::InvoiceSettlement(const tr::Services& services, tr::vouchers:
 InvoiceSettlement::~InvoiceSettlement() {
     document_.writeInvoiceLinks = nullptr;
     document_.undoInvoiceSettlement = nullptr;
-    try {
-        tr::db::dropTempTable(database(), withoutHashes(invoiceListTable()));
-        tr::db::dropTempTable(database(), withoutHashes(pendingTable()));
-    } catch (...) {
-        // A lost connection on closing the screen leaves nothing of ours to clean.
-    }
+    tr::db::dropTempTableQuietly(database(), withoutHashes(invoiceListTable()));
+    tr::db::dropTempTableQuietly(database(), withoutHashes(pendingTable()));
 }
 
 QString InvoiceSettlement::serialNumber() const {
@@ -243,32 +224,33 @@ void InvoiceSettlement::keepSavedAllocations() {
 void InvoiceSettlement::writeInvoiceBoundLinks() {
     tr::db::Connection& c = connection();
     const QString period = invoicePeriod(invoice_);
-    inTransaction(database(), [&] {
-        tr::db::execute(database(),
-                        QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
-                            c.text(kind_.code) + QStringLiteral(" And Serial = ") +
-                            c.text(serial()));
-        tr::db::execute(
-            database(),
-            QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx , WhatDoc ,Serial , AtfCh , "
-                           "DocToDate , SanadNoForosh , TypeAction, NaghdValue,DorehMali) Select "
-                           "N.Idx, N.WhatDoc, N.Serial, N.Idx, A.DocToDate, ") +
-                c.text(invoice_) + QStringLiteral(", '1' , A.Bes,") + c.text(period) +
-                QStringLiteral(" From N_NaghdTrans as N Inner Join Asnad As A On (N.Idx = "
-                               "Cast(A.Document As Integer) And A.WhatDoc = N.WhatDoc) Where "
-                               "N.Whatdoc = ") +
-                c.text(kind_.code) + QStringLiteral(" And N.Serial = ") + c.text(serial()) +
-                QStringLiteral(" And A.WhatDoc2 = '01'  And A.Typesys = 'N'"));
-        // The invoice's open balance follows its new links at once.
-        recomputeInvoices(database(), kind_.code);
-    });
+    // The links and the balances they make are all or nothing, the dropped allocations too.
+    tr::db::Transaction transaction(c);
+    tr::db::execute(database(),
+                    QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
+                        c.text(kind_.code) + QStringLiteral(" And Serial = ") + c.text(serial()));
+    tr::db::execute(
+        database(),
+        QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx , WhatDoc ,Serial , AtfCh , "
+                       "DocToDate , SanadNoForosh , TypeAction, NaghdValue,DorehMali) Select "
+                       "N.Idx, N.WhatDoc, N.Serial, N.Idx, A.DocToDate, ") +
+            c.text(invoice_) + QStringLiteral(", '1' , A.Bes,") + c.text(period) +
+            QStringLiteral(" From N_NaghdTrans as N Inner Join Asnad As A On (N.Idx = "
+                           "Cast(A.Document As Integer) And A.WhatDoc = N.WhatDoc) Where "
+                           "N.Whatdoc = ") +
+            c.text(kind_.code) + QStringLiteral(" And N.Serial = ") + c.text(serial()) +
+            QStringLiteral(" And A.WhatDoc2 = '01'  And A.Typesys = 'N'"));
+    // The invoice's open balance follows its new links at once.
+    recomputeInvoices(database(), kind_.code);
     // Allocations made in the dialog give way to the invoice the document was opened for.
     discardPendingAllocations();
+    transaction.commit();
 }
 
 void InvoiceSettlement::writePendingAllocations() {
     tr::db::Connection& c = connection();
     const QString pending = pendingTable();
+    tr::db::Transaction transaction(c);
     // 1. Each allocation finds its line by equal amount and description.
     tr::db::execute(database(), QStringLiteral("Update ") + pending +
                                     QStringLiteral(" Set IDX = Null, AtfCh = Null"));
@@ -287,47 +269,44 @@ void InvoiceSettlement::writePendingAllocations() {
                             sqlNumber(line.at(1).toDouble()) + QStringLiteral(" And Des = ") +
                             c.text(line.at(2).toString()));
     }
-    inTransaction(database(), [&] {
-        // 2. The document's links are replaced by the chosen rows.
-        tr::db::execute(
-            database(),
-            QStringLiteral(" DELETE FROM R_ForoshRelatedNaghd WHERE TypeAction = '1' ") +
-                QStringLiteral("AND WhatDoc = ") + c.text(kind_.code) +
-                QStringLiteral(" AND Serial = ") + serialNumber());
-        tr::db::execute(
-            database(),
-            QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx, WhatDoc, Serial, AtfCh, "
-                           "DocToDate, SanadNoForosh, TypeAction, NaghdValue, DorehMali) Select "
-                           "IDX, ") +
-                c.text(kind_.code) + QStringLiteral(", ") + serialNumber() +
-                QStringLiteral(", AtfCh, '0', SanadNoForosh, '1', NaghdValue, DorehMali From ") +
-                pending + QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
-        // 3. Balances, from this kind's links.
-        recomputeInvoices(database(), kind_.code);
-    });
+    // 2. The document's links are replaced by the chosen rows.
+    tr::db::execute(database(),
+                    QStringLiteral(" DELETE FROM R_ForoshRelatedNaghd WHERE TypeAction = '1' ") +
+                        QStringLiteral("AND WhatDoc = ") + c.text(kind_.code) +
+                        QStringLiteral(" AND Serial = ") + serialNumber());
+    tr::db::execute(
+        database(),
+        QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx, WhatDoc, Serial, AtfCh, "
+                       "DocToDate, SanadNoForosh, TypeAction, NaghdValue, DorehMali) Select "
+                       "IDX, ") +
+            c.text(kind_.code) + QStringLiteral(", ") + serialNumber() +
+            QStringLiteral(", AtfCh, '0', SanadNoForosh, '1', NaghdValue, DorehMali From ") +
+            pending + QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
+    // 3. Balances, from this kind's links.
+    recomputeInvoices(database(), kind_.code);
     discardPendingAllocations();
+    transaction.commit();
 }
 
 void InvoiceSettlement::undoInvoiceSettlement() {
     tr::db::Connection& c = connection();
     if (serial().isEmpty()) return;
-    inTransaction(database(), [&] {
-        tr::db::execute(
-            database(),
-            QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue - IsNull((Select "
-                           "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where R.WhatDoc = ") +
-                c.text(kind_.code) + QStringLiteral(" And R.Serial = ") + serialNumber() +
-                QStringLiteral(" And R.SanadNoForosh = R_OldFactor.SanadNoForosh And R.DorehMali "
-                               "= R_OldFactor.MainDorehMali), 0)"));
-        tr::db::execute(
-            database(),
-            QStringLiteral("UPDATE R_OldFactor SET MandehFactor = FactorValue - NaghdValue "));
-        tr::db::execute(database(),
-                        QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
-                            c.text(kind_.code) + QStringLiteral(" And Serial = ") +
-                            c.text(serial()));
-    });
+    tr::db::Transaction transaction(c);
+    tr::db::execute(
+        database(),
+        QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue - IsNull((Select "
+                       "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where R.WhatDoc = ") +
+            c.text(kind_.code) + QStringLiteral(" And R.Serial = ") + serialNumber() +
+            QStringLiteral(" And R.SanadNoForosh = R_OldFactor.SanadNoForosh And R.DorehMali "
+                           "= R_OldFactor.MainDorehMali), 0)"));
+    tr::db::execute(
+        database(),
+        QStringLiteral("UPDATE R_OldFactor SET MandehFactor = FactorValue - NaghdValue "));
+    tr::db::execute(database(),
+                    QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
+                        c.text(kind_.code) + QStringLiteral(" And Serial = ") + c.text(serial()));
     discardPendingAllocations();
+    transaction.commit();
 }
 
 QStringList InvoiceSettlement::openPeriods() const {
@@ -437,6 +416,8 @@ void InvoiceSettlement::createPendingTable() {
 void InvoiceSettlement::keepAllocations(const QString& listTable, double lineAmount,
                                         const QString& lineDes) {
     tr::db::Connection& c = connection();
+    // The earlier allocations give way only to the whole of the new ones.
+    tr::db::Transaction transaction(c);
     createPendingTable();
     tr::db::execute(
         database(),
@@ -446,6 +427,7 @@ void InvoiceSettlement::keepAllocations(const QString& listTable, double lineAmo
             sqlNumber(lineAmount) + QStringLiteral(", ") + c.text(lineDes) +
             QStringLiteral(" From ") + listTable +
             QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
+    transaction.commit();
 }
 
 void InvoiceSettlement::discardPendingAllocations() {
@@ -459,10 +441,10 @@ QString InvoiceSettlement::paymentsTitle(const QString& invoice) {
 void InvoiceSettlement::showPayments(const QString& invoice, const QString& period) {
     if (!services_.pickList) return;
     tr::db::Connection& c = connection();
-    const QString table = document_.transferTable() + QStringLiteral("Pay");
-    tr::db::dropTempTable(database(), withoutHashes(table));
+    tr::db::ScopedTempTable table(database(), document_.transferTable() + QStringLiteral("Pay"));
+    tr::db::dropTempTable(database(), withoutHashes(table.name()));
     QString sql = QStringLiteral("SELECT N.NDocNam,Serial,AtfCh,SanadNoForosh,NaghdValue Into ") +
-                  table +
+                  table.name() +
                   QStringLiteral(
                       " FROM R_ForoshRelatedNaghd D JOIN N_AsnadNaghd N ON N.WhatDoc = "
                       "D.WhatDoc WHERE LTRIM(RTRIM(D.SanadNoForosh)) = ") +
@@ -477,16 +459,11 @@ void InvoiceSettlement::showPayments(const QString& invoice, const QString& peri
         {QStringLiteral("SanadNoForosh"), QStringLiteral("صورتحساب"), 90},
         {QStringLiteral("NaghdValue"), QStringLiteral("مبلغ پرداختي"), 120},
     };
-    try {
-        services_.pickList->pick(
-            paymentsTitle(invoice),
-            QStringLiteral("Select * From ") + table + QStringLiteral(" Order By SanadNoForosh"),
-            columns, 0);
-    } catch (...) {
-        tr::db::dropTempTable(database(), withoutHashes(table));
-        throw;
-    }
-    tr::db::dropTempTable(database(), withoutHashes(table));
+    services_.pickList->pick(
+        paymentsTitle(invoice),
+        QStringLiteral("Select * From ") + table.name() + QStringLiteral(" Order By SanadNoForosh"),
+        columns, 0);
+    table.drop();
 }
 
 }  // namespace tr::cashbank

@@ -6,14 +6,6 @@ namespace tr::db {
 
 namespace {
 
-// Opens `sql` on a query of its own; the caller reads the first row.
-Query openQuery(Connection& connection, const QString& sql) {
-    Query query(&connection);
-    query.setSql(sql);
-    query.Open();
-    return query;
-}
-
 // The literal's body as it stands between the quotes of a statement the routines build
 // around a value (e.g. Like '%<name>'); quoting goes through the one helper.
 QString quotedBody(Connection& connection, const QString& value) {
@@ -23,6 +15,18 @@ QString quotedBody(Connection& connection, const QString& value) {
 }
 
 }  // namespace
+
+Query openQuery(Connection& connection, const QString& sql) {
+    Query query(&connection);
+    query.setSql(sql);
+    query.Open();
+    return query;
+}
+
+QVariant firstColumn(Connection& connection, const QString& sql) {
+    const Query query = openQuery(connection, sql);
+    return query.IsEmpty() ? QVariant() : query.value(0, 0);
+}
 
 bool execute(MyDatabase& db, const QString& statement) {
     if (statement.isEmpty()) return true;
@@ -77,8 +81,7 @@ QVariant firstValue(Connection& connection, const QString& field, const QString&
                     const QString& key) {
     const QString sql = QStringLiteral("Select Top 1 ") + field + QStringLiteral(" From ") + table +
                         QStringLiteral(" Where ") + keyField + QStringLiteral(" = ") + connection.text(key);
-    Query query = openQuery(connection, sql);
-    return query.IsEmpty() ? QVariant() : query.value(0, 0);
+    return firstColumn(connection, sql);
 }
 
 QVariant firstValueWhere(Connection& connection, const QString& field, const QString& table,

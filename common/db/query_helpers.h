@@ -9,6 +9,10 @@
 
 namespace tr::db {
 
+// Opens `sql` on a query of its own (the whole result is read at once); the caller reads it.
+Query openQuery(Connection& connection, const QString& sql);
+// The first column of the first row; null when no row comes back.
+QVariant firstColumn(Connection& connection, const QString& sql);
 // True when run or when the text is empty (nothing run); false when CommandQuery has no connection.
 bool execute(MyDatabase& db, const QString& statement);
 // "##" + the session text + the time stamp.

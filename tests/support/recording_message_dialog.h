@@ -25,6 +25,8 @@ class RecordingMessageDialog : public tr::dialog::MessageDialog {
     void answer(int result) { answers_.push_back(result); }
     void answerYes() { answer(tr::dialog::ResultYes); }
     void answerNo() { answer(tr::dialog::ResultNo); }
+    // Drops the answers not yet given (an action that failed before asking).
+    void clearAnswers() { answers_.clear(); }
 
     const QList<Shown>& shown() const { return shown_; }
     const Shown& last() const { return shown_.last(); }

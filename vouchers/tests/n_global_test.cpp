@@ -262,28 +262,6 @@ TEST_F(NGlobalTest, ASerialSavedByAnotherUserMeanwhileIsRefusedNotThrown) {
               0);
 }
 
-TEST_F(NGlobalTest, AFailureAfterThePostingUndoesTheDocumentItsLogAndItsLinks) {
-    prepare(*receipt, QStringLiteral("1"), 3000);
-    addLine(*receipt, 3000);
-    const QString linesBefore = transferRows(*receipt);
-    receipt->writeInvoiceLinks = [](N_Global&) {
-        company().execute(QStringLiteral("Insert Into NoSuchTable (A) Values (1)"));
-    };
-    EXPECT_THROW(receipt->save(), tr::db::DatabaseError);
-    EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans")), 0);
-    EXPECT_EQ(rows(QStringLiteral("Select * From Asnad Where TypeSys='N'")), 0);
-    EXPECT_TRUE(loggedActions().isEmpty());
-    EXPECT_FALSE(company().inTransaction());
-    EXPECT_EQ(receipt->state(), DocumentState::New);
-    EXPECT_TRUE(receipt->header().voucherNo.isEmpty());
-    EXPECT_EQ(transferRows(*receipt).section(QLatin1Char('|'), 0, 8), linesBefore.section(QLatin1Char('|'), 0, 8));
-
-    // Put right, the same document saves.
-    receipt->writeInvoiceLinks = nullptr;
-    ASSERT_TRUE(receipt->save());
-    EXPECT_EQ(loggedActions(), QStringList{QStringLiteral("I")});
-}
-
 TEST_F(NGlobalTest, TheHistoryTableHoldsTheVoucherAsItStoodBeforeTheSave) {
     prepare(*receipt, QStringLiteral("1"), 1000);
     addLine(*receipt, 1000);

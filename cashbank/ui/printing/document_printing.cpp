@@ -1,6 +1,7 @@
 #include "cashbank/ui/printing/document_printing.h"
 
 #include "cashbank/ui/printing/print_design_library.h"
+#include "common/db/scoped_temp_table.h"
 #include "common/dialog/message_dialog.h"
 
 namespace tr::cashbank::ui {
@@ -17,19 +18,17 @@ QString hostFolder(const tr::Services& services) {
 void handOff(const tr::Services& services, const DocumentPrint& document, const QString& mode,
              QWidget* parent) {
     const PrintTables tables = createPrintTables(services, document);
+    tr::db::ScopedTempTable header(*services.database, tables.header);
+    tr::db::ScopedTempTable lines(*services.database, tables.lines);
     const PrintDesignCall call{mode,
                                printLayoutKey(document.kind),
                                printLayoutSelection(services.connection(), document.kind),
                                tables.header,
                                tables.lines,
                                kPrintLinkFields};
-    try {
-        callPrintDesign(hostFolder(services), call, services.database, parent);
-    } catch (...) {
-        dropPrintTables(services, tables);
-        throw;
-    }
-    dropPrintTables(services, tables);
+    callPrintDesign(hostFolder(services), call, services.database, parent);
+    header.drop();
+    lines.drop();
 }
 
 bool output(const QString& html, const QString& title, const PrintTarget& target, QWidget* parent,

@@ -1,8 +1,12 @@
 // The shared statement routines on the embedded engine, and the ADO-like dataset over it.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "common/db/database_error.h"
 #include "common/db/query_helpers.h"
+#include "common/db/scoped_temp_table.h"
+#include "common/db/transaction.h"
 #include "db/engine/tests/engine_fixture.h"
 #include "db/procedures/procedures.h"
 
@@ -66,6 +70,51 @@ TEST_F(QueryHelpers, LookupsPrivilegesRenumberingAndNames) {
     EXPECT_TRUE(nameRepeated(*db, "FixDes", "FixDes", " حقوق "));
     EXPECT_FALSE(nameRepeated(*db, "FixDes", "FixDes", "مالیات"));
     EXPECT_THROW(nameRepeated(*db, "FixDes", "Nothing", "x"), DatabaseError);
+}
+
+TEST_F(QueryHelpers, TransactionsAndWorkTablesAreUndoneWhenAnErrorLeavesTheirScope) {
+    const auto failing = [&](const std::function<void()>& work) {
+        try {
+            work();
+        } catch (const DatabaseError& error) {
+            return error.message();
+        }
+        return QString();
+    };
+    // An error rolls back; the error reported is the first one, not the failed outer rollback
+    // after an inner transaction has already rolled everything back.
+    const QString inner = failing([&] {
+        Transaction outer(*db);
+        db->execute("Update FixDes Set Raj = 0");
+        Transaction transaction(*db);
+        db->execute("Insert Into NoSuchTable Values (1)");
+    });
+    EXPECT_TRUE(inner.contains(QStringLiteral("NoSuchTable"))) << inner.toStdString();
+    EXPECT_EQ(value("Select Sum(Raj) From FixDes").toInt(), 6);
+    {
+        Transaction transaction(*db);
+        db->execute("Update FixDes Set Raj = Raj + 1");
+        transaction.commit(Transaction::Durability::Delayed);
+    }
+    EXPECT_EQ(value("Select Sum(Raj) From FixDes").toInt(), 9);
+
+    // A work table goes with the error, on drop(), or stays when kept.
+    const QString name = globalTempTableName(QStringLiteral("W_"));
+    failing([&] {
+        db->execute("Select Koll Into " + name + " From FixDes");
+        ScopedTempTable table(my, name);
+        db->execute("Select Nothing From " + name);
+    });
+    EXPECT_FALSE(objectExistsInTempdb(*db, name));
+    {
+        db->execute("Select Koll Into " + name + " From FixDes");
+        ScopedTempTable table(my, name);
+        table.keep();
+    }
+    EXPECT_TRUE(objectExistsInTempdb(*db, name));
+    ScopedTempTable table(my, name);
+    table.drop();
+    EXPECT_FALSE(objectExistsInTempdb(*db, name));
 }
 
 TEST_F(QueryHelpers, CompanyDatabaseNameComesFromTheSuiteRegistry) {
