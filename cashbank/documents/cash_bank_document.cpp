@@ -33,14 +33,14 @@ constexpr int kTreasuryListKind = 4;
 // would name another document or branch.
 using tr::text::LineField;
 const LineField kSerialText{captions::kSerial, CashBankDocument::kSerialLength, true};
-const LineField kJozText{QStringLiteral("جزء"), 10, false};                    // N_NaghdTrans.Joz
-const LineField kDescriptionText{captions::kDescription, 200, true};          // Asnad.Des
-const LineField kDepositorText{captions::kDepositor, 200, true};              // Des1
-const LineField kRemitterText{captions::kRemitter, 200, true};                // Des1
-const LineField kRemitterBankText{captions::kRemitterBank, 200, true};        // Des2
-const LineField kRemitterBranchText{captions::kRemitterBranch, 20, false};    // Des3, as its box
+const LineField kJozText{QStringLiteral("جزء"), 10, false};                     // N_NaghdTrans.Joz
+const LineField kDescriptionText{captions::kDescription, 200, true};            // Asnad.Des
+const LineField kDepositorText{captions::kDepositor, 200, true};                // Des1
+const LineField kRemitterText{captions::kRemitter, 200, true};                  // Des1
+const LineField kRemitterBankText{captions::kRemitterBank, 200, true};          // Des2
+const LineField kRemitterBranchText{captions::kRemitterBranch, 20, false};      // Des3, as its box
 const LineField kRemitterBranchNameText{captions::kRemitterBranch, 200, true};  // Des4
-constexpr int kReferenceWidth = 20;                                           // Asnad.AtfCh
+constexpr int kReferenceWidth = 20;                                             // Asnad.AtfCh
 
 Query openQuery(tr::db::Connection& connection, const QString& sql) {
     Query query(&connection);

@@ -308,8 +308,9 @@ void InvoiceSettlement::writePendingAllocations(bool fromDialog) {
     const QString pending = pendingTable();
     // 1. Each allocation finds its line by equal amount and description, and carries that voucher
     // line's DocToDate; one that finds none stays on the document's own voucher ('0').
-    tr::db::execute(database(), QStringLiteral("Update ") + pending +
-                                    QStringLiteral(" Set IDX = Null, AtfCh = Null, DocToDate = '0'"));
+    tr::db::execute(database(),
+                    QStringLiteral("Update ") + pending +
+                        QStringLiteral(" Set IDX = Null, AtfCh = Null, DocToDate = '0'"));
     const tr::db::ResultSet lines = select(
         c, QStringLiteral("SELECT N.IDX,A.Bes,A.Des,A.DocToDate FROM N_NaghdTrans N JOIN asnad A "
                           "ON N.IDX = A.[Document] WHERE A.TypeSys = 'N' AND N.Serial = ") +
@@ -340,7 +341,8 @@ void InvoiceSettlement::writePendingAllocations(bool fromDialog) {
                            "DocToDate, SanadNoForosh, TypeAction, NaghdValue, DorehMali) Select "
                            "IDX, ") +
                 c.text(kind_.code) + QStringLiteral(", ") + serialNumber() +
-                QStringLiteral(", AtfCh, DocToDate, SanadNoForosh, '1', NaghdValue, DorehMali From ") +
+                QStringLiteral(
+                    ", AtfCh, DocToDate, SanadNoForosh, '1', NaghdValue, DorehMali From ") +
                 pending + QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
         // 3. Balances: the dialog's allocations recompute every invoice from this kind's links;
         // a save that only re-links its saved allocations leaves the other invoices alone.

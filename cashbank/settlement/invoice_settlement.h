@@ -108,7 +108,8 @@ class InvoiceSettlement {
     // settlement dialog's way, kept as it is.
     static void recomputeInvoices(tr::db::MyDatabase& database, const QString& kind);
     // Paid and open amounts of `invoices` from their base and every kind's links.
-    static void recomputeInvoicesOf(tr::db::MyDatabase& database, const QList<InvoiceKey>& invoices);
+    static void recomputeInvoicesOf(tr::db::MyDatabase& database,
+                                    const QList<InvoiceKey>& invoices);
 
   private:
     tr::db::Connection& connection() const { return services_.connection(); }

@@ -19,10 +19,10 @@ TEST(SingleLineText, EveryKindOfLineBreakBecomesOneSpace) {
 }
 
 TEST(SingleLineText, RefusesControlCharactersAndBrokenPairsButNotPersianJoiners) {
-    for (const QString& bad : {QStringLiteral("a\tb"), QStringLiteral("a\x0B"),
-                               QString(QChar(0x0000)), QString(QChar(0x007F)),
-                               QString(QChar(0x009B)), QString(QChar(0xD83D)),
-                               QString(QChar(0xDE00)) + QStringLiteral("a")})
+    for (const QString& bad :
+         {QStringLiteral("a\tb"), QStringLiteral("a\x0B"), QString(QChar(0x0000)),
+          QString(QChar(0x007F)), QString(QChar(0x009B)), QString(QChar(0xD83D)),
+          QString(QChar(0xDE00)) + QStringLiteral("a")})
         EXPECT_TRUE(hasForbiddenCharacter(bad)) << bad.toStdString();
     EXPECT_FALSE(hasForbiddenCharacter(QStringLiteral("مي") + kZwnj + QStringLiteral("شود") +
                                        kEmoji + QChar(0x200F)));
@@ -40,7 +40,8 @@ TEST(SingleLineText, CountsAndCutsByCharacters) {
               QStringLiteral("a b"));
     const LineField number{QStringLiteral("شماره"), 3, false};
     EXPECT_EQ(cleanLine(number, QStringLiteral("1234")), QStringLiteral("1234"));
-    EXPECT_EQ(lineRefusal(number, QStringLiteral("1234")), QStringLiteral("شماره بيش از 3 حرف است."));
+    EXPECT_EQ(lineRefusal(number, QStringLiteral("1234")),
+              QStringLiteral("شماره بيش از 3 حرف است."));
     EXPECT_EQ(lineRefusal(number, QStringLiteral("12") + kEmoji), QString());
     EXPECT_EQ(lineRefusal(number, QStringLiteral("1\a")),
               QStringLiteral("شماره داراي حرف غير مجاز است."));

@@ -374,9 +374,9 @@ class DocumentCall {
         for (const Line& line : lines) {
             ++raj;
             const QString whatDoc2 = counterKind(line.in["WhatDoc2"]);
-            const qint64 idx = insertDocumentRow(s, raj, date, whatDoc2,
-                                                 trimmedText(line.in["CodWhatDoc2"]),
-                                                 line.in["NamWhatDoc2"], line.in["ManabehCod"], line.in);
+            const qint64 idx =
+                insertDocumentRow(s, raj, date, whatDoc2, trimmedText(line.in["CodWhatDoc2"]),
+                                  line.in["NamWhatDoc2"], line.in["ManabehCod"], line.in);
             insertVoucherLine(voucherNo, date, raj, idx, whatDoc2, line.in,
                               trimmedText(line.in["Des"]), lineSide, line.rials);
             if (foreign_) {
@@ -395,7 +395,7 @@ class DocumentCall {
     QString counterKind(const QVariant& whatDoc2) const {
         const QString kind = trimmedText(whatDoc2);
         return kind.isEmpty() || kind == text(kind_.whatDoc) ? QString::fromLatin1(kAccountLine)
-                                                               : kind;
+                                                             : kind;
     }
 
     qint64 insertDocumentRow(qint64 s, int raj, const QString& date, const QString& whatDoc2,

@@ -66,8 +66,8 @@ TEST_F(Library, ExportsEveryScreenOfItsTableWithItsFormPointer) {
     for (const char* name :
          {"FixDes_Naghd", "CashGet_Naghd", "CashPay_Naghd", "Tankah_Naghd", "BardashtBank_Naghd",
           "VarizBank_Naghd", "Havaleh_Naghd", "Search_Naghd", "_FixDesForm", "_CashGetForm",
-          "_CashPayForm", "_TankhahPayForm", "_BardashtBankForm", "_VarizBankForm",
-          "_HavalehForm", "_SearchForm", "Release_It"})
+          "_CashPayForm", "_TankhahPayForm", "_BardashtBankForm", "_VarizBankForm", "_HavalehForm",
+          "_SearchForm", "Release_It"})
         EXPECT_TRUE(lib().has(name)) << name;
 }
 

@@ -73,7 +73,8 @@ class Cashier {
                        QLatin1Char(' ') + number(total) + QLatin1Char(' ') + QString::number(n));
                 return true;
             }
-            const QString refusal = session_.dialog.shown().isEmpty() ? QString() : session_.dialog.last().text;
+            const QString refusal =
+                session_.dialog.shown().isEmpty() ? QString() : session_.dialog.last().text;
             if (refusal != tr::vouchers::serialTakenMessage(doc.kind().title)) {
                 report(QStringLiteral("ERROR ") + refusal);
                 return false;

@@ -39,7 +39,8 @@ class CounterLines : public DocumentsTest {
         tr::db::Query& result = search.result();
         for (result.First(); !result.Eof(); result.Next()) {
             const double amount = result.FieldByName(QStringLiteral("SValue")).AsFloat();
-            if (DocumentSearch::isTotalRow(result.FieldByName(QStringLiteral("sOrder")).AsString())) {
+            if (DocumentSearch::isTotalRow(
+                    result.FieldByName(QStringLiteral("sOrder")).AsString())) {
                 if (result.FieldByName(QStringLiteral("sOrder")).AsString().trimmed() == "X")
                     found.subtotal = amount;
             } else {
@@ -89,8 +90,7 @@ TEST_F(CounterLines, TheRepairMendsABookWrittenWithTheDocumentsKindOnEveryLine) 
     ASSERT_TRUE(payment->cmdOkClick());
     // As earlier versions wrote it.
     company().execute(QStringLiteral("Update N_NaghdTrans Set WhatDoc2 = WhatDoc"));
-    company().execute(
-        QStringLiteral("Update Asnad Set WhatDoc2 = WhatDoc Where TypeSys = 'N'"));
+    company().execute(QStringLiteral("Update Asnad Set WhatDoc2 = WhatDoc Where TypeSys = 'N'"));
     const Found before = searchCash();
     ASSERT_EQ(before.documents, 5);  // three rows for the receipt, two for the payment
 

@@ -32,12 +32,12 @@ TEST_F(DocumentsTest, PastedLineBreaksAreSavedAsSpaces) {
     ASSERT_TRUE(deposit->cmdOkClick()) << admin->dialog.last().text.toStdString();
     EXPECT_TRUE(ledgerIsConsistent());
 
-    EXPECT_EQ(value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 1"))
-                  .toString(),
-              QStringLiteral("خط اول خط دوم خط سوم چهارم( 1 )"));
-    EXPECT_EQ(value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 2"))
-                  .toString(),
-              QStringLiteral("رديف يک"));
+    EXPECT_EQ(
+        value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 1")).toString(),
+        QStringLiteral("خط اول خط دوم خط سوم چهارم( 1 )"));
+    EXPECT_EQ(
+        value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 2")).toString(),
+        QStringLiteral("رديف يک"));
     EXPECT_EQ(value(QStringLiteral("Select AtfCh From Asnad Where Raj = 1")).toString(),
               QStringLiteral("70 01"));
     EXPECT_EQ(value(QStringLiteral("Select Des1 From N_NaghdTrans Where Raj = 1")).toString(),
@@ -75,7 +75,11 @@ INSTANTIATE_TEST_SUITE_P(
     Boxes, HeaderTextRefusals,
     ::testing::Values(
         Refusal{"ControlCharacterInTheNumber", ScreenId::CashGet,
-                [](CashBankDocument& d) { d.setReferenceNumber(QStringLiteral("70\x0B" "01")); },
+                [](CashBankDocument& d) {
+                    d.setReferenceNumber(
+                        QStringLiteral("70\x0B"
+                                       "01"));
+                },
                 "شماره داراي حرف غير مجاز است.", HeaderField::ReferenceNumber},
         Refusal{"TabInTheDescription", ScreenId::CashPay,
                 [](CashBankDocument& d) { d.setDescription(QStringLiteral("بابت\tحقوق")); },
@@ -117,15 +121,16 @@ TEST_F(DocumentsTest, LongDescriptionsAreCutByCharactersAroundTheAppendedSerial)
     fillHeader(*receipt, 1000);
     ASSERT_TRUE(addLine(*receipt, 1000, QString(199, QLatin1Char('b')) + kEmoji + kEmoji));
     // The serial "( 1 )" needs room: the text is cut to 194 characters, the 194th an emoji.
-    receipt->setDescription(QString(193, QLatin1Char('a')) + kEmoji + QString(20, QLatin1Char('a')));
+    receipt->setDescription(QString(193, QLatin1Char('a')) + kEmoji +
+                            QString(20, QLatin1Char('a')));
     ASSERT_TRUE(receipt->cmdOkClick()) << admin->dialog.last().text.toStdString();
-    EXPECT_EQ(value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 1"))
-                  .toString(),
-              QString(193, QLatin1Char('a')) + kEmoji + QStringLiteral("( 1 )"));
+    EXPECT_EQ(
+        value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 1")).toString(),
+        QString(193, QLatin1Char('a')) + kEmoji + QStringLiteral("( 1 )"));
     // The line's description was cut to its 200 characters, the last emoji whole.
-    EXPECT_EQ(value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 2"))
-                  .toString(),
-              QString(199, QLatin1Char('b')) + kEmoji);
+    EXPECT_EQ(
+        value(QStringLiteral("Select Des From Asnad Where TypeSys = 'N' And Raj = 2")).toString(),
+        QString(199, QLatin1Char('b')) + kEmoji);
 }
 
 }  // namespace

@@ -29,8 +29,9 @@ class ScreenSettlement : public testing::DocumentsTest {
   protected:
     void SetUp() override {
         DocumentsTest::SetUp();
-        company().execute(QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue1, "
-                                         "MandehFactor = FactorValue - NaghdValue1"));
+        company().execute(
+            QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue1, "
+                           "MandehFactor = FactorValue - NaghdValue1"));
         admin->global.sCode = s(demo::kCompanyCode);
         admin->global.sYear = s(demo::kCurrentYear);
     }
