@@ -31,6 +31,12 @@ struct TreasuryDocumentKind {
 
 QString sideColumn(Side side);
 
+// Counter-party kinds (WhatDoc2) of a counter line. The document's own kind is reserved for its
+// treasury line, the one row the searches and pickers list the document by.
+inline const QString kCustomerCounterParty = QStringLiteral("01");
+// A plain chart-of-accounts line: no customer, cheque or other object behind it.
+inline const QString kAccountCounterParty = QStringLiteral("00");
+
 const std::vector<TreasuryDocumentKind>& treasuryDocumentKinds();
 // Null for a code that is not one of the six kinds.
 const TreasuryDocumentKind* findTreasuryDocumentKind(const QString& code);

@@ -6,6 +6,7 @@
 
 #include "common/db/query_helpers.h"
 #include "common/db/sql_literal.h"
+#include "common/text/single_line_text.h"
 #include "common/text/tsql_collation.h"
 #include "vouchers/account_lookup.h"
 
@@ -144,7 +145,16 @@ bool FixDesScreen::isDuplicate(const LineAccount& line, const QString& descripti
 bool FixDesScreen::beforePost(Query& row) {
     const tr::dialog::Messages messages(services_.dialog);
     refusedField_.clear();
-    const QString description = row.FieldByName(kDescriptionField).AsString();
+    // A pasted description is one line, cut to its column (FixDes.FixDes, 200).
+    const tr::text::LineField column{QStringLiteral("شرح"), 200, true};
+    tr::db::Field typed = row.FieldByName(kDescriptionField);
+    const QString description = tr::text::cleanLine(column, typed.AsString());
+    if (!typed.IsNull() && description != typed.AsString()) typed.SetAsString(description);
+    if (const QString refusal = tr::text::lineRefusal(column, description); !refusal.isEmpty()) {
+        refusedField_ = kDescriptionField;
+        messages.show(refusal, kErrorCode);
+        return false;
+    }
     if (description.trimmed().isEmpty()) {
         refusedField_ = kDescriptionField;
         messages.show(QStringLiteral("شرح خالي مي باشد"), kErrorCode);

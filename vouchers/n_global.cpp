@@ -9,6 +9,7 @@
 #include "common/db/query_helpers.h"
 #include "common/db/transaction.h"
 #include "common/persian/persian_date.h"
+#include "common/text/single_line_text.h"
 #include "vouchers/rights.h"
 #include "vouchers/serials.h"
 
@@ -419,9 +420,10 @@ void N_Global::appendSerialToDescription() {
     const QString serial = header_.serial.trimmed();
     const QString mark = QStringLiteral("( ") + serial + QStringLiteral(" )");
     if (header_.description.contains(mark)) return;
-    if (header_.description.size() + mark.size() > descriptionMaxLength)
-        header_.description =
-            header_.description.left(std::max(0, descriptionMaxLength - int(serial.size()) - 5));
+    // Counted in characters, so the cut never leaves half of an emoji behind.
+    if (tr::text::characterCount(header_.description) + mark.size() > descriptionMaxLength)
+        header_.description = tr::text::leftCharacters(
+            header_.description, std::max(0, descriptionMaxLength - int(serial.size()) - 5));
     header_.description += mark;
 }
 

@@ -18,7 +18,21 @@ namespace tr::vouchers {
 
 enum class DocumentState { New, Edit };
 // The header box a refusal asks the screen to focus.
-enum class HeaderField { None, Serial, Date, ReferenceNumber, TreasuryCode, Description, Amount };
+// Des1 to Des4 are the depositor or the remitter's boxes of the bank screens.
+enum class HeaderField {
+    None,
+    Serial,
+    Date,
+    ReferenceNumber,
+    TreasuryCode,
+    Description,
+    Amount,
+    Joz,
+    Des1,
+    Des2,
+    Des3,
+    Des4
+};
 
 // The header values a screen gives the controller (and gets back when a document is opened).
 struct DocumentHeader {

@@ -2,6 +2,7 @@
 
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
+#include "common/text/single_line_text.h"
 
 namespace tr::vouchers {
 
@@ -27,7 +28,14 @@ QString NewSerialDialog::propose() {
     return serial_;
 }
 
-bool NewSerialDialog::confirm(const QString& serial) {
+bool NewSerialDialog::confirm(const QString& typed) {
+    const QString serial = tr::text::joinLines(typed);
+    const QString refusal = tr::text::lineRefusal({QStringLiteral("سريال"), 6, false}, serial);
+    if (!refusal.isEmpty()) {
+        messages_.show(refusal, QStringLiteral("1ER"));
+        accepted_ = false;
+        return false;
+    }
     const tr::db::Query query = tr::db::openQuery(
         connection_, QStringLiteral("Select Serial From N_NaghdTrans Where Serial=") +
                          connection_.text(serial.trimmed()) + QStringLiteral(" And WhatDoc=") +

@@ -2,10 +2,12 @@
 
 #include <QLocale>
 #include <cmath>
+#include <vector>
 
 #include "common/db/query_helpers.h"
 #include "common/persian/amount_words.h"
 #include "common/persian/persian_date.h"
+#include "common/text/single_line_text.h"
 #include "currency/rates.h"
 #include "vouchers/account_lookup.h"
 #include "vouchers/fixed_descriptions.h"
@@ -27,6 +29,20 @@ const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
 constexpr int kTreasuryListKind = 4;
 
 using tr::db::openQuery;
+// The header's one-line boxes and the columns their text goes to. Descriptions and names are cut
+// to their column as the boxes cut what is typed; numbers and codes are refused, since a cut one
+// would name another document or branch.
+using tr::text::LineField;
+const LineField kSerialText{captions::kSerial, CashBankDocument::kSerialLength, true};
+const LineField kJozText{QStringLiteral("جزء"), 10, false};                     // N_NaghdTrans.Joz
+const LineField kDescriptionText{captions::kDescription, 200, true};            // Asnad.Des
+const LineField kDepositorText{captions::kDepositor, 200, true};                // Des1
+const LineField kRemitterText{captions::kRemitter, 200, true};                  // Des1
+const LineField kRemitterBankText{captions::kRemitterBank, 200, true};          // Des2
+const LineField kRemitterBranchText{captions::kRemitterBranch, 20, false};      // Des3, as its box
+const LineField kRemitterBranchNameText{captions::kRemitterBranch, 200, true};  // Des4
+constexpr int kReferenceWidth = 20;                                             // Asnad.AtfCh
+
 
 // Typed amounts may carry grouping and Persian or Arabic-Indic digits.
 double parseAmount(const QString& text) {
@@ -89,7 +105,10 @@ void CashBankDocument::show(const QString& containerName) {
         doc_->header().userName = services_.global->userName;
     }
     invoiceMode_ = screen_.hasInvoice && containerName == kInvoiceContainer;
-    if (invoiceMode_ && prepareForInvoice) prepareForInvoice(*this, invoiceNumber_);
+    // Docked anywhere else the screen serves plain documents: its settlement forgets the invoice
+    // it was last opened for, or an ordinary save would stay tied to it.
+    if (screen_.hasInvoice && prepareForInvoice)
+        prepareForInvoice(*this, invoiceMode_ ? invoiceNumber_ : QString());
     notify();
 }
 
@@ -97,6 +116,8 @@ void CashBankDocument::bind() {
     Query& grid = doc_->grid();
     const Query::Guard check = grid.BeforePost;
     grid.BeforePost = [this, check](Query& line) {
+        lineTextRefused_ = false;
+        if (!checkLineText(line)) return false;
         if (check && !check(line)) return false;
         fillLineDefaults(line);
         return true;
@@ -109,7 +130,49 @@ void CashBankDocument::bind() {
     };
 }
 
+bool CashBankDocument::checkLineText(Query& line) {
+    tr::db::Field des = line.FieldByName(QStringLiteral("Des"));
+    if (des.IsNull()) return true;
+    const QString clean = tr::text::cleanLine(kDescriptionText, des.AsString());
+    if (clean != des.AsString()) des.SetAsString(clean);
+    const QString refusal = tr::text::lineRefusal(kDescriptionText, clean);
+    if (refusal.isEmpty()) return true;
+    lineTextRefused_ = true;
+    messages_.show(refusal, kError);
+    return false;
+}
+
+bool CashBankDocument::checkHeaderText() {
+    const tr::vouchers::DocumentHeader& h = header();
+    const LineField reference{screen_.numberLabel, kReferenceWidth, false};
+    struct Box {
+        const LineField* field;
+        const QString* text;
+        HeaderField focus;
+    };
+    std::vector<Box> boxes = {{&kSerialText, &h.serial, HeaderField::Serial},
+                              {&reference, &h.referenceNumber, HeaderField::ReferenceNumber},
+                              {&kDescriptionText, &h.description, HeaderField::Description}};
+    if (screen_.hasJoz) boxes.push_back({&kJozText, &h.joz, HeaderField::Joz});
+    if (screen_.hasDepositor) boxes.push_back({&kDepositorText, &h.des1, HeaderField::Des1});
+    if (screen_.hasRemitter) {
+        boxes.push_back({&kRemitterText, &h.des1, HeaderField::Des1});
+        boxes.push_back({&kRemitterBankText, &h.des2, HeaderField::Des2});
+        boxes.push_back({&kRemitterBranchText, &h.des3, HeaderField::Des3});
+        boxes.push_back({&kRemitterBranchNameText, &h.des4, HeaderField::Des4});
+    }
+    for (const Box& box : boxes) {
+        const QString refusal = tr::text::lineRefusal(*box.field, *box.text);
+        if (refusal.isEmpty()) continue;
+        textFocus_ = box.focus;
+        messages_.show(refusal, kError);
+        return false;
+    }
+    return true;
+}
+
 QString CashBankDocument::lineFocusField() const {
+    if (lineTextRefused_) return QStringLiteral("Des");
     const AccountLevel level = doc_->lineFocus();
     return level == AccountLevel::None ? QString() : tr::vouchers::accountField(level);
 }
@@ -141,14 +204,17 @@ QString CashBankDocument::cancelCaption() const {
 // ---- Header -------------------------------------------------------------------------------------
 
 void CashBankDocument::serialEnter() {
-    // A serial the user typed himself stays; an empty box of a new document gets the next one.
-    if (state() != DocumentState::New || !header().serial.trimmed().isEmpty()) return;
+    // A free serial the user typed himself stays; an empty box of a new document, or one whose
+    // serial was saved meanwhile (a refused duplicate), gets the next one.
+    if (state() != DocumentState::New) return;
+    const QString typed = header().serial.trimmed();
+    if (!typed.isEmpty() && !doc_->documentExists(typed)) return;
     doc_->fillNextSerial();
     notify();
 }
 
 void CashBankDocument::setSerial(const QString& text) {
-    doc_->header().serial = text.left(kSerialLength);
+    doc_->header().serial = tr::text::cleanLine(kSerialText, text);
 }
 
 bool CashBankDocument::serialLeave() {
@@ -229,24 +295,24 @@ void CashBankDocument::setYear(const QString& text) {
 }
 
 void CashBankDocument::setReferenceNumber(const QString& text) {
-    doc_->header().referenceNumber = text;
+    doc_->header().referenceNumber = tr::text::joinLines(text);
 }
 
 void CashBankDocument::setJoz(const QString& text) {
-    doc_->header().joz = text;
+    doc_->header().joz = tr::text::cleanLine(kJozText, text);
 }
 
 void CashBankDocument::setDepositor(const QString& text) {
-    doc_->header().des1 = text;
+    doc_->header().des1 = tr::text::cleanLine(kDepositorText, text);
 }
 
 void CashBankDocument::setRemitter(const QString& name, const QString& bank,
                                    const QString& branchCode, const QString& branchName) {
     tr::vouchers::DocumentHeader& h = doc_->header();
-    h.des1 = name;
-    h.des2 = bank;
-    h.des3 = branchCode;
-    h.des4 = branchName;
+    h.des1 = tr::text::cleanLine(kRemitterText, name);
+    h.des2 = tr::text::cleanLine(kRemitterBankText, bank);
+    h.des3 = tr::text::cleanLine(kRemitterBranchText, branchCode);
+    h.des4 = tr::text::cleanLine(kRemitterBranchNameText, branchName);
 }
 
 QStringList CashBankDocument::bankNames() const {
@@ -321,7 +387,7 @@ void CashBankDocument::applyCurrencyDefaults() {
 }
 
 void CashBankDocument::setDescription(const QString& text) {
-    doc_->header().description = text;
+    doc_->header().description = tr::text::cleanLine(kDescriptionText, text);
 }
 
 void CashBankDocument::setAmountText(const QString& text) {
@@ -355,12 +421,14 @@ bool CashBankDocument::checkDate() {
 }
 
 HeaderField CashBankDocument::focus() const {
-    return dateRefused_ ? HeaderField::Date : doc_->focus();
+    if (dateRefused_) return HeaderField::Date;
+    return textFocus_ != HeaderField::None ? textFocus_ : doc_->focus();
 }
 
 bool CashBankDocument::headerLeave() {
     dateRefused_ = false;
-    return doc_->checkHeader() && checkDate();
+    textFocus_ = HeaderField::None;
+    return doc_->checkHeader() && checkHeaderText() && checkDate();
 }
 
 // ---- Grid ---------------------------------------------------------------------------------------
@@ -386,10 +454,17 @@ void CashBankDocument::fillCurrency(Query& line) {
 
 void CashBankDocument::fillLineDefaults(Query& line) {
     fillCurrency(line);
-    // A counter line of these documents stands for an account, so it is named after it.
-    if (line.FieldByName(QStringLiteral("WhatDoc2")).AsString().trimmed().isEmpty())
-        line.FieldByName(QStringLiteral("WhatDoc2")).SetAsString(screen_.kindCode);
-    const QList<CounterPartyLine> levels = accountLines(LineAccount::fromRow(line));
+    // The document's own kind marks its treasury line only: a counter line without a
+    // counter-party object (or as older versions wrote it) is a plain account line.
+    tr::db::Field kind = line.FieldByName(QStringLiteral("WhatDoc2"));
+    const QString counterKind = kind.AsString().trimmed();
+    if (counterKind.isEmpty() || counterKind == screen_.kindCode)
+        kind.SetAsString(tr::vouchers::kAccountCounterParty);
+    // Only an account line is named after its account; a customer line keeps its customer.
+    const QList<CounterPartyLine> levels =
+        kind.AsString().trimmed() == tr::vouchers::kAccountCounterParty
+            ? accountLines(LineAccount::fromRow(line))
+            : QList<CounterPartyLine>{};
     if (!levels.isEmpty()) {
         line.FieldByName(QStringLiteral("NamWhatDoc2")).SetAsString(levels.last().name);
         line.FieldByName(QStringLiteral("CodWhatDoc2")).SetAsString(levels.last().code);
@@ -707,9 +782,10 @@ QString CashBankDocument::reportPropertiesCaption() const {
 
 bool CashBankDocument::cmdOkClick() {
     dateRefused_ = false;
+    textFocus_ = HeaderField::None;
     if (!canSave()) return false;
     // The header is checked again: the buttons are reachable without passing through the grid.
-    if (!doc_->checkHeader() || !checkDate()) return false;
+    if (!doc_->checkHeader() || !checkHeaderText() || !checkDate()) return false;
     // Nothing after a successful save may reach the database: its error would reach the host
     // as a failed save of a saved document. A save keeps the currency, so keeps its name.
     const bool saved = doc_->save();

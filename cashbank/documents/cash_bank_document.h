@@ -197,6 +197,9 @@ class CashBankDocument {
     void applyCurrencyDefaults();
     void fillCurrency(tr::db::Query& line);
     void fillLineDefaults(tr::db::Query& line);
+    // One-line text rule on the header boxes and the line description; false after the message.
+    bool checkHeaderText();
+    bool checkLineText(tr::db::Query& line);
     QList<CounterPartyLine> accountLines(const tr::vouchers::LineAccount& line) const;
     tr::grid::GridState gridState() const;
     int currentRowIndex();
@@ -210,6 +213,8 @@ class CashBankDocument {
     tr::db::MyDatabase* boundDatabase_ = nullptr;
     QString openedSerial_;
     bool dateRefused_ = false;
+    tr::vouchers::HeaderField textFocus_ = tr::vouchers::HeaderField::None;
+    bool lineTextRefused_ = false;
     QString invoiceNumber_;
     bool invoiceMode_ = false;
     QString currencyName_;

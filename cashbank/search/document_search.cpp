@@ -3,6 +3,7 @@
 #include "common/db/query_helpers.h"
 #include "common/db/scoped_temp_table.h"
 #include "common/db/sql_literal.h"
+#include "common/text/single_line_text.h"
 
 namespace tr::cashbank {
 
@@ -226,8 +227,24 @@ void DocumentSearch::finishStopped() {
     tr::dialog::Messages(services_.dialog).show(kStoppedMessage, QStringLiteral("1IR"));
 }
 
+bool DocumentSearch::checkWords() {
+    // The words go into Like patterns and Replace, whose result lands in Asnad.Des.
+    const tr::text::LineField words{QStringLiteral("شرح"), 200, false};
+    for (int i = 0; i < 3; ++i) {
+        for (QString* box : {&filters_.words[i], &filters_.replacements[i]}) {
+            *box = tr::text::joinLines(*box);
+            const QString refusal = tr::text::lineRefusal(words, *box);
+            if (refusal.isEmpty()) continue;
+            tr::dialog::Messages(services_.dialog).show(refusal, QStringLiteral("1ER"));
+            return false;
+        }
+    }
+    return true;
+}
+
 bool DocumentSearch::mnuSearchClick() {
     stopped_ = false;
+    if (!checkWords()) return false;
     result_.Close();
     if (services_.progress) {
         services_.progress->showState(kProgressTitle);
@@ -269,6 +286,7 @@ bool DocumentSearch::mnuSearchClick() {
 }
 
 bool DocumentSearch::mnuReplaceClick() {
+    if (!checkWords()) return false;
     tr::dialog::Messages messages(services_.dialog);
     QList<int> pairs;
     for (int i = 0; i < 3; ++i)

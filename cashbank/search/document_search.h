@@ -69,7 +69,8 @@ class DocumentSearch {
     QString fieldCaption(const QString& field) const;
 
     // F5 / "نمايش نتيجه جستجو". Answers false when the user stopped it: the result is then
-    // empty and stopped() is true until the next search.
+    // empty and stopped() is true until the next search. A description word with a control
+    // character is refused first ("1ER"); line breaks in the words become spaces.
     bool mnuSearchClick();
     bool stopped() const { return stopped_; }
     // Replaces each word that has a replacement in every line of the vouchers found, after a
@@ -86,6 +87,7 @@ class DocumentSearch {
     tr::db::Connection& connection() const { return services_.connection(); }
     QString text(const QString& value) const { return connection().text(value); }
     QString wordsCondition() const;
+    bool checkWords();
     void prepareTable();
     void run(const QString& statement);
     bool shouldStop();

@@ -190,6 +190,38 @@ void InvoiceSettlement::recomputeInvoices(tr::db::MyDatabase& database, const QS
         QStringLiteral("UPDATE R_OldFactor SET MandehFactor = FactorValue - NaghdValue "));
 }
 
+void InvoiceSettlement::recomputeInvoicesOf(tr::db::MyDatabase& database,
+                                            const QList<InvoiceKey>& invoices) {
+    tr::db::Connection& c = *database.Connection;
+    for (const InvoiceKey& invoice : invoices) {
+        const QString which = QStringLiteral(" Where SanadNoForosh = ") + c.text(invoice.number) +
+                              QStringLiteral(" And MainDorehMali = ") + c.text(invoice.period);
+        tr::db::execute(
+            database,
+            QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue1 + IsNull((Select "
+                           "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where "
+                           "R.SanadNoForosh = R_OldFactor.SanadNoForosh And R.DorehMali = "
+                           "R_OldFactor.MainDorehMali), 0)") +
+                which);
+        tr::db::execute(database,
+                        QStringLiteral("Update R_OldFactor Set MandehFactor = FactorValue - "
+                                       "NaghdValue") +
+                            which);
+    }
+}
+
+QList<InvoiceKey> InvoiceSettlement::linkedInvoices() const {
+    tr::db::Connection& c = connection();
+    const tr::db::ResultSet rows =
+        select(c, QStringLiteral("Select Distinct SanadNoForosh, DorehMali From "
+                                 "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
+                      c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber());
+    QList<InvoiceKey> invoices;
+    for (const tr::db::Row& row : rows.rows)
+        invoices << InvoiceKey{row.at(0).toString().trimmed(), row.at(1).toString().trimmed()};
+    return invoices;
+}
+
 void InvoiceSettlement::writeInvoiceLinks() {
     if (serial().isEmpty()) return;
     if (invoiceMode()) {
@@ -198,8 +230,9 @@ void InvoiceSettlement::writeInvoiceLinks() {
     }
     // The save gave the lines new IDX values: the saved links find their lines again through
     // the amount and description their old lines had (the voucher copied aside by the save).
-    if (!hasPendingAllocations()) keepSavedAllocations();
-    writePendingAllocations();
+    const bool fromDialog = hasPendingAllocations();
+    if (!fromDialog) keepSavedAllocations();
+    writePendingAllocations(fromDialog);
 }
 
 void InvoiceSettlement::keepSavedAllocations() {
@@ -226,9 +259,11 @@ void InvoiceSettlement::writeInvoiceBoundLinks() {
     const QString period = invoicePeriod(invoice_);
     // The links and the balances they make are all or nothing, the dropped allocations too.
     tr::db::Transaction transaction(c);
+    QList<InvoiceKey> affected = linkedInvoices();
     tr::db::execute(database(),
                     QStringLiteral("Delete From R_ForoshRelatedNaghd Where Whatdoc = ") +
-                        c.text(kind_.code) + QStringLiteral(" And Serial = ") + c.text(serial()));
+                        c.text(kind_.code) + QStringLiteral(" And Serial = ") +
+                        c.text(serial()));
     tr::db::execute(
         database(),
         QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx , WhatDoc ,Serial , AtfCh , "
@@ -240,23 +275,28 @@ void InvoiceSettlement::writeInvoiceBoundLinks() {
                            "N.Whatdoc = ") +
             c.text(kind_.code) + QStringLiteral(" And N.Serial = ") + c.text(serial()) +
             QStringLiteral(" And A.WhatDoc2 = '01'  And A.Typesys = 'N'"));
-    // The invoice's open balance follows its new links at once.
-    recomputeInvoices(database(), kind_.code);
+    // The invoices this document paid and pays follow at once, with what the other kinds
+    // (deposits, cheques) pay them.
+    for (const InvoiceKey& invoice : linkedInvoices())
+        if (!affected.contains(invoice)) affected << invoice;
+    recomputeInvoicesOf(database(), affected);
     // Allocations made in the dialog give way to the invoice the document was opened for.
     discardPendingAllocations();
     transaction.commit();
 }
 
-void InvoiceSettlement::writePendingAllocations() {
+void InvoiceSettlement::writePendingAllocations(bool fromDialog) {
     tr::db::Connection& c = connection();
     const QString pending = pendingTable();
     tr::db::Transaction transaction(c);
-    // 1. Each allocation finds its line by equal amount and description.
-    tr::db::execute(database(), QStringLiteral("Update ") + pending +
-                                    QStringLiteral(" Set IDX = Null, AtfCh = Null"));
+    // 1. Each allocation finds its line by equal amount and description, and carries that voucher
+    // line's DocToDate; one that finds none stays on the document's own voucher ('0').
+    tr::db::execute(database(),
+                    QStringLiteral("Update ") + pending +
+                        QStringLiteral(" Set IDX = Null, AtfCh = Null, DocToDate = '0'"));
     const tr::db::ResultSet lines = select(
-        c, QStringLiteral("SELECT N.IDX,A.Bes,A.Des FROM N_NaghdTrans N JOIN asnad A ON N.IDX = "
-                          "A.[Document] WHERE A.TypeSys = 'N' AND N.Serial = ") +
+        c, QStringLiteral("SELECT N.IDX,A.Bes,A.Des,A.DocToDate FROM N_NaghdTrans N JOIN asnad A "
+                          "ON N.IDX = A.[Document] WHERE A.TypeSys = 'N' AND N.Serial = ") +
                serialNumber() + QStringLiteral(" AND N.WhatDoc = ") +
                sqlNumber(kind_.code.toLongLong()) + QStringLiteral(" AND bes <> 0"));
     for (const tr::db::Row& line : lines.rows) {
@@ -264,26 +304,37 @@ void InvoiceSettlement::writePendingAllocations() {
         tr::db::execute(database(),
                         QStringLiteral("Update ") + pending + QStringLiteral(" Set IDX = ") +
                             sqlNumber(idx) + QStringLiteral(", AtfCh = ") +
-                            c.text(QString::number(idx)) +
+                            c.text(QString::number(idx)) + QStringLiteral(", DocToDate = ") +
+                            c.text(line.at(3).toString().trimmed()) +
                             QStringLiteral(" Where IDX Is Null And CashValue = ") +
                             sqlNumber(line.at(1).toDouble()) + QStringLiteral(" And Des = ") +
                             c.text(line.at(2).toString()));
     }
+    QList<InvoiceKey> affected = fromDialog ? QList<InvoiceKey>{} : linkedInvoices();
     // 2. The document's links are replaced by the chosen rows.
-    tr::db::execute(database(),
-                    QStringLiteral(" DELETE FROM R_ForoshRelatedNaghd WHERE TypeAction = '1' ") +
-                        QStringLiteral("AND WhatDoc = ") + c.text(kind_.code) +
-                        QStringLiteral(" AND Serial = ") + serialNumber());
+    tr::db::execute(
+        database(),
+        QStringLiteral(" DELETE FROM R_ForoshRelatedNaghd WHERE TypeAction = '1' ") +
+            QStringLiteral("AND WhatDoc = ") + c.text(kind_.code) +
+            QStringLiteral(" AND Serial = ") + serialNumber());
     tr::db::execute(
         database(),
         QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx, WhatDoc, Serial, AtfCh, "
                        "DocToDate, SanadNoForosh, TypeAction, NaghdValue, DorehMali) Select "
                        "IDX, ") +
             c.text(kind_.code) + QStringLiteral(", ") + serialNumber() +
-            QStringLiteral(", AtfCh, '0', SanadNoForosh, '1', NaghdValue, DorehMali From ") +
+            QStringLiteral(
+                ", AtfCh, DocToDate, SanadNoForosh, '1', NaghdValue, DorehMali From ") +
             pending + QStringLiteral(" Where sSelect = 'P' And NaghdValue <> 0"));
-    // 3. Balances, from this kind's links.
-    recomputeInvoices(database(), kind_.code);
+    // 3. Balances: the dialog's allocations recompute every invoice from this kind's links;
+    // a save that only re-links its saved allocations leaves the other invoices alone.
+    if (fromDialog) {
+        recomputeInvoices(database(), kind_.code);
+    } else {
+        for (const InvoiceKey& invoice : linkedInvoices())
+            if (!affected.contains(invoice)) affected << invoice;
+        recomputeInvoicesOf(database(), affected);
+    }
     discardPendingAllocations();
     transaction.commit();
 }
@@ -410,7 +461,8 @@ void InvoiceSettlement::createPendingTable() {
                     QStringLiteral("Create Table ") + pendingTable() +
                         QStringLiteral(" (sSelect Varchar(1), DorehMali Varchar(10), SanadNoForosh "
                                        "Varchar(20), NaghdValue Float, CashValue Float, Des "
-                                       "NVarchar(200), IDX Int, AtfCh Varchar(20))"));
+                                       "NVarchar(200), IDX Int, AtfCh Varchar(20), DocToDate "
+                                       "Varchar(10))"));
 }
 
 void InvoiceSettlement::keepAllocations(const QString& listTable, double lineAmount,

@@ -2,6 +2,7 @@
 // InvoiceSettlement: how one cash receipt ('10') or bank deposit ('50') screen pays sales invoices:
 // the invoice it was opened for, the links written on save and undone on delete, the open
 // invoices of every fiscal period, the allocations the settlement dialog leaves for the next save.
+#include <QList>
 #include <QString>
 #include <optional>
 
@@ -19,6 +20,13 @@ struct SalesInvoice {
     QString customerName;
     QString koll, moein, tafsily, tafsily2, projectCod;
     double sellValue = 0;
+};
+
+// An invoice of one fiscal period, as R_OldFactor keys it.
+struct InvoiceKey {
+    QString number;  // SanadNoForosh
+    QString period;  // MainDorehMali / DorehMali
+    bool operator==(const InvoiceKey&) const = default;
 };
 
 // The texts and code of one settling kind.
@@ -96,8 +104,12 @@ class InvoiceSettlement {
     void showPayments(const QString& invoice, const QString& period = {});
     static QString paymentsTitle(const QString& invoice);
 
-    // Recomputes every invoice's paid and open amounts from this kind's links only.
+    // Recomputes every invoice's paid and open amounts from this kind's links only: the
+    // settlement dialog's way, kept as it is.
     static void recomputeInvoices(tr::db::MyDatabase& database, const QString& kind);
+    // Paid and open amounts of `invoices` from their base and every kind's links.
+    static void recomputeInvoicesOf(tr::db::MyDatabase& database,
+                                    const QList<InvoiceKey>& invoices);
 
   private:
     tr::db::Connection& connection() const { return services_.connection(); }
@@ -106,7 +118,10 @@ class InvoiceSettlement {
     QString serialNumber() const;
     QString invoicePeriod(const QString& invoice) const;
     void writeInvoiceBoundLinks();
-    void writePendingAllocations();
+    // The invoices this document's saved links pay.
+    QList<InvoiceKey> linkedInvoices() const;
+    // `fromDialog`: the allocations were confirmed in the dialog (not re-linked saved ones).
+    void writePendingAllocations(bool fromDialog);
     void createPendingTable();
     void keepSavedAllocations();
 

@@ -1,27 +1,16 @@
 #pragma once
-// The demo company on the embedded engine with the session services a screen's logic receives:
-// a recording message dialog, the command query and a session text for ## tables.
+// The demo company on the embedded engine with the shared test session: the services a screen's
+// logic receives (recording message dialog, command query, a session text for ## tables).
 #include <QStringList>
 
 #include "common/session/services.h"
 #include "db/schema/tests/demo_fixture.h"
-#include "tests/support/recording_message_dialog.h"
+#include "tests/support/test_session.h"
 
 namespace tr::currency::testing {
 
 class CurrencyTest : public tr::schema::testing::DemoCompanyTest {
   protected:
-    void SetUp() override {
-        DemoCompanyTest::SetUp();
-        commandQuery.setConnection(&company());
-        database.CommandQuery = &commandQuery;
-        database.Connection = &company();
-        global.sessionText = QStringLiteral("U1_");
-        services.global = &global;
-        services.database = &database;
-        services.dialog = &dialog;
-    }
-
     // Adds a currency with quotations "date hour buy sell"; codes are unique per test.
     void addCurrency(const QString& code, const QStringList& quotations,
                      const QString& name = QStringLiteral("ارز آزمايشي")) {
@@ -45,11 +34,11 @@ class CurrencyTest : public tr::schema::testing::DemoCompanyTest {
         return texts;
     }
 
-    tr::test::RecordingMessageDialog dialog;
-    tr::db::Query commandQuery;
-    tr::db::MyDatabase database;
-    tr::Global global;
-    tr::Services services;
+    tr::test::TestSession session{company()};
+    tr::test::RecordingMessageDialog& dialog = session.dialog;
+    tr::Global& global = session.global;
+    tr::db::MyDatabase& database = session.database;
+    tr::Services& services = session.services;
 };
 
 }  // namespace tr::currency::testing

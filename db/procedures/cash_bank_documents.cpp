@@ -60,6 +60,8 @@ enum Position {
 // 'ABTAL' and 'RET_EBTAL' carry the cancellation date and the user one place further on.
 constexpr int kCancelDate = 5;
 constexpr int kCancelUser = 7;
+// WhatDoc2 of a counter line on a plain chart-of-accounts account.
+constexpr const char* kAccountLine = "00";
 
 // The ledger is in rials: amounts derived from a currency amount are kept to two decimals so that
 // a voucher's lines add up to exactly what its treasury line says.
@@ -371,10 +373,11 @@ class DocumentCall {
         int raj = 1;
         for (const Line& line : lines) {
             ++raj;
-            const qint64 idx = insertDocumentRow(
-                s, raj, date, trimmedText(line.in["WhatDoc2"]), trimmedText(line.in["CodWhatDoc2"]),
-                line.in["NamWhatDoc2"], line.in["ManabehCod"], line.in);
-            insertVoucherLine(voucherNo, date, raj, idx, trimmedText(line.in["WhatDoc2"]), line.in,
+            const QString whatDoc2 = counterKind(line.in["WhatDoc2"]);
+            const qint64 idx =
+                insertDocumentRow(s, raj, date, whatDoc2, trimmedText(line.in["CodWhatDoc2"]),
+                                  line.in["NamWhatDoc2"], line.in["ManabehCod"], line.in);
+            insertVoucherLine(voucherNo, date, raj, idx, whatDoc2, line.in,
                               trimmedText(line.in["Des"]), lineSide, line.rials);
             if (foreign_) {
                 const QString code = trimmedText(line.in["ArzCod"]);
@@ -385,6 +388,14 @@ class DocumentCall {
                                   line.rials, line.in);
             }
         }
+    }
+
+    // The document's own kind belongs to its treasury line, by which searches list it once; a
+    // counter line without a counter-party object (or loaded from an older book) is an account.
+    QString counterKind(const QVariant& whatDoc2) const {
+        const QString kind = trimmedText(whatDoc2);
+        return kind.isEmpty() || kind == text(kind_.whatDoc) ? QString::fromLatin1(kAccountLine)
+                                                             : kind;
     }
 
     qint64 insertDocumentRow(qint64 s, int raj, const QString& date, const QString& whatDoc2,

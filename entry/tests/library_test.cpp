@@ -61,6 +61,16 @@ TEST_F(Library, ShowsOnlyItsExportsToTheDynamicLinker) {
     EXPECT_EQ(lib().has("FixDes_Naghd"), found.contains("_FixDesForm"));
 }
 
+TEST_F(Library, ExportsEveryScreenOfItsTableWithItsFormPointer) {
+    // The rows of entry/exports.cpp: none may drop out of the library unnoticed.
+    for (const char* name :
+         {"FixDes_Naghd", "CashGet_Naghd", "CashPay_Naghd", "Tankah_Naghd", "BardashtBank_Naghd",
+          "VarizBank_Naghd", "Havaleh_Naghd", "Search_Naghd", "_FixDesForm", "_CashGetForm",
+          "_CashPayForm", "_TankhahPayForm", "_BardashtBankForm", "_VarizBankForm", "_HavalehForm",
+          "_SearchForm", "Release_It"})
+        EXPECT_TRUE(lib().has(name)) << name;
+}
+
 TEST_F(Library, ReleaseBeforeAnyScreenOrTwiceDoesNothing) {
     lib().release();
     lib().release();

@@ -1,19 +1,18 @@
 #pragma once
-// The demo company on the embedded engine with a session around it: the command query, a
-// recording message dialog and a recording pick list, and the session record of user 1.
+// The demo company on the embedded engine with the shared test session around it (command query,
+// recording message dialog and pick list), its session record set up for the demo chart.
 #include <QVariantMap>
 
 #include "common/db/query.h"
 #include "common/session/services.h"
 #include "db/schema/tests/demo_fixture.h"
-#include "tests/support/recording_message_dialog.h"
-#include "tests/support/recording_pick_list.h"
+#include "tests/support/test_session.h"
 
 namespace tr::vouchers::testing {
 
-inline tr::Global demoSession() {
-    tr::Global g;
-    g.userNumber = 1;
+// User 1 of the demo company as the chart-of-accounts tests need it: the chart's group lengths
+// and level names on top of the shared test session.
+inline void useDemoChart(tr::Global& g) {
     g.sessionText = QStringLiteral("T1_");
     g.sCode = QStringLiteral("1");
     g.sYear = QStringLiteral("1404");
@@ -24,22 +23,11 @@ inline tr::Global demoSession() {
     g.projectGroupLength = tr::schema::demo::kProjectGroupLength;
     g.tafsily2LevelName = QStringLiteral("تفصيلي دو");
     g.projectLevelName = QStringLiteral("پروژه");
-    return g;
 }
 
 class SessionTest : public tr::schema::testing::DemoCompanyTest {
   protected:
-    void SetUp() override {
-        DemoCompanyTest::SetUp();
-        commandQuery.setConnection(&company());
-        database.CommandQuery = &commandQuery;
-        database.Connection = &company();
-        pickList.setConnection(&company());
-        services.global = &global;
-        services.database = &database;
-        services.dialog = &dialog;
-        services.pickList = &pickList;
-    }
+    SessionTest() { useDemoChart(global); }
 
     QStringList messages() const {
         QStringList texts;
@@ -59,12 +47,13 @@ class SessionTest : public tr::schema::testing::DemoCompanyTest {
         line.Append();
     }
 
-    tr::Global global = demoSession();
-    tr::db::Query commandQuery;
-    tr::db::MyDatabase database;
-    tr::test::RecordingMessageDialog dialog;
-    tr::test::RecordingPickList pickList;
-    tr::Services services;
+    tr::test::TestSession session{company()};
+    tr::Global& global = session.global;
+    tr::db::Query& commandQuery = session.command;
+    tr::db::MyDatabase& database = session.database;
+    tr::test::RecordingMessageDialog& dialog = session.dialog;
+    tr::test::RecordingPickList& pickList = session.pickList;
+    tr::Services& services = session.services;
 };
 
 }  // namespace tr::vouchers::testing

@@ -135,6 +135,15 @@ TEST_F(FixDesScreenTest, ChecksRunInOrderAndNameTheCellToFocus) {
                            "كد حساب تفصيلي دو موجود نمي باشد.", "كد پروژه غيرفعال مي باشد."}));
 }
 
+TEST_F(FixDesScreenTest, PastedDescriptionsAreOneLineAndControlCharactersAreRefused) {
+    EXPECT_TRUE(post(QStringLiteral("TEST بابت\r\nکرايه"), {"101", "0001", "10001"}));
+    EXPECT_EQ(stored(QStringLiteral("TEST بابت کرايه")), 1);
+    EXPECT_FALSE(post(QStringLiteral("TEST\x01"), {"101", "0001", "10001"}));
+    EXPECT_EQ(dialog.last().text, QStringLiteral("شرح داراي حرف غير مجاز است."));
+    EXPECT_EQ(dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_EQ(screen->refusedField(), QStringLiteral("FixDes"));
+}
+
 TEST_F(FixDesScreenTest, EditingARowWithoutChangingItIsNoDuplicate) {
     const QString des = QStringLiteral("TEST ثابت");
     ASSERT_TRUE(post(des, {"301", "0001"}));

@@ -69,5 +69,16 @@ TEST_F(NewSerialNoFormTest, ASavedSerialKeepsTheWindowOpenAndCancelLeavesUnaccep
     EXPECT_EQ(admin->dialog.last().code, QStringLiteral("1ER"));
 }
 
+TEST_F(NewSerialNoFormTest, APastedSerialWithAControlCharacterIsRefusedInWords) {
+    NewSerialDialog logic(company(), &admin->dialog, QStringLiteral("10"),
+                          QStringLiteral("دريافت صندوق"));
+    EXPECT_FALSE(logic.confirm(QStringLiteral("7\x0B")));
+    EXPECT_FALSE(logic.accepted());
+    EXPECT_EQ(admin->dialog.last().text, QStringLiteral("سريال داراي حرف غير مجاز است."));
+    EXPECT_EQ(admin->dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_TRUE(logic.confirm(QStringLiteral("7\n")));
+    EXPECT_EQ(logic.serial(), QStringLiteral("7"));
+}
+
 }  // namespace
 }  // namespace tr::vouchers

@@ -19,7 +19,7 @@
 #include "db/engine/sqlite_connection.h"
 #include "db/procedures/procedures.h"
 #include "db/schema/demo_company.h"
-#include "tests/support/recording_message_dialog.h"
+#include "tests/support/test_session.h"
 #include "vouchers/n_global.h"
 #include "vouchers/serials.h"
 
@@ -41,22 +41,11 @@ class Cashier {
   public:
     Cashier(tr::engine::Engine& engine, int user)
         : connection_(engine.open(QString::fromUtf8(tr::schema::demo::kCurrentDatabase))),
-          command_(connection_.get()),
+          session_(*connection_, user, QStringLiteral("cashier") + QString::number(user),
+                   tr::fullRights({QStringLiteral("N_A_CASHGET_")})),
           user_(user) {
-        global_.userNumber = user;
-        global_.userName = QStringLiteral("cashier") + QString::number(user);
-        global_.computerName = QStringLiteral("PC-") + QString::number(user);
-        global_.sessionText = QStringLiteral("U") + QString::number(user) + QStringLiteral("_");
-        global_.rights = tr::fullRights({QStringLiteral("N_A_CASHGET_")});
-        global_.fiscalStart = QString::fromUtf8(tr::schema::demo::kPeriodStart);
-        global_.fiscalEnd = QString::fromUtf8(tr::schema::demo::kPeriodEnd);
-        database_.CommandQuery = &command_;
-        database_.Connection = connection_.get();
-        services_.global = &global_;
-        services_.database = &database_;
-        services_.dialog = &dialog_;
         receipt_ = std::make_unique<N_Global>(
-            services_, *tr::vouchers::findTreasuryDocumentKind(QStringLiteral("10")));
+            session_.services, *tr::vouchers::findTreasuryDocumentKind(QStringLiteral("10")));
     }
 
     // Saves receipt `n`, retrying under a new serial when the serial was taken meanwhile.
@@ -78,13 +67,14 @@ class Cashier {
                 total += amount;
             }
             h.amount = total;
-            dialog_.clearShown();
+            session_.dialog.clearShown();
             if (doc.save()) {
                 report(QStringLiteral("SAVED ") + h.serial + QLatin1Char(' ') + h.voucherNo +
                        QLatin1Char(' ') + number(total) + QLatin1Char(' ') + QString::number(n));
                 return true;
             }
-            const QString refusal = dialog_.shown().isEmpty() ? QString() : dialog_.last().text;
+            const QString refusal =
+                session_.dialog.shown().isEmpty() ? QString() : session_.dialog.last().text;
             if (refusal != tr::vouchers::serialTakenMessage(doc.kind().title)) {
                 report(QStringLiteral("ERROR ") + refusal);
                 return false;
@@ -104,17 +94,17 @@ class Cashier {
         amount.SetAsFloat(amount.AsFloat() + 1);
         grid.Post();
         doc.header().amount += 1;
-        dialog_.clearShown();
+        session_.dialog.clearShown();
         if (doc.save())
             report(QStringLiteral("EDITED ") + doc.header().serial + QLatin1Char(' ') +
                    number(doc.header().amount));
         else
             report(QStringLiteral("ERROR ") +
-                   (dialog_.shown().isEmpty() ? QString() : dialog_.last().text));
+                   (session_.dialog.shown().isEmpty() ? QString() : session_.dialog.last().text));
     }
 
     void cancel() {
-        dialog_.answerYes();
+        session_.dialog.answerYes();
         if (receipt_->cancelDocument())
             report(QStringLiteral("CANCELLED ") + receipt_->header().serial);
         else
@@ -135,11 +125,7 @@ class Cashier {
     }
 
     std::unique_ptr<tr::engine::SqliteConnection> connection_;
-    tr::db::Query command_;
-    tr::Global global_;
-    tr::db::MyDatabase database_;
-    tr::test::RecordingMessageDialog dialog_;
-    tr::Services services_;
+    tr::test::TestSession session_;
     std::unique_ptr<N_Global> receipt_;
     int user_;
 };

@@ -198,6 +198,12 @@ TEST_F(DocumentsTest, SavingAnAlreadySavedSerialAgainInNewIsRefused) {
     EXPECT_EQ(receipt->focus(), tr::vouchers::HeaderField::Serial);
     EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans")), 2);
     EXPECT_EQ(receipt->grid().RecordCount(), 1);
+
+    // Entering the serial box again offers the next free serial, and the save goes through.
+    receipt->serialEnter();
+    EXPECT_EQ(receipt->header().serial, QStringLiteral("2"));
+    EXPECT_TRUE(receipt->cmdOkClick());
+    EXPECT_TRUE(ledgerIsConsistent());
 }
 
 TEST_F(DocumentsTest, HeaderChecksUseEachScreensWordingAndTheFiscalPeriod) {
@@ -307,7 +313,8 @@ TEST_F(DocumentsTest, InvoiceModeOnlyInTheInvoiceContainerOfTheSettlingScreens) 
         screen.show(CashBankDocument::kInvoiceContainer);
         EXPECT_EQ(screen.invoiceMode(), id == ScreenId::CashGet);
     }
-    EXPECT_EQ(prepared, QStringList{s(demo::kOpenInvoice)});
+    // Shown elsewhere first, the settling screen was told it serves no invoice.
+    EXPECT_EQ(prepared, (QStringList{QString(), s(demo::kOpenInvoice)}));
 }
 
 // ---- Grid entry and its menu --------------------------------------------------------------------

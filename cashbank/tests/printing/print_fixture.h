@@ -6,7 +6,7 @@
 #include "common/db/query.h"
 #include "common/session/services.h"
 #include "db/procedures/tests/procedures_fixture.h"
-#include "tests/support/recording_message_dialog.h"
+#include "tests/support/test_session.h"
 #include "vouchers/document_kinds.h"
 
 namespace tr::cashbank::testing {
@@ -22,16 +22,8 @@ class PrintTest : public tr::procedures::testing::ProceduresTest {
         for (const char* sql : {"Delete From Asnad Where TypeSys='N'", "Delete From N_NaghdTrans",
                                 "Delete From N_ArzTrans"})
             db().execute(QString::fromUtf8(sql));
-        global.userNumber = 1;
-        global.userName = QStringLiteral("admin");
-        global.sessionText = QStringLiteral("U1_");
         global.sCode = QString::fromUtf8(tr::schema::demo::kCompanyCode);
         global.sYear = QString::fromUtf8(tr::schema::demo::kCurrentYear);
-        database.CommandQuery = &command;
-        database.Connection = &db();
-        services.global = &global;
-        services.database = &database;
-        services.dialog = &dialog;
     }
 
     // Saves document `serial` of a kind ("10", "90", ...) with the treasury object `code`.
@@ -59,11 +51,10 @@ class PrintTest : public tr::procedures::testing::ProceduresTest {
               QStringLiteral("admin")});
     }
 
-    tr::Global global;
-    tr::db::Query command{&db()};
-    tr::db::MyDatabase database;
-    tr::test::RecordingMessageDialog dialog;
-    tr::Services services;
+    tr::test::TestSession session{db()};
+    tr::Global& global = session.global;
+    tr::test::RecordingMessageDialog& dialog = session.dialog;
+    tr::Services& services = session.services;
 };
 
 }  // namespace tr::cashbank::testing

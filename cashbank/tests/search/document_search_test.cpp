@@ -261,6 +261,24 @@ TEST_F(CashSearch, ReplaceWithoutAReplacementWordRunsNothing) {
     EXPECT_EQ(session->dialog.last().code, s("1ER"));
 }
 
+TEST_F(CashSearch, PastedReplacementsJoinTheirLinesAndControlCharactersAreRefused) {
+    Doc a = receipt(1, 1000);
+    a.description = s("فروش نقدي");
+    save(a);
+    search->filters().words[0] = s("نقدي");
+    search->filters().replacements[0] = s("اعتباري\x0B");
+    session->dialog.answerYes();
+    EXPECT_FALSE(search->mnuReplaceClick());
+    EXPECT_EQ(session->dialog.last().text, s("شرح داراي حرف غير مجاز است."));
+    EXPECT_EQ(session->dialog.last().code, s("1ER"));
+    EXPECT_EQ(rows(s("Select * From Asnad Where Des = 'فروش نقدي'")).rows.size(), 1u);
+
+    search->filters().replacements[0] = s("نقد\r\nو اعتبار");
+    session->dialog.answerYes();
+    EXPECT_TRUE(search->mnuReplaceClick());
+    EXPECT_EQ(rows(s("Select * From Asnad Where Des = 'فروش نقد و اعتبار'")).rows.size(), 1u);
+}
+
 class OtherSearches : public SearchTest {};
 
 TEST_F(OtherSearches, BankSearchesNameTheAccountAndKeepToTheirKind) {

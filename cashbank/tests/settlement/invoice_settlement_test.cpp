@@ -183,10 +183,11 @@ TEST_F(AllocationTest, EachKindRecomputesBalancesFromItsOwnLinksOnly) {
     EXPECT_DOUBLE_EQ(openBalance(kSecondOpenInvoice), 12000000 - 2000000 - 2000000);
     EXPECT_EQ(links("10", receipt->document.header().serial.trimmed()), 1);
 
-    // Saving the receipt again brings its kind back in (and leaves the deposit's out); its link
-    // follows the line's new IDX.
+    // Saving the receipt again, without the dialog, brings its part back and keeps the deposit's:
+    // only the dialog's own allocations recompute kind by kind. Its link follows the line's new
+    // IDX.
     ASSERT_TRUE(receipt->document.save());
-    EXPECT_DOUBLE_EQ(openBalance(kSecondOpenInvoice), 12000000 - 2000000 - 3000000);
+    EXPECT_DOUBLE_EQ(openBalance(kSecondOpenInvoice), 12000000 - 2000000 - 3000000 - 2000000);
     EXPECT_EQ(rows("Select * From R_ForoshRelatedNaghd R Join N_NaghdTrans N On N.IDX = R.Idx "
                    "Where N.WhatDoc = '10'"),
               1);

@@ -669,6 +669,21 @@ void TCashBankForm::focusRefusal() {
         case HeaderField::Amount:
             amount_->setFocus();
             break;
+        case HeaderField::Joz:
+            if (joz_) joz_->setFocus();
+            break;
+        case HeaderField::Des1:
+            if (QLineEdit* box = depositor_ ? depositor_ : remitter_) box->setFocus();
+            break;
+        case HeaderField::Des2:
+            if (remitterBank_) remitterBank_->setFocus();
+            break;
+        case HeaderField::Des3:
+            if (remitterBranchCode_) remitterBranchCode_->setFocus();
+            break;
+        case HeaderField::Des4:
+            if (remitterBranchName_) remitterBranchName_->setFocus();
+            break;
         case HeaderField::None:
             if (logic_.grid().state() != tr::db::Query::State::Browse) focusRefusedCell();
             break;

@@ -1,7 +1,6 @@
 #include "cashbank/ui/documents/screen_wiring.h"
 
 #include "cashbank/search/document_pickers.h"
-#include "cashbank/settlement/invoice_settlement.h"
 #include "cashbank/ui/printing/document_printing.h"
 #include "cashbank/ui/search/document_search_form.h"
 #include "cashbank/ui/settlement/cash_in_factor_dialog.h"
@@ -30,26 +29,13 @@ ScreenWiring::ScreenWiring(CashBankDocument& logic, QWidget* form) : logic_(logi
     };
     logic_.openSearch = [this](CashBankDocument&) { openSearch(); };
     if (!logic_.screen().hasInvoice) return;
-    // Settlement binds to the screen's N_Global, which the logic makes on its first show.
-    logic_.documentCreated = [this](CashBankDocument& d) {
-        settlement_ = std::make_unique<InvoiceSettlement>(d.services(), d.document());
-    };
-    logic_.documentReleasing = [this](CashBankDocument&) { settlement_.reset(); };
-    logic_.prepareForInvoice = [this](CashBankDocument&, const QString& invoice) {
-        if (!settlement_) return;
-        settlement_->setInvoiceNumber(invoice);
-        if (!invoice.trimmed().isEmpty()) settlement_->prepareForInvoice(invoice);
-    };
     logic_.openSettlement = [this](CashBankDocument&) {
-        if (settlement_) openSettlementDialog(*settlement_, form_);
+        if (InvoiceSettlement* settlement = settlement_.settlement())
+            openSettlementDialog(*settlement, form_);
     };
 }
 
-ScreenWiring::~ScreenWiring() {
-    logic_.documentCreated = nullptr;
-    logic_.documentReleasing = nullptr;
-    settlement_.reset();
-}
+ScreenWiring::~ScreenWiring() = default;
 
 void ScreenWiring::openSearch() {
     if (search_) {

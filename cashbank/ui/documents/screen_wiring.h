@@ -7,11 +7,9 @@
 #include <memory>
 
 #include "cashbank/documents/cash_bank_document.h"
+#include "cashbank/settlement/document_settlement.h"
 
 namespace tr::cashbank {
-
-class InvoiceSettlement;
-
 namespace ui {
 
 class ScreenWiring {
@@ -21,14 +19,14 @@ public:
     ScreenWiring(const ScreenWiring&) = delete;
     ScreenWiring& operator=(const ScreenWiring&) = delete;
 
-    InvoiceSettlement* settlement() { return settlement_.get(); }
+    InvoiceSettlement* settlement() { return settlement_.settlement(); }
 
 private:
     void openSearch();
 
     CashBankDocument& logic_;
     QWidget* form_;
-    std::unique_ptr<InvoiceSettlement> settlement_;
+    DocumentSettlement settlement_{logic_};
     QPointer<QWidget> search_;
 };
 

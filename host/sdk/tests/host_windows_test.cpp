@@ -123,12 +123,17 @@ TEST_F(PickList, EnterDoubleClickAndTypingChoose) {
 }
 
 TEST_F(PickList, Screenshot) {
-    runner.answerBy([](QDialog& d) {
+    bool saved = false;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
+    runner.answerBy([&](QDialog& d) {
         d.show();
+        direction = d.layoutDirection();
         QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
-        d.grab().save(QStringLiteral(TR_SCREENS_DIR "/temp_grid_form.png"));
+        saved = d.grab().save(QStringLiteral(TR_SCREENS_DIR "/temp_grid_form.png"));
     });
     form.choose();
+    EXPECT_TRUE(saved);
+    EXPECT_EQ(direction, Qt::RightToLeft);
 }
 
 TEST(PickListOverEngine, ChoosesFromAGlobalTemporaryTable) {
