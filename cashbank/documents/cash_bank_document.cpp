@@ -1,9 +1,7 @@
 #include "cashbank/documents/cash_bank_document.h"
 
-#include <QLocale>
-#include <cmath>
-
 #include "common/db/query_helpers.h"
+#include "common/persian/amount_cells.h"
 #include "common/persian/amount_words.h"
 #include "common/persian/persian_date.h"
 #include "currency/rates.h"
@@ -22,6 +20,11 @@ using tr::vouchers::LineAccount;
 namespace {
 
 const QString kError = QStringLiteral("1ER");
+// The grid's amount columns; the line's currency columns are amounts too.
+const QStringList kAmountFields = {QStringLiteral("Bed"),          QStringLiteral("Bes"),
+                                   QStringLiteral("ArzCount"),     QStringLiteral("ArzCount2"),
+                                   QStringLiteral("ArzUnitPrice"), QStringLiteral("ArzRate"),
+                                   QStringLiteral("ArzTotalPrice")};
 // Fields a copied or remembered row never carries: its place and its saved identity.
 const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
 constexpr int kTreasuryListKind = 4;
@@ -31,34 +34,6 @@ Query openQuery(tr::db::Connection& connection, const QString& sql) {
     query.setSql(sql);
     query.Open();
     return query;
-}
-
-// Typed amounts may carry grouping and Persian or Arabic-Indic digits.
-double parseAmount(const QString& text) {
-    QString plain;
-    for (const QChar c : text) {
-        if (c.isDigit())
-            plain += QChar(u'0' + c.digitValue());
-        else if (c == u'.' || c == u'/' || c == QChar(0x066B))
-            plain += u'.';
-        else if (c == u'-')
-            plain += c;
-    }
-    bool ok = false;
-    const double value = plain.toDouble(&ok);
-    return ok ? value : 0.0;
-}
-
-QString plainAmount(double value) {
-    if (value == 0) return {};
-    if (value == std::floor(value)) return QString::number(value, 'f', 0);
-    return QString::number(value, 'f', 2);
-}
-
-QString groupedAmount(double value) {
-    QLocale locale = QLocale::c();
-    locale.setNumberOptions({});
-    return locale.toString(value, 'f', value == std::floor(value) ? 0 : 2);
 }
 
 }  // namespace
@@ -102,6 +77,12 @@ void CashBankDocument::bind() {
     Query& grid = doc_->grid();
     const Query::Guard check = grid.BeforePost;
     grid.BeforePost = [this, check](Query& line) {
+        // A typed amount that does not read stays in its cell for the user to correct.
+        const QString refusal = tr::persian::readAmountCells(line, kAmountFields);
+        if (!refusal.isEmpty()) {
+            messages_.show(refusal, kError);
+            return false;
+        }
         if (check && !check(line)) return false;
         fillLineDefaults(line);
         return true;
@@ -168,6 +149,8 @@ bool CashBankDocument::openSerial(const QString& serialText) {
     const QString serial = serialText.trimmed();
     if (!doc_->openDocument(serial)) return false;
     openedSerial_ = serial;
+    amountTyped_.clear();
+    rateTyped_.clear();
     applyCurrencyName();
     notify();
     if (screen_.hasInvoice) {
@@ -329,20 +312,39 @@ void CashBankDocument::setDescription(const QString& text) {
     doc_->header().description = text;
 }
 
+// A text that does not read is kept as typed, and the value it replaces stays, until the user
+// corrects it; leaving the box or saving tells him why it was refused.
 void CashBankDocument::setAmountText(const QString& text) {
-    doc_->header().amount = parseAmount(text.left(kAmountLength));
+    const QString typed = text.left(kAmountLength);
+    const tr::persian::AmountReading reading = tr::persian::readAmount(typed);
+    amountTyped_ = reading.ok() ? QString() : typed;
+    if (reading.ok()) doc_->header().amount = reading.value;
 }
 
 void CashBankDocument::setRateText(const QString& text) {
-    if (rateEnabled()) doc_->header().rate = parseAmount(text.left(kRateLength));
+    if (!rateEnabled()) return;
+    const QString typed = text.left(kRateLength);
+    const tr::persian::AmountReading reading = tr::persian::readAmount(typed);
+    rateTyped_ = reading.ok() ? QString() : typed;
+    if (reading.ok()) doc_->header().rate = reading.value;
 }
 
 QString CashBankDocument::amountText() const {
-    return plainAmount(header().amount);
+    return amountTyped_.isEmpty() ? tr::persian::amountEditText(header().amount) : amountTyped_;
 }
 
 QString CashBankDocument::rateText() const {
-    return rateEnabled() ? plainAmount(header().rate) : QString();
+    if (!rateEnabled()) return {};
+    return rateTyped_.isEmpty() ? tr::persian::amountEditText(header().rate) : rateTyped_;
+}
+
+bool CashBankDocument::amountLeave() {
+    for (const QString* typed : {&amountTyped_, &rateTyped_}) {
+        if (typed->isEmpty()) continue;
+        messages_.show(tr::persian::amountRefusal(tr::persian::readAmount(*typed), *typed), kError);
+        return false;
+    }
+    return true;
 }
 
 QString CashBankDocument::amountInWords() const {
@@ -404,7 +406,7 @@ void CashBankDocument::fillLineDefaults(Query& line) {
         const double amount =
             line.FieldByName(tr::vouchers::sideColumn(screen_.kind().gridSide())).AsFloat();
         line.FieldByName(QStringLiteral("ArzTotalPrice"))
-            .SetAsFloat(std::round(amount * rate * 100.0) / 100.0);
+            .SetAsFloat(tr::persian::roundAmount(amount * rate));
     }
 }
 
@@ -460,11 +462,7 @@ double CashBankDocument::sum() const {
 }
 
 QString CashBankDocument::sumText() const {
-    return groupedAmount(sum());
-}
-
-QString CashBankDocument::formatAmount(double value) {
-    return groupedAmount(value);
+    return tr::persian::formatAmount(sum());
 }
 
 QString CashBankDocument::fundsName() {
@@ -546,6 +544,8 @@ void CashBankDocument::newDocumentClick() {
     doc_->newDocument();
     openedSerial_.clear();
     currencyName_.clear();
+    amountTyped_.clear();
+    rateTyped_.clear();
     dateRefused_ = false;
     notify();
 }
@@ -712,7 +712,7 @@ QString CashBankDocument::reportPropertiesCaption() const {
 
 bool CashBankDocument::cmdOkClick() {
     dateRefused_ = false;
-    if (!canSave()) return false;
+    if (!canSave() || !amountLeave()) return false;
     // The header is checked again: the buttons are reachable without passing through the grid.
     if (!doc_->checkHeader() || !checkDate()) return false;
     const bool saved = doc_->save();
