@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include "common/text/collation_weights.h"
+
 namespace tr::text {
 
 char32_t foldForCompare(char32_t c) {
@@ -35,8 +37,33 @@ int leadingBlanks(const char* s, int n) {
     return i;
 }
 
+// The next primary weight of a string, 0 at its end; ignored marks are skipped. `special` is set
+// when a character is met whose primary weight does not tell it apart.
+uint32_t nextPrimary(const unsigned char*& p, const unsigned char* end, bool& special) {
+    while (p < end) {
+        const CollationWeight w = collationWeight(foldForCompare(decode(p, end)));
+        special = special || w.special;
+        if (w.primary != 0) return w.primary;
+    }
+    return 0;
+}
+
+// Every character counts: the primary weight, then the folded character itself.
+uint64_t nextFull(const unsigned char*& p, const unsigned char* end) {
+    const char32_t c = foldForCompare(decode(p, end));
+    return (uint64_t(collationWeight(c).primary) << 32) | c;
+}
+
+unsigned char asciiLower(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') ? c + 32 : c;
+}
+
 }  // namespace
 
+// Two comparisons: the first by primary weights with marks ignored and letter variants alike,
+// the second, only when the first finds the strings alike and one of them holds such a
+// character, by every character. Equal exactly when the folded texts are equal, so indexes and
+// `=` agree with the order.
 int tsqlCompareUtf8(const char* a, int aLength, const char* b, int bLength) {
     const auto ea = reinterpret_cast<const unsigned char*>(a) + trimmedLength(a, aLength);
     const auto eb = reinterpret_cast<const unsigned char*>(b) + trimmedLength(b, bLength);
@@ -44,15 +71,29 @@ int tsqlCompareUtf8(const char* a, int aLength, const char* b, int bLength) {
     auto pb = reinterpret_cast<const unsigned char*>(b) + leadingBlanks(b, bLength);
     if (pa > ea) pa = ea;
     if (pb > eb) pb = eb;
-    while (pa < ea && pb < eb) {
-        if (*pa == *pb && *pa < 0x80) {
+    const auto startA = pa, startB = pb;
+    bool special = false;
+    for (;;) {
+        // ASCII weighs in its own (case-folded) order.
+        while (pa < ea && pb < eb && *pa < 0x80 && *pb < 0x80) {
+            if (*pa != *pb) {
+                const unsigned char la = asciiLower(*pa), lb = asciiLower(*pb);
+                if (la != lb) return la < lb ? -1 : 1;
+            }
             ++pa;
             ++pb;
-            continue;
         }
-        const char32_t ca = foldForCompare(decode(pa, ea));
-        const char32_t cb = foldForCompare(decode(pb, eb));
-        if (ca != cb) return ca < cb ? -1 : 1;
+        const uint32_t wa = nextPrimary(pa, ea, special);
+        const uint32_t wb = nextPrimary(pb, eb, special);
+        if (wa != wb) return wa < wb ? -1 : 1;
+        if (wa == 0) break;
+    }
+    if (!special) return 0;
+    pa = startA;
+    pb = startB;
+    while (pa < ea && pb < eb) {
+        const uint64_t ka = nextFull(pa, ea), kb = nextFull(pb, eb);
+        if (ka != kb) return ka < kb ? -1 : 1;
     }
     if (pa < ea) return 1;
     if (pb < eb) return -1;
