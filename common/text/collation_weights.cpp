@@ -1,18 +1,14 @@
 #include "common/text/collation_weights.h"
 
-#include <array>
-
 namespace tr::text {
 
 namespace {
 
-// ASCII keeps its own order first; other scripts before U+0600 follow; then the Persian letters;
-// then the rest of the Arabic block; then everything else by code point.
+// Between the characters before the block (up to 0x15FF) and those after it (from 0x10700):
+// the Persian letters, then the rest of the block.
 constexpr uint32_t kAscii = 0x100;
-constexpr uint32_t kBeforeArabic = 0x1000;
 constexpr uint32_t kLetters = 0x2000;
 constexpr uint32_t kArabicOther = 0x3000;
-constexpr uint32_t kAfterArabic = 0x10000;
 
 // The Persian alphabet in order; each later entry of a row sorts as the first at the first
 // comparison and is told apart only by the second.
@@ -85,17 +81,9 @@ constexpr ArabicTable buildArabicTable() {
     return table;
 }
 
-constexpr ArabicTable kArabic = buildArabicTable();
-
 }  // namespace
 
-CollationWeight collationWeight(char32_t c) {
-    if (c < 0x80) return {kAscii + c, false};
-    if (c < 0x0600) return {kBeforeArabic + c, false};
-    if (c <= 0x06FF) return kArabic[c - 0x0600];
-    // Joiners, direction marks and the byte-order mark are invisible in a name.
-    if ((c >= 0x200C && c <= 0x200F) || c == 0xFEFF) return {0, true};
-    return {kAfterArabic + c, false};
-}
+// Built at compile time, so it is ready before any comparison.
+constinit const std::array<CollationWeight, 256> kArabicBlockWeights = buildArabicTable();
 
 }  // namespace tr::text

@@ -2,6 +2,7 @@
 // The weights behind the TSQL collation's order: a primary weight that puts Persian letters in
 // alphabetical order (0 for marks the first comparison ignores) and whether a character needs
 // the tie-breaking second comparison (docs/decisions/persian-alphabetical-order.md).
+#include <array>
 #include <cstdint>
 
 namespace tr::text {
@@ -11,7 +12,18 @@ struct CollationWeight {
     bool special;      // shares its primary weight with another character, or is ignored
 };
 
-// For a character already folded by foldForCompare.
-CollationWeight collationWeight(char32_t folded);
+// The Arabic block, U+0600 to U+06FF, looked up rather than computed.
+extern const std::array<CollationWeight, 256> kArabicBlockWeights;
+
+// For a character already folded by foldForCompare. ASCII first, other scripts before the
+// Arabic block next, the block's own weights, then everything else by code point.
+inline CollationWeight collationWeight(char32_t c) {
+    if (c < 0x80) return {0x100 + c, false};
+    if (c < 0x0600) return {0x1000 + c, false};
+    if (c <= 0x06FF) return kArabicBlockWeights[c - 0x0600];
+    // Joiners, direction marks and the byte-order mark are invisible in a name.
+    if ((c >= 0x200C && c <= 0x200F) || c == 0xFEFF) return {0, true};
+    return {0x10000 + c, false};
+}
 
 }  // namespace tr::text
