@@ -37,6 +37,10 @@ int main(int argc, char** argv) {
                             std::string("BM_SaveStepController/") + sync + "/real_time", baseline, goal);
     }
     std::printf("\nThe collation against the code-point order it replaced:\n");
+    reporter.printRatio("point query by hand, this order vs the one before", "BM_PointQuerySqlite",
+                        "BM_PointQuerySqliteBefore", 1.1);
+    reporter.printRatio("aggregate by hand, this order vs the one before", "BM_AggregateSqlite",
+                        "BM_AggregateSqliteBefore", 1.1);
     reporter.printRatio("comparing ASCII codes", "BM_CollateAsciiCodes", "BM_CollateAsciiCodesBefore", 1.1);
     reporter.printRatio("comparing Persian names", "BM_CollatePersianNames", "BM_CollatePersianNamesBefore",
                         1.5);

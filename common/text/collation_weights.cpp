@@ -78,6 +78,11 @@ constexpr ArabicTable buildArabicTable() {
     }
     for (const auto& p : kPunctuation)
         table[p.arabic - 0x0600] = {kAscii + static_cast<uint32_t>(p.latin), true};
+    // The Arabic forms fold to the Persian ones before they are weighed; weighing them alike
+    // here lets a comparison read the table without folding first.
+    table[0x064A - 0x0600] = table[0x06CC - 0x0600];
+    table[0x0649 - 0x0600] = table[0x06CC - 0x0600];
+    table[0x0643 - 0x0600] = table[0x06A9 - 0x0600];
     return table;
 }
 

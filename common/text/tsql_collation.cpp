@@ -37,12 +37,29 @@ int leadingBlanks(const char* s, int n) {
     return i;
 }
 
+unsigned char asciiLower(unsigned char c) {
+    return (c >= 'A' && c <= 'Z') ? c + 32 : c;
+}
+
 // The next primary weight of a string, 0 at its end; ignored marks are skipped. `special` is set
-// when a character is met whose primary weight does not tell it apart.
-uint32_t nextPrimary(const unsigned char*& p, const unsigned char* end, bool& special) {
+// when a character is met whose primary weight does not tell it apart. The Arabic block's two-byte
+// characters are looked up straight from their bytes; its table already weighs the Arabic forms
+// of yeh and kaf as the Persian ones.
+inline uint32_t nextPrimary(const unsigned char*& p, const unsigned char* end, bool& special) {
     while (p < end) {
-        const CollationWeight w = collationWeight(foldForCompare(decode(p, end)));
-        special = special || w.special;
+        const unsigned char lead = *p;
+        if (lead < 0x80) {
+            ++p;
+            return 0x100 + asciiLower(lead);
+        }
+        CollationWeight w;
+        if ((lead & 0xFC) == 0xD8 && end - p >= 2) {
+            w = kArabicBlockWeights[((lead & 0x03) << 6) | (p[1] & 0x3F)];
+            p += 2;
+        } else {
+            w = collationWeight(foldForCompare(decode(p, end)));
+        }
+        if (w.special) special = true;
         if (w.primary != 0) return w.primary;
     }
     return 0;
@@ -54,8 +71,31 @@ uint64_t nextFull(const unsigned char*& p, const unsigned char* end) {
     return (uint64_t(collationWeight(c).primary) << 32) | c;
 }
 
-unsigned char asciiLower(unsigned char c) {
-    return (c >= 'A' && c <= 'Z') ? c + 32 : c;
+// Steps both strings over the characters they share byte for byte, comparing ASCII by its
+// folded byte on the way. A shared character weighs the same in both, so skipping it changes
+// neither comparison. Answers the ASCII difference met, or 0.
+int skipAlike(const unsigned char*& pa, const unsigned char* ea, const unsigned char*& pb,
+              const unsigned char* eb) {
+    while (pa < ea && pb < eb) {
+        const unsigned char ca = *pa, cb = *pb;
+        if (ca < 0x80 && cb < 0x80) {
+            if (ca != cb) {
+                const unsigned char la = asciiLower(ca), lb = asciiLower(cb);
+                if (la != lb) return la < lb ? -1 : 1;
+            }
+            ++pa;
+            ++pb;
+            continue;
+        }
+        if (ca != cb || ca < 0xC0) return 0;
+        const long n = (ca >= 0xF0) ? 4 : (ca >= 0xE0) ? 3 : 2;
+        if (ea - pa < n || eb - pb < n) return 0;
+        for (long i = 1; i < n; ++i)
+            if (pa[i] != pb[i]) return 0;
+        pa += n;
+        pb += n;
+    }
+    return 0;
 }
 
 }  // namespace
@@ -72,26 +112,21 @@ int tsqlCompareUtf8(const char* a, int aLength, const char* b, int bLength) {
     if (pa > ea) pa = ea;
     if (pb > eb) pb = eb;
     const auto startA = pa, startB = pb;
-    bool special = false;
+    bool specialA = false, specialB = false;
     for (;;) {
-        // ASCII weighs in its own (case-folded) order.
-        while (pa < ea && pb < eb && *pa < 0x80 && *pb < 0x80) {
-            if (*pa != *pb) {
-                const unsigned char la = asciiLower(*pa), lb = asciiLower(*pb);
-                if (la != lb) return la < lb ? -1 : 1;
-            }
-            ++pa;
-            ++pb;
-        }
-        const uint32_t wa = nextPrimary(pa, ea, special);
-        const uint32_t wb = nextPrimary(pb, eb, special);
+        if (const int ascii = skipAlike(pa, ea, pb, eb)) return ascii;
+        const uint32_t wa = nextPrimary(pa, ea, specialA);
+        const uint32_t wb = nextPrimary(pb, eb, specialB);
         if (wa != wb) return wa < wb ? -1 : 1;
         if (wa == 0) break;
     }
-    if (!special) return 0;
+    if (!specialA && !specialB) return 0;
     pa = startA;
     pb = startB;
-    while (pa < ea && pb < eb) {
+    for (;;) {
+        // Case differences in ASCII made no difference to the first comparison either.
+        if (const int ascii = skipAlike(pa, ea, pb, eb)) return ascii;
+        if (pa == ea || pb == eb) break;
         const uint64_t ka = nextFull(pa, ea), kb = nextFull(pb, eb);
         if (ka != kb) return ka < kb ? -1 : 1;
     }
