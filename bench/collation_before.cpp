@@ -24,8 +24,10 @@ int compareBefore(const char* a, int an, const char* b, int bn) {
     int i = 0, j = 0;
     while (i < an && a[i] == ' ') ++i;
     while (j < bn && b[j] == ' ') ++j;
-    auto pa = reinterpret_cast<const unsigned char*>(a) + i, ea = reinterpret_cast<const unsigned char*>(a) + an;
-    auto pb = reinterpret_cast<const unsigned char*>(b) + j, eb = reinterpret_cast<const unsigned char*>(b) + bn;
+    auto pa = reinterpret_cast<const unsigned char*>(a) + i,
+         ea = reinterpret_cast<const unsigned char*>(a) + an;
+    auto pb = reinterpret_cast<const unsigned char*>(b) + j,
+         eb = reinterpret_cast<const unsigned char*>(b) + bn;
     while (pa < ea && pb < eb) {
         if (*pa == *pb && *pa < 0x80) {
             ++pa;

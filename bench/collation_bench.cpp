@@ -25,21 +25,24 @@ std::vector<QByteArray> asciiCodes() {
 
 // Names built from the words of a chart of accounts, so that many share their first letters.
 std::vector<QByteArray> persianNames(int count) {
-    static const char* words[] = {"حساب", "هاي", "دريافتني", "پرداختني", "بانک", "ملت", "صادرات",
-                                  "تجارت", "صندوق", "فروشگاه", "مرکزي", "تنخواه", "گردان", "چک",
-                                  "ژاله", "کالا", "يزد", "سرمايه", "هزينه", "اداري", "آموزش", "أمين"};
+    static const char* words[] = {"حساب",   "هاي",   "دريافتني", "پرداختني", "بانک",  "ملت",
+                                  "صادرات", "تجارت", "صندوق",    "فروشگاه",  "مرکزي", "تنخواه",
+                                  "گردان",  "چک",    "ژاله",     "کالا",     "يزد",   "سرمايه",
+                                  "هزينه",  "اداري", "آموزش",    "أمين"};
     std::vector<QByteArray> names;
     std::mt19937 random(11);
     for (int i = 0; i < count; ++i) {
         QByteArray name = words[random() % std::size(words)];
-        for (int n = random() % 3; n >= 0; --n) name += QByteArray(" ") + words[random() % std::size(words)];
+        for (int n = random() % 3; n >= 0; --n)
+            name += QByteArray(" ") + words[random() % std::size(words)];
         names.push_back(name);
     }
     return names;
 }
 
 template <typename Compare>
-void comparePairs(benchmark::State& state, const std::vector<QByteArray>& strings, Compare compare) {
+void comparePairs(benchmark::State& state, const std::vector<QByteArray>& strings,
+                  Compare compare) {
     for (auto _ : state) {
         int sum = 0;
         for (size_t i = 1; i < strings.size(); ++i) {
@@ -80,12 +83,17 @@ struct NameTable {
     sqlite3* db = nullptr;
     NameTable() {
         sqlite3_open(":memory:", &db);
-        sqlite3_create_collation(db, "TSQL", SQLITE_UTF8, nullptr, [](void*, int an, const void* a, int bn, const void* b) {
-            return tr::text::tsqlCompareUtf8(static_cast<const char*>(a), an, static_cast<const char*>(b), bn);
-        });
-        sqlite3_create_collation(db, "BEFORE", SQLITE_UTF8, nullptr, [](void*, int an, const void* a, int bn, const void* b) {
-            return compareBefore(static_cast<const char*>(a), an, static_cast<const char*>(b), bn);
-        });
+        sqlite3_create_collation(db, "TSQL", SQLITE_UTF8, nullptr,
+                                 [](void*, int an, const void* a, int bn, const void* b) {
+                                     return tr::text::tsqlCompareUtf8(
+                                         static_cast<const char*>(a), an,
+                                         static_cast<const char*>(b), bn);
+                                 });
+        sqlite3_create_collation(db, "BEFORE", SQLITE_UTF8, nullptr,
+                                 [](void*, int an, const void* a, int bn, const void* b) {
+                                     return compareBefore(static_cast<const char*>(a), an,
+                                                          static_cast<const char*>(b), bn);
+                                 });
         sqlite3_exec(db, "CREATE TABLE Names (Nam TEXT); BEGIN", nullptr, nullptr, nullptr);
         sqlite3_stmt* insert = nullptr;
         sqlite3_prepare_v2(db, "INSERT INTO Names VALUES (?1)", -1, &insert, nullptr);

@@ -9,19 +9,19 @@ namespace tr::persian {
 
 enum class AmountProblem {
     None,
-    Empty,           // nothing typed where an amount is required
-    NotANumber,      // a character that is neither a digit, a separator nor a leading minus
-    Grouping,        // separators not between groups of three digits
-    TwoPoints,       // more than one decimal point
-    Negative,        // a minus where the field takes no negative amount
-    TooManyDecimals, // more decimals than the field keeps
-    TooLarge,        // more digits than a double holds exactly
+    Empty,            // nothing typed where an amount is required
+    NotANumber,       // a character that is neither a digit, a separator nor a leading minus
+    Grouping,         // separators not between groups of three digits
+    TwoPoints,        // more than one decimal point
+    Negative,         // a minus where the field takes no negative amount
+    TooManyDecimals,  // more decimals than the field keeps
+    TooLarge,         // more digits than a double holds exactly
 };
 
 struct AmountRules {
-    bool required = false;        // empty text is refused instead of reading as "no amount"
+    bool required = false;  // empty text is refused instead of reading as "no amount"
     bool negativeAllowed = false;
-    int decimals = 3;             // the display keeps three; currency dialogs keep two
+    int decimals = 3;  // the display keeps three; currency dialogs keep two
 };
 
 struct AmountReading {
@@ -33,7 +33,8 @@ struct AmountReading {
 
 AmountReading readAmount(QStringView text, const AmountRules& rules = {});
 // The message a screen shows (kind kAmountMessageKind) when `text` was refused as `reading`.
-QString amountRefusal(const AmountReading& reading, QStringView text, const AmountRules& rules = {});
+QString amountRefusal(const AmountReading& reading, QStringView text,
+                      const AmountRules& rules = {});
 inline const QString kAmountMessageKind = QStringLiteral("1ER");
 
 // To `decimals` places, ties to even: the one rounding of amounts, rates and rial equivalents.

@@ -1,5 +1,7 @@
 // The TSQL collation's order: Persian alphabetical, with equality exactly as it was (blanks at
 // both ends, ASCII case, yeh and kaf forms), and a consistent total order over awkward text.
+#include "common/text/tsql_collation.h"
+
 #include <gtest/gtest.h>
 
 #include <QByteArray>
@@ -7,8 +9,6 @@
 #include <algorithm>
 #include <random>
 #include <vector>
-
-#include "common/text/tsql_collation.h"
 
 namespace tr::text {
 namespace {
@@ -102,9 +102,9 @@ TEST(PersianOrder, IsAConsistentTotalOrderOverAwkwardText) {
     const std::vector<QByteArray> pieces = [] {
         std::vector<QByteArray> p;
         for (const char* s :
-             {" ", "a", "A", "z", "0", "9", "-", ",", "۰", "٠", "۹", "٩", "ي", "ی", "ى", "ك", "ک", "ا",
-              "آ", "أ", "إ", "ء", "ئ", "ؤ", "ـ", "\u200C", "\u200F", "َ", "ّ", "ه", "ة", "ۀ", "چ", "ژ",
-              "گ", "پ", "،", "٬", "é", "ڤ", "😀"})
+             {" ", "a", "A", "z", "0", "9", "-", ",", "۰", "٠", "۹", "٩",      "ي",      "ی",
+              "ى", "ك", "ک", "ا", "آ", "أ", "إ", "ء", "ئ", "ؤ", "ـ", "\u200C", "\u200F", "َ",
+              "ّ",  "ه", "ة", "ۀ", "چ", "ژ", "گ", "پ", "،", "٬", "é", "ڤ",      "😀"})
             p.emplace_back(s);
         return p;
     }();
@@ -120,7 +120,7 @@ TEST(PersianOrder, IsAConsistentTotalOrderOverAwkwardText) {
     for (const QByteArray& a : strings) {
         for (const QByteArray& b : strings) {
             const int ab = compare(a, b), ba = compare(b, a);
-            ASSERT_EQ(ab < 0, ba > 0) << a.toHex().constData() << " / " << b.toHex().constData();
+            ASSERT_EQ(ab<0, ba> 0) << a.toHex().constData() << " / " << b.toHex().constData();
             ASSERT_EQ(ab == 0, equalAsBefore(a, b))
                 << a.toHex().constData() << " / " << b.toHex().constData();
         }

@@ -65,8 +65,8 @@ using ArabicTable = std::array<CollationWeight, 256>;
 constexpr ArabicTable buildArabicTable() {
     ArabicTable table{};
     for (char32_t c = 0x0600; c <= 0x06FF; ++c)
-        table[c - 0x0600] = ignorable(c) ? CollationWeight{0, true}
-                                         : CollationWeight{kArabicOther + c, false};
+        table[c - 0x0600] =
+            ignorable(c) ? CollationWeight{0, true} : CollationWeight{kArabicOther + c, false};
     for (uint32_t rank = 0; rank < std::size(kAlphabet); ++rank) {
         for (const char16_t* p = kAlphabet[rank]; *p; ++p)
             table[*p - 0x0600] = {kLetters + rank + 1, p != kAlphabet[rank]};

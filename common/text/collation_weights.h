@@ -16,8 +16,8 @@ struct CollationWeight {
 extern const std::array<CollationWeight, 256> kArabicBlockWeights;
 
 // For a character folded by foldForCompare (the Arabic block's table weighs the unfolded yeh
-// and kaf forms as the folded ones, so it may be read without folding). ASCII first, other scripts before the
-// Arabic block next, the block's own weights, then everything else by code point.
+// and kaf forms as the folded ones, so it may be read without folding). ASCII first, other scripts
+// before the Arabic block next, the block's own weights, then everything else by code point.
 inline CollationWeight collationWeight(char32_t c) {
     if (c < 0x80) return {0x100 + c, false};
     if (c < 0x0600) return {0x1000 + c, false};

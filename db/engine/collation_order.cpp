@@ -34,27 +34,34 @@ QStringList column(sqlite3* db, const QString& sql) {
     QStringList values;
     int step;
     while ((step = sqlite3_step(statement)) == SQLITE_ROW)
-        values << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
+        values << QString::fromUtf8(
+            reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
     sqlite3_finalize(statement);
-    if (step != SQLITE_DONE) throw tr::db::DatabaseError(QString::fromUtf8(sqlite3_errmsg(db)), sql);
+    if (step != SQLITE_DONE)
+        throw tr::db::DatabaseError(QString::fromUtf8(sqlite3_errmsg(db)), sql);
     return values;
 }
 
 int stampedOrder(sqlite3* db, const QString& schema) {
-    return column(db, QStringLiteral("PRAGMA %1.user_version").arg(quoted(schema))).value(0).toInt();
+    return column(db, QStringLiteral("PRAGMA %1.user_version").arg(quoted(schema)))
+        .value(0)
+        .toInt();
 }
 
 // Named indexes and those behind UNIQUE and PRIMARY KEY constraints alike.
 QStringList indexesOnTsqlText(sqlite3* db, const QString& schema) {
     QStringList found;
-    const QStringList indexes = column(
-        db, QStringLiteral("SELECT name FROM %1.sqlite_master WHERE type = 'index'").arg(quoted(schema)));
+    const QStringList indexes =
+        column(db, QStringLiteral("SELECT name FROM %1.sqlite_master WHERE type = 'index'")
+                       .arg(quoted(schema)));
     for (const QString& index : indexes) {
         const QStringList collations = column(
             db, QStringLiteral("SELECT coll FROM pragma_index_xinfo(%1, %2) WHERE key = 1")
-                    .arg(QLatin1Char('\'') + QString(index).replace(QLatin1Char('\''), QLatin1String("''")) +
+                    .arg(QLatin1Char('\'') +
+                             QString(index).replace(QLatin1Char('\''), QLatin1String("''")) +
                              QLatin1Char('\''),
-                         QLatin1Char('\'') + QString(schema).replace(QLatin1Char('\''), QLatin1String("''")) +
+                         QLatin1Char('\'') +
+                             QString(schema).replace(QLatin1Char('\''), QLatin1String("''")) +
                              QLatin1Char('\'')));
         if (collations.contains(QLatin1String("TSQL"), Qt::CaseInsensitive)) found << index;
     }

@@ -1,12 +1,12 @@
 // Reading typed amounts (what is accepted, what is refused and why), the one display format and
 // the one rounding.
+#include "common/persian/amount.h"
+
 #include <gtest/gtest.h>
 
 #include <QStringList>
 #include <cmath>
 #include <limits>
-
-#include "common/persian/amount.h"
 
 namespace tr::persian {
 namespace {
@@ -49,7 +49,7 @@ const ReadCase kReadCases[] = {
     {"7.", P::None, 7},
     {"1.2.3", P::TwoPoints},
     {"1٫2/3", P::TwoPoints},
-    {"1.250", P::None, 1.25},      // trailing zeros are no decimals
+    {"1.250", P::None, 1.25},  // trailing zeros are no decimals
     {"1.2345", P::TooManyDecimals},
     {"0.125", P::None, 0.125},
     // Blanks and direction marks around the number are not part of it.
@@ -146,7 +146,7 @@ TEST(AmountFormat, GroupsThousandsAndShowsOnlyTheDecimalsThereAre) {
     EXPECT_EQ(formatAmount(1250.125), "1,250.125");
     EXPECT_EQ(formatAmount(1250.1256), "1,250.126");
     EXPECT_EQ(formatAmount(-3000.5), "-3,000.5");
-    EXPECT_EQ(formatAmount(-0.0001), "0");  // no "-0"
+    EXPECT_EQ(formatAmount(-0.0001), "0");                   // no "-0"
     EXPECT_EQ(formatAmount(1e15), "1,000,000,000,000,000");  // never an exponent
     EXPECT_EQ(formatAmount(52000.125, 2), "52,000.12");
     EXPECT_EQ(formatAmount(std::numeric_limits<double>::infinity()), "");
@@ -160,8 +160,8 @@ TEST(AmountFormat, GroupsThousandsAndShowsOnlyTheDecimalsThereAre) {
 }
 
 TEST(AmountFormat, WhatIsShownReadsBackAsTheSameAmount) {
-    const double amounts[] = {0,        1,           999.999,         1000,     -1234567.891,
-                              0.5,      52000000.25, 999999999999.999, 123.456, 7.1};
+    const double amounts[] = {0,   1,           999.999,          1000,    -1234567.891,
+                              0.5, 52000000.25, 999999999999.999, 123.456, 7.1};
     const AmountRules rules{false, true, 3};
     for (const double v : amounts) {
         SCOPED_TRACE(v);

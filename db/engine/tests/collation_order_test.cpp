@@ -34,15 +34,15 @@ int currentOrder(void*, int aLength, const void* a, int bLength, const void* b) 
 }
 
 const QStringList kNames = {
-    QStringLiteral("يزد"),   QStringLiteral("گرگان"), QStringLiteral("کرمان"),
+    QStringLiteral("يزد"),       QStringLiteral("گرگان"), QStringLiteral("کرمان"),
     QStringLiteral("ژاندارمري"), QStringLiteral("چالوس"), QStringLiteral("پارس"),
-    QStringLiteral("تبريز"), QStringLiteral("آمل"),   QStringLiteral("اراك"),
-    QStringLiteral("همدان"), QStringLiteral("ساري"),  QStringLiteral("بم")};
+    QStringLiteral("تبريز"),     QStringLiteral("آمل"),   QStringLiteral("اراك"),
+    QStringLiteral("همدان"),     QStringLiteral("ساري"),  QStringLiteral("بم")};
 const QStringList kAlphabetical = {
-    QStringLiteral("آمل"),  QStringLiteral("اراك"),  QStringLiteral("بم"),
-    QStringLiteral("پارس"), QStringLiteral("تبريز"), QStringLiteral("چالوس"),
-    QStringLiteral("ژاندارمري"), QStringLiteral("ساري"), QStringLiteral("کرمان"),
-    QStringLiteral("گرگان"), QStringLiteral("همدان"), QStringLiteral("يزد")};
+    QStringLiteral("آمل"),       QStringLiteral("اراك"),  QStringLiteral("بم"),
+    QStringLiteral("پارس"),      QStringLiteral("تبريز"), QStringLiteral("چالوس"),
+    QStringLiteral("ژاندارمري"), QStringLiteral("ساري"),  QStringLiteral("کرمان"),
+    QStringLiteral("گرگان"),     QStringLiteral("همدان"), QStringLiteral("يزد")};
 
 class OldBookTest : public ::testing::Test {
   protected:
@@ -72,7 +72,8 @@ class OldBookTest : public ::testing::Test {
                      "CREATE INDEX Note_Body ON Note (Body);",
                      nullptr, nullptr, nullptr);
         for (const QString& name : kNames) {
-            const QByteArray sql = ("INSERT INTO Town VALUES ('ک-" + name + "', '" + name + "')").toUtf8();
+            const QByteArray sql =
+                ("INSERT INTO Town VALUES ('ک-" + name + "', '" + name + "')").toUtf8();
             sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
         }
         EXPECT_EQ(scalar(db, "PRAGMA integrity_check"), "ok");
@@ -86,8 +87,7 @@ class OldBookTest : public ::testing::Test {
     void expectRepaired(const QString& database) {
         sqlite3* db = openRaw(database, currentOrder);
         EXPECT_EQ(scalar(db, "PRAGMA integrity_check"), "ok");
-        EXPECT_EQ(scalar(db, "PRAGMA user_version"),
-                  QString::number(text::kTsqlCollationVersion));
+        EXPECT_EQ(scalar(db, "PRAGMA user_version"), QString::number(text::kTsqlCollationVersion));
         sqlite3_close(db);
     }
     static QStringList column(const tr::db::ExecResult& result) {
@@ -111,9 +111,10 @@ TEST_F(OldBookTest, OpeningABookInTheOldOrderRebuildsItsIndexesOnce) {
                   QStringList{QStringLiteral("کرمان")});
         EXPECT_EQ(column(book->execute(QStringLiteral("Select Nam From Town Where Cod = 'ك-يزد'"))),
                   QStringList{QStringLiteral("يزد")});
-        EXPECT_EQ(column(book->execute(
-                      QStringLiteral("Select Nam From Town Where Nam > 'چ' And Nam < 'ک' Order By Nam"))),
-                  (QStringList{QStringLiteral("چالوس"), QStringLiteral("ژاندارمري"), QStringLiteral("ساري")}));
+        EXPECT_EQ(column(book->execute(QStringLiteral(
+                      "Select Nam From Town Where Nam > 'چ' And Nam < 'ک' Order By Nam"))),
+                  (QStringList{QStringLiteral("چالوس"), QStringLiteral("ژاندارمري"),
+                               QStringLiteral("ساري")}));
     }
     expectRepaired(QStringLiteral("Corvask_1_1399"));
     // A book already in the current order is left alone: reopening changes nothing.
