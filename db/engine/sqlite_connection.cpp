@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "common/db/database_error.h"
+#include "db/engine/collation_order.h"
 #include "db/engine/connection_caches.h"
 #include "db/engine/engine.h"
 #include "db/engine/literal_parameters.h"
@@ -90,6 +91,7 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
                                    QStringLiteral("' AS tempdb")).toUtf8();
         exec(attach.constData());
         for (const char* view : kCatalogViews) exec(view);
+        bringCollationOrderUpToDate(db_, QStringLiteral("main"));
     } catch (...) {
         sqlite3_close(db_);
         db_ = nullptr;
@@ -264,6 +266,13 @@ QString SqliteConnection::schemaForDatabase(const QString& database, int positio
     exec(QStringLiteral("ATTACH DATABASE '%1' AS %2").arg(file, quoteIdent(alias)).toUtf8().constData());
     exec(QStringLiteral("PRAGMA %1.journal_mode=WAL").arg(quoteIdent(alias)).toUtf8().constData());
     exec(QStringLiteral("PRAGMA %1.synchronous=FULL").arg(quoteIdent(alias)).toUtf8().constData());
+    try {
+        bringCollationOrderUpToDate(db_, alias);
+    } catch (...) {
+        sqlite3_exec(db_, QStringLiteral("DETACH DATABASE %1").arg(quoteIdent(alias)).toUtf8().constData(),
+                     nullptr, nullptr, nullptr);
+        throw;
+    }
     attached_.insert(key, alias);
     aliasDatabases_.insert(alias.toLower(), key);
     attachOrder_.append(key);
