@@ -1,10 +1,12 @@
 #include "db/engine/translator.h"
 
 #include <QHash>
+#include <algorithm>
 #include <functional>
 
 #include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
+#include "db/engine/limits.h"
 
 namespace tr::engine {
 
@@ -80,7 +82,7 @@ struct Out {
     QString sql;
     SqlType type = SqlType::Unknown;
     bool simple = true;       // needs no parentheses as an operand
-    QString declaredType;     // of a bare column reference
+    QString declaredType;     // of a bare column reference or a cast
     QString columnName;       // of a bare column reference
     bool columnRef = false;
 };
@@ -123,6 +125,19 @@ public:
     [[noreturn]] void unsupported(const QString& construct, int position) const {
         fail(QStringLiteral("The construct '%1' is not supported by the embedded engine").arg(construct), position);
     }
+
+    // One level deeper in the walk for as long as it lives: the parser bounds the tree, and this
+    // bounds the walk itself, whatever tree it is given.
+    struct Deeper {
+        Translator& t;
+        Deeper(Translator& translator, int position) : t(translator) {
+            if (t.depth_ >= kMaxExpressionDepth) t.fail(nestedTooDeeplyMessage(), position);
+            ++t.depth_;
+        }
+        ~Deeper() { --t.depth_; }
+        Deeper(const Deeper&) = delete;
+        Deeper& operator=(const Deeper&) = delete;
+    };
 
     // ---- names -------------------------------------------------------------------------------
 
@@ -211,7 +226,10 @@ public:
         return sql;
     }
 
-    SelectOut select(const Select& s, const Scope* outer, bool forInto) {
+    // `targets`: the columns an Insert writes the result into, whose values are fitted to them.
+    SelectOut select(const Select& s, const Scope* outer, bool forInto,
+                     const std::vector<ColumnInfo>* targets = nullptr) {
+        const Deeper deeper(*this, s.position);
         Scope scope;
         scope.outer = outer;
         QString from;
@@ -223,7 +241,7 @@ public:
         QStringList items;
         for (const SelectItem& item : s.items) {
             if (item.expr->kind == Expr::Kind::Star) {
-                expandStar(*item.expr, scope, items, out);
+                expandStar(*item.expr, scope, items, out, targets);
                 continue;
             }
             if (item.expr->kind == Expr::Kind::Identity) {
@@ -252,7 +270,10 @@ public:
                                     "verify each column has a name"),
                      item.expr->position);
             }
-            items << (item.alias.isEmpty() ? e.sql : e.sql + QStringLiteral(" AS ") + quoteIdent(item.alias));
+            const QString value = targets && out.columns.size() < targets->size()
+                                      ? fitted(e, (*targets)[out.columns.size()])
+                                      : e.sql;
+            items << (item.alias.isEmpty() ? value : value + QStringLiteral(" AS ") + quoteIdent(item.alias));
             QString declared = e.declaredType;
             if (declared.isEmpty()) {
                 declared = e.type == SqlType::Text      ? QStringLiteral("VARCHAR COLLATE TSQL")
@@ -276,7 +297,7 @@ public:
         }
         if (s.having) sql += QStringLiteral(" HAVING ") + expr(*s.having, scope).sql;
         if (s.unionNext) {
-            SelectOut next = select(*s.unionNext, outer, false);
+            SelectOut next = select(*s.unionNext, outer, false, targets);
             sql += (s.unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ")) + next.sql;
         }
         if (!s.orderBy.empty()) {
@@ -308,7 +329,8 @@ public:
         return e.sql + dir;
     }
 
-    void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out) {
+    void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out,
+                    const std::vector<ColumnInfo>* targets) {
         bool any = false;
         for (const ScopeTable& t : scope.tables) {
             if (!star.parts.isEmpty() && t.alias.compare(star.parts.last(), Qt::CaseInsensitive) != 0) continue;
@@ -320,7 +342,9 @@ public:
             }
             for (const ColumnInfo& c : t.columns) {
                 const QString e = t.emitted + QLatin1Char('.') + quoteIdent(c.name);
-                items << e;
+                items << (targets && out.columns.size() < targets->size()
+                              ? fitted(make(e, c.type, true), (*targets)[out.columns.size()])
+                              : e);
                 out.columns.push_back(c);
                 out.expressions.push_back(e);
                 out.plainColumns.push_back(true);
@@ -328,6 +352,30 @@ public:
         }
         if (!any && scope.tables.empty()) fail(QStringLiteral("Must specify table to select from"), star.position);
         if (!any) fail(QStringLiteral("The object name '%1' is not valid here").arg(star.parts.join('.')), star.position);
+    }
+
+    // The width of a text column declared with one (Varchar(n), Char(n)...); -1 otherwise.
+    static int textWidth(const QString& declaredType) {
+        if (!declaredType.contains(QLatin1String("CHAR"), Qt::CaseInsensitive)) return -1;
+        const qsizetype open = declaredType.indexOf(QLatin1Char('('));
+        const qsizetype close = declaredType.indexOf(QLatin1Char(')'), open + 1);
+        if (open < 0 || close < 0) return -1;
+        bool ok = false;
+        const int width = declaredType.mid(open + 1, close - open - 1).trimmed().toInt(&ok);
+        return ok && width > 0 ? width : -1;
+    }
+
+    // A value written into `column`, checked at run time where its type leaves a doubt: text too
+    // wide for the column, or a number that is not finite (see tsql_fit).
+    static QString fitted(const Out& value, const ColumnInfo& column) {
+        if (value.type == SqlType::Null || value.type == SqlType::Integer) return value.sql;
+        const int width = textWidth(column.declaredType);
+        const int valueWidth = textWidth(value.declaredType);  // a column or a cast
+        if (width > 0 && valueWidth > 0 && valueWidth <= width) return value.sql;
+        if (width > 0 && value.type != SqlType::Real)
+            return QStringLiteral("tsql_fit(%1, %2)").arg(value.sql).arg(width);
+        if (isNumeric(column.type)) return QStringLiteral("tsql_fit(%1, 0)").arg(value.sql);
+        return value.sql;
     }
 
     // ---- expressions -------------------------------------------------------------------------
@@ -451,6 +499,7 @@ public:
     }
 
     Out expr(const Expr& e, const Scope& scope) {
+        const Deeper deeper(*this, e.position);
         switch (e.kind) {
             case Expr::Kind::Null:
                 return make(QStringLiteral("NULL"), SqlType::Null, true);
@@ -596,7 +645,16 @@ public:
         unsupported(QStringLiteral("expression"), e.position);
     }
 
+    // A cast's result has the declared type it names, which Select ... Into gives its column.
     Out cast(const Expr& e, const Scope& scope) {
+        Out o = castValue(e, scope);
+        TypeName declared = e.type;
+        if (declared.name.contains(QLatin1String("CHAR")) && declared.length == -1) declared.length = 30;
+        o.declaredType = sqliteType(declared);
+        return o;
+    }
+
+    Out castValue(const Expr& e, const Scope& scope) {
         Out x = expr(*e.args[0], scope);
         const QString& n = e.type.name;
         if (n.contains(QLatin1String("CHAR")) || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT")) {
@@ -807,6 +865,7 @@ public:
                                      quoteIdent(t.name + QStringLiteral("__") + s.name), quoteIdent(t.name),
                                      columns.join(QStringLiteral(", ")));
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 return step;
             }
             case Statement::Kind::DropIndex: {
@@ -826,6 +885,7 @@ public:
                 }
                 step.sql << QStringLiteral("DROP TABLE ") + t.sql;
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 step.changedTables.push_back({t.schema, t.name, TableName::Change::Dropped});
                 return step;
             }
@@ -842,6 +902,7 @@ public:
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
                 }
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 step.changedTables.push_back({t.schema, t.name, TableName::Change::Altered});
                 return step;
             }
@@ -942,6 +1003,7 @@ public:
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         step.changedTables.push_back({t.schema, t.name, TableName::Change::Created});
         return step;
     }
@@ -968,6 +1030,7 @@ public:
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(target.schema, step.sql);
         step.changedTables.push_back({target.schema, target.name, TableName::Change::Created});
         return step;
     }
@@ -975,18 +1038,27 @@ public:
     Step insert(const Statement& s) {
         ResolvedTable t = resolveTable(s.table, s.position);
         QStringList columns;
-        for (const QString& c : s.columns) columns << quoteIdent(c);
+        std::vector<ColumnInfo> targets;  // each value's column, while all are known
+        for (const QString& c : s.columns) {
+            columns << quoteIdent(c);
+            const auto known = std::find_if(t.columns.begin(), t.columns.end(), [&](const ColumnInfo& k) {
+                return k.name.compare(c, Qt::CaseInsensitive) == 0;
+            });
+            targets.push_back(known == t.columns.end() ? ColumnInfo{} : *known);
+        }
         if (columns.isEmpty()) {
             // A positional insert fills every column but the identity, as on the server.
             for (const ColumnInfo& c : t.columns) {
-                if (!c.identity) columns << quoteIdent(c.name);
+                if (c.identity) continue;
+                columns << quoteIdent(c.name);
+                targets.push_back(c);
             }
             if (columns.size() == static_cast<int>(t.columns.size())) columns.clear();
         }
         QString sql = QStringLiteral("INSERT INTO ") + t.sql;
         if (!columns.isEmpty()) sql += QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
         if (s.select) {
-            sql += QLatin1Char(' ') + select(*s.select, nullptr, false).sql;
+            sql += QLatin1Char(' ') + select(*s.select, nullptr, false, &targets).sql;
         } else if (s.values.empty()) {
             sql += QStringLiteral(" DEFAULT VALUES");
         } else {
@@ -994,7 +1066,10 @@ public:
             QStringList rows;
             for (const auto& row : s.values) {
                 QStringList values;
-                for (const ExprPtr& v : row) values << expr(*v, none).sql;
+                for (const ExprPtr& v : row) {
+                    const Out value = expr(*v, none);
+                    values << (values.size() < int(targets.size()) ? fitted(value, targets[values.size()]) : value.sql);
+                }
                 rows << QLatin1Char('(') + values.join(QStringLiteral(", ")) + QLatin1Char(')');
             }
             sql += QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
@@ -1060,7 +1135,12 @@ public:
         }
         QStringList sets;
         for (const Assignment& a : s.assignments) {
-            sets << quoteIdent(a.column.last()) + QStringLiteral(" = ") + expr(*a.value, scope).sql;
+            const Out value = expr(*a.value, scope);
+            const auto known = std::find_if(t.columns.begin(), t.columns.end(), [&](const ColumnInfo& k) {
+                return k.name.compare(a.column.last(), Qt::CaseInsensitive) == 0;
+            });
+            sets << quoteIdent(a.column.last()) + QStringLiteral(" = ") +
+                        (known == t.columns.end() ? value.sql : fitted(value, *known));
         }
         if (s.where) conditions << QLatin1Char('(') + expr(*s.where, scope).sql + QLatin1Char(')');
         QString sql = QStringLiteral("UPDATE %1 AS %2 SET %3").arg(t.sql, quoteIdent(alias), sets.join(QStringLiteral(", ")));
@@ -1139,6 +1219,7 @@ public:
 private:
     Catalog& catalog_;
     const QString& source_;
+    int depth_ = 0;
 };
 
 }  // namespace
