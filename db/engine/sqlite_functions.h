@@ -1,6 +1,8 @@
 #pragma once
 // The TSQL collation and the runtime functions the translated SQL calls (T-SQL LIKE, `+` with
 // unknown operand types, conversions with the server's conversion errors, string functions).
+#include <QString>
+
 struct sqlite3;
 
 namespace tr::engine {

@@ -85,6 +85,10 @@ struct Out {
     QString declaredType;     // of a bare column reference or a cast
     QString columnName;       // of a bare column reference
     bool columnRef = false;
+    // The operators of a left-to-right chain at the top ("+" for + and -, "*" for * / %, "||",
+    // "AND", "OR"): the next term of the same chain needs no parentheses around it, which keeps a
+    // long chain within the depth of SQLite's parser.
+    const char* chain = nullptr;
 };
 
 struct ScopeTable {
@@ -381,6 +385,14 @@ public:
     // ---- expressions -------------------------------------------------------------------------
 
     static QString wrap(const Out& o) { return o.simple ? o.sql : QLatin1Char('(') + o.sql + QLatin1Char(')'); }
+    // The left operand of an operator of `chain`.
+    static QString wrapLeft(const Out& o, const char* chain) {
+        return o.chain && qstrcmp(o.chain, chain) == 0 ? o.sql : wrap(o);
+    }
+    static Out chained(Out o, const char* chain) {
+        o.chain = chain;
+        return o;
+    }
 
     static Out make(const QString& sql, SqlType type, bool simple = false) {
         Out o;
@@ -470,17 +482,20 @@ public:
         if (op == QLatin1String("+")) {
             if (l.type == SqlType::Null || r.type == SqlType::Null) return make(QStringLiteral("NULL"), SqlType::Null, true);
             if (l.type == SqlType::Text && r.type == SqlType::Text) {
-                return make(wrap(l) + QStringLiteral(" || ") + wrap(r), SqlType::Text);
+                return chained(make(wrapLeft(l, "||") + QStringLiteral(" || ") + wrap(r), SqlType::Text), "||");
             }
             if (isNumeric(l.type) && isNumeric(r.type)) {
-                return make(wrap(l) + QStringLiteral(" + ") + wrap(r),
-                            l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real : SqlType::Integer);
+                return chained(make(wrapLeft(l, "+") + QStringLiteral(" + ") + wrap(r),
+                                    l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real : SqlType::Integer),
+                               "+");
             }
             if (l.type == SqlType::Text && isNumeric(r.type)) {
                 return make(toNumber(l, e.args[0].get()).sql + QStringLiteral(" + ") + wrap(r), SqlType::Real);
             }
             if (r.type == SqlType::Text && isNumeric(l.type)) {
-                return make(wrap(l) + QStringLiteral(" + ") + toNumber(r, e.args[1].get()).sql, SqlType::Real);
+                return chained(make(wrapLeft(l, "+") + QStringLiteral(" + ") + toNumber(r, e.args[1].get()).sql,
+                                    SqlType::Real),
+                               "+");
             }
             return make(QStringLiteral("tsql_add(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
         }
@@ -495,7 +510,10 @@ public:
         if (op == QLatin1String("/") && type == SqlType::Unknown) {
             return make(QStringLiteral("tsql_divide(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
         }
-        return make(wrap(l) + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), type);
+        const char* chain = op == QLatin1String("+") || op == QLatin1String("-")   ? "+"
+                            : op == QLatin1String("&") || op == QLatin1String("|") ? "&"
+                                                                                   : "*";
+        return chained(make(wrapLeft(l, chain) + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), type), chain);
     }
 
     Out expr(const Expr& e, const Scope& scope) {
@@ -534,9 +552,11 @@ public:
             case Expr::Kind::Binary: {
                 const QString& op = e.text;
                 if (op == QLatin1String("AND") || op == QLatin1String("OR")) {
-                    return make(wrap(expr(*e.args[0], scope)) + QLatin1Char(' ') + op + QLatin1Char(' ') +
-                                    wrap(expr(*e.args[1], scope)),
-                                SqlType::Integer);
+                    const char* chain = op == QLatin1String("AND") ? "AND" : "OR";
+                    return chained(make(wrapLeft(expr(*e.args[0], scope), chain) + QLatin1Char(' ') + op +
+                                            QLatin1Char(' ') + wrap(expr(*e.args[1], scope)),
+                                        SqlType::Integer),
+                                   chain);
                 }
                 if (op == QLatin1String("=") || op == QLatin1String("<>") || op == QLatin1String("!=") ||
                     op == QLatin1String("<") || op == QLatin1String(">") || op == QLatin1String("<=") ||
