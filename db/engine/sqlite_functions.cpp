@@ -478,6 +478,20 @@ void callFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 
 }  // namespace
 
+bool tsqlFitText(QString& text, int width) {
+    if (text.size() <= width) return true;  // a character takes one or two UTF-16 units
+    qsizetype characters = 0, cut = text.size();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text.at(i).isLowSurrogate()) continue;
+        if (characters++ == width) cut = i;
+    }
+    if (characters <= width) return true;
+    for (qsizetype i = cut; i < text.size(); ++i)
+        if (text.at(i) != u' ') return false;
+    text.truncate(cut);
+    return true;
+}
+
 bool tsqlLike(const QString& pattern, const QString& text, QChar escape) {
     return likeFrom(compileLike(pattern, escape), text, 0);
 }

@@ -85,6 +85,8 @@ struct Out {
     QString declaredType;     // of a bare column reference or a cast
     QString columnName;       // of a bare column reference
     bool columnRef = false;
+    bool literal = false;     // a number or string written in the text
+    int parameter = 0;        // > 0: that literal, bound as ?parameter
     // The operators of a left-to-right chain at the top ("+" for + and -, "*" for * / %, "||",
     // "AND", "OR"): the next term of the same chain needs no parentheses around it, which keeps a
     // long chain within the depth of SQLite's parser.
@@ -333,8 +335,10 @@ public:
         return e.sql + dir;
     }
 
+    // `targets` is dropped at a table whose columns are not known: the values after it can no
+    // longer be matched with their columns.
     void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out,
-                    const std::vector<ColumnInfo>* targets) {
+                    const std::vector<ColumnInfo>*& targets) {
         bool any = false;
         for (const ScopeTable& t : scope.tables) {
             if (!star.parts.isEmpty() && t.alias.compare(star.parts.last(), Qt::CaseInsensitive) != 0) continue;
@@ -342,6 +346,7 @@ public:
             if (!t.known) {
                 // Unknown columns (a table made earlier in the same batch): let SQLite expand.
                 items << t.emitted + QStringLiteral(".*");
+                targets = nullptr;
                 continue;
             }
             for (const ColumnInfo& c : t.columns) {
@@ -370,14 +375,22 @@ public:
     }
 
     // A value written into `column`, checked at run time where its type leaves a doubt: text too
-    // wide for the column, or a number that is not finite (see tsql_fit).
-    static QString fitted(const Out& value, const ColumnInfo& column) {
+    // wide for the column, or a number that is not finite (see tsql_fit). A bound text value is
+    // checked when it is bound instead, which costs no call per row.
+    QString fitted(const Out& value, const ColumnInfo& column) {
         if (value.type == SqlType::Null || value.type == SqlType::Integer) return value.sql;
+        // The tokenizer lets in only finite literals, and a stored number was checked when written.
+        if ((value.literal || value.columnRef) && isNumeric(value.type)) return value.sql;
         const int width = textWidth(column.declaredType);
         const int valueWidth = textWidth(value.declaredType);  // a column or a cast
         if (width > 0 && valueWidth > 0 && valueWidth <= width) return value.sql;
-        if (width > 0 && value.type != SqlType::Real)
+        if (width > 0 && value.type != SqlType::Real) {
+            if (value.parameter > 0) {
+                boundWidths_.push_back({value.parameter, width});
+                return value.sql;
+            }
             return QStringLiteral("tsql_fit(%1, %2)").arg(value.sql).arg(width);
+        }
         if (isNumeric(column.type)) return QStringLiteral("tsql_fit(%1, 0)").arg(value.sql);
         return value.sql;
     }
@@ -523,19 +536,27 @@ public:
                 return make(QStringLiteral("NULL"), SqlType::Null, true);
             case Expr::Kind::Number: {
                 if (e.parameter > 0) {
-                    return make(QStringLiteral("?%1").arg(e.parameter),
-                                e.text.contains(QLatin1Char('.')) ? SqlType::Real : SqlType::Integer, true);
+                    Out o = make(QStringLiteral("?%1").arg(e.parameter),
+                                 e.text.contains(QLatin1Char('.')) ? SqlType::Real : SqlType::Integer, true);
+                    o.literal = true;
+                    o.parameter = e.parameter;
+                    return o;
                 }
                 const bool real = e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
                 QString text = e.text;
                 if (text.startsWith(QLatin1Char('.'))) text.prepend(QLatin1Char('0'));
                 if (text.startsWith(QLatin1String("-."))) text.insert(1, QLatin1Char('0'));
                 Out o = make(text, real ? SqlType::Real : SqlType::Integer, !text.startsWith(QLatin1Char('-')));
+                o.literal = true;
                 return o;
             }
-            case Expr::Kind::String:
-                if (e.parameter > 0) return make(QStringLiteral("?%1").arg(e.parameter), SqlType::Text, true);
-                return make(quoteText(e.text), SqlType::Text, true);
+            case Expr::Kind::String: {
+                Out o = e.parameter > 0 ? make(QStringLiteral("?%1").arg(e.parameter), SqlType::Text, true)
+                                        : make(quoteText(e.text), SqlType::Text, true);
+                o.literal = true;
+                o.parameter = e.parameter;
+                return o;
+            }
             case Expr::Kind::Column:
                 return column(e, scope);
             case Expr::Kind::Star:
@@ -1099,6 +1120,7 @@ public:
         step.sql << sql;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+        step.boundWidths = boundWidths_;
         return step;
     }
 
@@ -1180,6 +1202,7 @@ public:
         step.sql << sql;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+        step.boundWidths = boundWidths_;
         return step;
     }
 
@@ -1233,6 +1256,7 @@ public:
         step.sql << sql;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+        step.boundWidths = boundWidths_;
         return step;
     }
 
@@ -1240,6 +1264,7 @@ private:
     Catalog& catalog_;
     const QString& source_;
     int depth_ = 0;
+    std::vector<std::pair<int, int>> boundWidths_;  // for Step::boundWidths
 };
 
 }  // namespace
