@@ -16,8 +16,9 @@ constexpr int kMaxUnionTerms = 128;
 constexpr int kMaxCallDepth = 32;
 
 inline QString nestedTooDeeplyMessage() {
-    return QStringLiteral("Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
-                          "into smaller queries.");
+    return QStringLiteral(
+        "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+        "into smaller queries.");
 }
 
 }  // namespace tr::engine

@@ -30,21 +30,21 @@ const LikeCase kCases[] = {
     {"abcbd", "a%b", false},
     {"mississippi", "%iss%ppi", true},
     {"mississippi", "%iss%ppx", false},
-    {"ABC", "a%c", true},                  // ASCII case is not significant
+    {"ABC", "a%c", true},  // ASCII case is not significant
     {"b", "[a-c]", true},
     {"d", "[a-c]", false},
     {"d", "[^a-c]", true},
     {"B", "[a-c]", true},
     {"x", "[xyz]", true},
-    {"-", "[a-]", true},                   // a dash at the end of a set is itself
-    {"[", "[", true},                      // an unclosed bracket is itself
+    {"-", "[a-]", true},  // a dash at the end of a set is itself
+    {"[", "[", true},     // an unclosed bracket is itself
     {"a[]b", "a[]b", true},
     {"x", "[^]", true},
     {"10%", "10!%", false},
     {"علی", "عل_", true},
-    {"كتاب", "کتاب", true},                // Arabic and Persian kaf
-    {"علي", "%ی", true},                   // Arabic and Persian yeh
-    {"ab", "ab ", false},                  // a blank in the pattern is a character to match
+    {"كتاب", "کتاب", true},  // Arabic and Persian kaf
+    {"علي", "%ی", true},     // Arabic and Persian yeh
+    {"ab", "ab ", false},    // a blank in the pattern is a character to match
 };
 
 }  // namespace
@@ -82,11 +82,14 @@ TEST_F(LikeInQueries, SearchWithAHostileWordOverManyDescriptions) {
     db->execute("Create Table D (Des NVarchar(200))");
     db->execute("Begin Tran");
     for (int i = 0; i < 200; ++i)
-        db->execute(QStringLiteral("Insert Into D (Des) Values ('%1')").arg(QStringLiteral("ب").repeated(200)));
+        db->execute(QStringLiteral("Insert Into D (Des) Values ('%1')")
+                        .arg(QStringLiteral("ب").repeated(200)));
     db->execute("Commit Tran");
     EXPECT_EQ(value("Select Count(*) From D Where Des Like '%_%_%_%_z%'").toInt(), 0);
     EXPECT_EQ(value("Select Count(*) From D Where Des Like '%_%_%_%_ب%'").toInt(), 200);
-    EXPECT_EQ(value("Select 1 Where 'aaa' Like '" + QStringLiteral("a%").repeated(60000) + "'").toInt(), 0);
+    EXPECT_EQ(
+        value("Select 1 Where 'aaa' Like '" + QStringLiteral("a%").repeated(60000) + "'").toInt(),
+        0);
     EXPECT_EQ(value("Select PatIndex('%b_d%', 'aabcd')").toInt(), 3);
     EXPECT_EQ(value("Select PatIndex('%x%', 'aabcd')").toInt(), 0);
 }

@@ -9,7 +9,7 @@ using tr::db::DatabaseError;
 using tr::engine::testing::EngineTest;
 
 class NumberLiterals : public EngineTest {
-protected:
+  protected:
     void SetUp() override {
         EngineTest::SetUp();
         db->execute("Create Table T (a Int, b Float)");
@@ -40,7 +40,8 @@ TEST_F(NumberLiterals, PersianAndArabicIndicDigitsAreRefusedNeverReadAsZero) {
         {QStringLiteral("Select 1 Where ۱ = 1"), QStringLiteral("۱")},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(refusal(c.sql), QStringLiteral("Incorrect syntax near '%1'").arg(c.near)) << c.sql.toStdString();
+        EXPECT_EQ(refusal(c.sql), QStringLiteral("Incorrect syntax near '%1'").arg(c.near))
+            << c.sql.toStdString();
     EXPECT_EQ(value("Select Count(*) From T").toInt(), 1);
     EXPECT_EQ(value("Select b From T").toDouble(), 3);
     // In text they are just characters.
@@ -48,10 +49,11 @@ TEST_F(NumberLiterals, PersianAndArabicIndicDigitsAreRefusedNeverReadAsZero) {
 }
 
 TEST_F(NumberLiterals, ALiteralBeyondAFloatsRangeIsRefused) {
-    for (const QString& literal : {QStringLiteral("1e309"), QStringLiteral("1.5E+400"), QStringLiteral("1e-400"),
-                                   QStringLiteral("9").repeated(400)}) {
+    for (const QString& literal : {QStringLiteral("1e309"), QStringLiteral("1.5E+400"),
+                                   QStringLiteral("1e-400"), QStringLiteral("9").repeated(400)}) {
         const QString message = QStringLiteral(
-            "The floating point value '%1' is out of the range of computer representation (8 bytes).")
+                                    "The floating point value '%1' is out of the range of computer "
+                                    "representation (8 bytes).")
                                     .arg(literal);
         EXPECT_EQ(refusal("Insert Into T (a, b) Values (2, " + literal + ")"), message);
         EXPECT_EQ(refusal("Select -" + literal + " + 1"), message);

@@ -41,7 +41,8 @@ TEST_F(TempWrites, DoNotWaitForAnotherProcessWritingTheBook) {
 TEST_F(TempWrites, ASelectIntoThatFailsLeavesNoTable) {
     db->execute("Create Table ##x (Code Varchar(3))");
     db->execute("Insert Into ##x Values ('a')");
-    EXPECT_THROW(db->execute("Select Cast(Code As Int) As n Into ##y From ##x"), tr::db::DatabaseError);
+    EXPECT_THROW(db->execute("Select Cast(Code As Int) As n Into ##y From ##x"),
+                 tr::db::DatabaseError);
     EXPECT_EQ(value("Select Count(*) From Tempdb..SysObjects Where name = '##y'").toInt(), 0);
     db->execute("Select Code Into ##y From ##x");
     EXPECT_EQ(value("Select Code From ##y").toString(), QStringLiteral("a"));

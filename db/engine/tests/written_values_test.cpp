@@ -13,12 +13,13 @@ using tr::engine::testing::EngineTest;
 namespace {
 
 const QString kTruncated = QStringLiteral("String or binary data would be truncated.");
-const QString kOverflow = QStringLiteral("Arithmetic overflow error converting expression to data type float.");
+const QString kOverflow =
+    QStringLiteral("Arithmetic overflow error converting expression to data type float.");
 
 }  // namespace
 
 class WrittenValues : public EngineTest {
-protected:
+  protected:
     void SetUp() override {
         EngineTest::SetUp();
         tr::schema::createCompanySchema(*db);
@@ -32,17 +33,21 @@ protected:
         }
         return {};
     }
-    int count(const char* table) { return value(QStringLiteral("Select Count(*) From ") + table).toInt(); }
+    int count(const char* table) {
+        return value(QStringLiteral("Select Count(*) From ") + table).toInt();
+    }
 };
 
 TEST_F(WrittenValues, TextWiderThanItsColumnIsRefusedByEveryKindOfWrite) {
     const QString longText = QStringLiteral("x").repeated(1000000);
-    const QString des = QStringLiteral("ش").repeated(201);  // one character too many, two bytes each
+    const QString des =
+        QStringLiteral("ش").repeated(201);  // one character too many, two bytes each
     db->execute("Insert Into ##W (Code, Name) Values ('a', 'bbbbbbbbbb')");
     const QString writes[] = {
         "Insert Into Asnad (TypeSys, Des) Values ('1', '" + longText + "')",
         "Insert Into Asnad (TypeSys, Des) Values ('1', N'" + des + "')",
-        "Insert Into Asnad (TypeSys, AtfCh) Values ('1', '" + QStringLiteral("1").repeated(21) + "')",
+        "Insert Into Asnad (TypeSys, AtfCh) Values ('1', '" + QStringLiteral("1").repeated(21) +
+            "')",
         "Insert Into Asnad (TypeSys, AtfCh) Select '1', Name + Name + Name From ##W",
         "Insert Into ##W (Code) Values ('abcdef')",
         "Insert Into ##W Values ('a', 'b' + '" + QStringLiteral("c").repeated(10) + "', 0, 0)",
@@ -51,14 +56,17 @@ TEST_F(WrittenValues, TextWiderThanItsColumnIsRefusedByEveryKindOfWrite) {
         "Update ##W Set Code = 'abcdef'",
         "Update ##W Set Name = Name + 'c'",
     };
-    for (const QString& sql : writes) EXPECT_EQ(refusal(sql), kTruncated) << sql.left(80).toStdString();
+    for (const QString& sql : writes)
+        EXPECT_EQ(refusal(sql), kTruncated) << sql.left(80).toStdString();
     EXPECT_EQ(count("Asnad"), 0);
-    EXPECT_EQ(value("Select Code + '|' + Name From ##W").toString(), QStringLiteral("a|bbbbbbbbbb"));
+    EXPECT_EQ(value("Select Code + '|' + Name From ##W").toString(),
+              QStringLiteral("a|bbbbbbbbbb"));
 }
 
 TEST_F(WrittenValues, TextThatFitsIsStoredWholeAndBlanksPastTheWidthAreDropped) {
     const QString des = QStringLiteral("ش").repeated(200);
-    db->execute("Insert Into Asnad (TypeSys, Des, AtfCh) Values ('1', N'" + des + "', '12345678901234567890')");
+    db->execute("Insert Into Asnad (TypeSys, Des, AtfCh) Values ('1', N'" + des +
+                "', '12345678901234567890')");
     EXPECT_EQ(value("Select Des From Asnad").toString(), des);
     db->execute("Insert Into ##W (Code, Name) Values ('abc' + '      ', N'علی  ')");
     EXPECT_EQ(value("Select Code + '|' From ##W").toString(), QStringLiteral("abc  |"));
@@ -85,7 +93,8 @@ TEST_F(WrittenValues, NumbersThatAreNotFiniteAreRefusedAndReadingNeverFails) {
     EXPECT_EQ(count("Asnad"), 0);
     // Every row the engine let in can be read back, as a number and as text.
     EXPECT_DOUBLE_EQ(value("Select Amount From ##W").toDouble(), 1e308);
-    EXPECT_EQ(value("Select Cast(Amount As Varchar(30)) From ##W").toString(), QStringLiteral("1e+308"));
+    EXPECT_EQ(value("Select Cast(Amount As Varchar(30)) From ##W").toString(),
+              QStringLiteral("1e+308"));
 }
 
 TEST_F(WrittenValues, StatementsSharingATranslationCheckTheirOwnValues) {
