@@ -211,7 +211,8 @@ public:
         return sql;
     }
 
-    SelectOut select(const Select& s, const Scope* outer, bool forInto) {
+    // `trimFirst`: the first result column is trimmed of blanks, for a text In (Select ...).
+    SelectOut select(const Select& s, const Scope* outer, bool forInto, bool trimFirst = false) {
         Scope scope;
         scope.outer = outer;
         QString from;
@@ -223,7 +224,10 @@ public:
         QStringList items;
         for (const SelectItem& item : s.items) {
             if (item.expr->kind == Expr::Kind::Star) {
+                const bool first = items.isEmpty();
                 expandStar(*item.expr, scope, items, out);
+                if (first && trimFirst && !items.isEmpty() && !items.first().endsWith(QLatin1String(".*")))
+                    items.first() = QStringLiteral("trim(%1, ' ')").arg(items.first());
                 continue;
             }
             if (item.expr->kind == Expr::Kind::Identity) {
@@ -245,6 +249,7 @@ public:
                 continue;
             }
             Out e = expr(*item.expr, scope);
+            if (trimFirst && items.isEmpty()) e.sql = QStringLiteral("trim(%1, ' ')").arg(e.sql);
             QString name = item.alias;
             if (name.isEmpty() && e.columnRef) name = e.columnName;
             if (forInto && name.isEmpty()) {
@@ -276,7 +281,7 @@ public:
         }
         if (s.having) sql += QStringLiteral(" HAVING ") + expr(*s.having, scope).sql;
         if (s.unionNext) {
-            SelectOut next = select(*s.unionNext, outer, false);
+            SelectOut next = select(*s.unionNext, outer, false, trimFirst);
             sql += (s.unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ")) + next.sql;
         }
         if (!s.orderBy.empty()) {
@@ -528,6 +533,9 @@ public:
                             SqlType::Integer, true);
             case Expr::Kind::In: {
                 // As in comparisons, trimming the tested value changes nothing under the collation.
+                // The values a text is looked up in are trimmed: SQLite's lookup table for In
+                // reports a malformed database when it holds an empty text and a blank one, which
+                // the collation finds equal.
                 Out x = expr(*stripTrim(e.args[0].get()), scope);
                 QString list;
                 if (e.select) {
@@ -539,6 +547,8 @@ public:
                         !inner.columns[0].name.isEmpty()) {
                         list = QStringLiteral("SELECT CAST(%1 AS TEXT) FROM (%2)")
                                    .arg(quoteIdent(inner.columns[0].name), inner.sql);
+                    } else if (x.type == SqlType::Text && (inner.columns.empty() || !isNumeric(inner.columns[0].type))) {
+                        list = select(*e.select, &scope, false, true).sql;
                     }
                 } else {
                     QStringList items;
@@ -553,7 +563,7 @@ public:
                     for (size_t i = 1; i < e.args.size(); ++i) {
                         Out item = expr(*e.args[i], scope);
                         if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
-                        items << item.sql;
+                        items << (x.type == SqlType::Text ? QStringLiteral("trim(%1, ' ')").arg(item.sql) : item.sql);
                     }
                     list = items.join(QStringLiteral(", "));
                 }
