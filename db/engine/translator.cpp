@@ -211,7 +211,8 @@ public:
         return sql;
     }
 
-    // `trimFirst`: the first result column is trimmed of blanks, for a text In (Select ...).
+    // `trimFirst`: the first result column, unless a number, is trimmed of blanks, for a text
+    // In (Select ...).
     SelectOut select(const Select& s, const Scope* outer, bool forInto, bool trimFirst = false) {
         Scope scope;
         scope.outer = outer;
@@ -225,8 +226,9 @@ public:
         for (const SelectItem& item : s.items) {
             if (item.expr->kind == Expr::Kind::Star) {
                 const bool first = items.isEmpty();
+                const size_t known = out.columns.size();
                 expandStar(*item.expr, scope, items, out);
-                if (first && trimFirst && !items.isEmpty() && !items.first().endsWith(QLatin1String(".*")))
+                if (first && trimFirst && out.columns.size() > known && !isNumeric(out.columns[known].type))
                     items.first() = QStringLiteral("trim(%1, ' ')").arg(items.first());
                 continue;
             }
@@ -249,7 +251,7 @@ public:
                 continue;
             }
             Out e = expr(*item.expr, scope);
-            if (trimFirst && items.isEmpty()) e.sql = QStringLiteral("trim(%1, ' ')").arg(e.sql);
+            if (trimFirst && items.isEmpty() && !isNumeric(e.type)) e.sql = QStringLiteral("trim(%1, ' ')").arg(e.sql);
             QString name = item.alias;
             if (name.isEmpty() && e.columnRef) name = e.columnName;
             if (forInto && name.isEmpty()) {
@@ -539,7 +541,7 @@ public:
                 Out x = expr(*stripTrim(e.args[0].get()), scope);
                 QString list;
                 if (e.select) {
-                    SelectOut inner = select(*e.select, &scope, false);
+                    SelectOut inner = select(*e.select, &scope, false, x.type == SqlType::Text);
                     list = inner.sql;
                     // Text tested against numbers (a voucher line's Document against line ids):
                     // compare as text, so the text column's index still finds the rows.
@@ -547,8 +549,6 @@ public:
                         !inner.columns[0].name.isEmpty()) {
                         list = QStringLiteral("SELECT CAST(%1 AS TEXT) FROM (%2)")
                                    .arg(quoteIdent(inner.columns[0].name), inner.sql);
-                    } else if (x.type == SqlType::Text && (inner.columns.empty() || !isNumeric(inner.columns[0].type))) {
-                        list = select(*e.select, &scope, false, true).sql;
                     }
                 } else {
                     QStringList items;
