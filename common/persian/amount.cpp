@@ -1,6 +1,7 @@
 #include "common/persian/amount.h"
 
 #include <QByteArray>
+#include <algorithm>
 #include <QList>
 #include <cfenv>
 #include <cmath>
@@ -52,8 +53,14 @@ AmountReading refused(AmountProblem problem) {
     return r;
 }
 
+// A double holds 15 significant digits: decimals past them would show the binary rounding
+// ("99999999999999.9" as ".906"), so a large amount shows fewer.
 QString fixedText(double value, int decimals) {
-    QString text = QString::number(std::fabs(value), 'f', decimals);
+    const double magnitude = std::fabs(value);
+    QString text = QString::number(magnitude, 'f', decimals);
+    const qsizetype whole = magnitude >= 1 ? text.indexOf(u'.') < 0 ? text.size() : text.indexOf(u'.') : 0;
+    if (whole + decimals > kMaxSignificantDigits)
+        text = QString::number(magnitude, 'f', std::max<qsizetype>(0, kMaxSignificantDigits - whole));
     if (text.contains(u'.')) {
         while (text.endsWith(u'0')) text.chop(1);
         if (text.endsWith(u'.')) text.chop(1);

@@ -161,13 +161,16 @@ TEST(AmountFormat, GroupsThousandsAndShowsOnlyTheDecimalsThereAre) {
 
 TEST(AmountFormat, WhatIsShownReadsBackAsTheSameAmount) {
     const double amounts[] = {0,   1,           999.999,          1000,    -1234567.891,
-                              0.5, 52000000.25, 999999999999.999, 123.456, 7.1};
+                              0.5, 52000000.25, 999999999999.999, 123.456, 7.1,
+                              99999999999999.9, -9999999999999.99};
     const AmountRules rules{false, true, 3};
     for (const double v : amounts) {
         SCOPED_TRACE(v);
         EXPECT_EQ(readAmount(formatAmount(v), rules).value, v);
         EXPECT_EQ(readAmount(amountEditText(v), rules).value, v);
         EXPECT_EQ(readAmount(printAmount(v), rules).value, v);
+        // Fifteen digits, as typed: never the binary rounding beyond them.
+        EXPECT_TRUE(readAmount(formatAmount(v), rules).ok()) << formatAmount(v).toStdString();
     }
 }
 
