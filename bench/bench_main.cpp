@@ -36,6 +36,16 @@ int main(int argc, char** argv) {
         reporter.printRatio(std::string("the controller's save command alone, synchronous=") + sync,
                             std::string("BM_SaveStepController/") + sync + "/real_time", baseline, goal);
     }
+    std::printf("\nThe collation against the code-point order it replaced:\n");
+    reporter.printRatio("point query by hand, this order vs the one before", "BM_PointQuerySqlite",
+                        "BM_PointQuerySqliteBefore", 1.1);
+    reporter.printRatio("aggregate by hand, this order vs the one before", "BM_AggregateSqlite",
+                        "BM_AggregateSqliteBefore", 1.1);
+    reporter.printRatio("comparing ASCII codes", "BM_CollateAsciiCodes", "BM_CollateAsciiCodesBefore", 1.1);
+    reporter.printRatio("comparing Persian names", "BM_CollatePersianNames", "BM_CollatePersianNamesBefore",
+                        1.5);
+    reporter.printRatio("SQLite sorting 200,000 Persian names", "BM_SortPersianNames",
+                        "BM_SortPersianNamesBefore", 1.5);
     if (const double open = reporter.time("BM_OpenBySerial/real_time"); open > 0)
         std::printf("%-58s %6.2f ms (goal: under 5 ms) %s\n", "receipt opened by serial", open / 1e6,
                     open < 5e6 ? "met" : "NOT MET");

@@ -104,8 +104,8 @@ void BM_CashSearchEngine(benchmark::State& state) {
     tr::cashbank::SearchFilters& f = search.filters();
     f.fromDate = {QStringLiteral("01"), QStringLiteral("03"), QStringLiteral("1404")};
     f.toDate = {QStringLiteral("31"), QStringLiteral("05"), QStringLiteral("1404")};
-    f.fromAmount = 1000000;
-    f.toAmount = 200000000;
+    f.fromAmount = QStringLiteral("1,000,000");
+    f.toAmount = QStringLiteral("200,000,000");
     f.words[0] = QString::fromUtf8(kWord);
     int rows = 0;
     const double before = peakMiB();

@@ -2,6 +2,7 @@
 
 #include "common/db/query_helpers.h"
 #include "common/db/scoped_temp_table.h"
+#include "common/persian/amount_cells.h"
 
 namespace tr::currency {
 
@@ -46,6 +47,13 @@ void CounterCurrencyGrid::open() {
 }
 
 bool CounterCurrencyGrid::beforePost(tr::db::Query& q) {
+    // A typed text that is not an amount stays in its cell for the user to correct.
+    const QString refusal = tr::persian::readAmountCells(
+        q, {QStringLiteral("ArzCount"), QStringLiteral("ArzNerkh")}, {false, false, 6});
+    if (!refusal.isEmpty()) {
+        messages_.show(refusal, QStringLiteral("1ER"));
+        return false;
+    }
     if (q.FieldByName(QStringLiteral("ArzCount")).AsFloat() >
         q.FieldByName(QStringLiteral("ArzMaxCount")).AsFloat()) {
         messages_.show(QStringLiteral("مقدار وارد شده از حداكثر مقدار مجاز بيشتر است !"),

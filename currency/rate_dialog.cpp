@@ -1,9 +1,13 @@
 #include "currency/rate_dialog.h"
 
-#include <cfenv>
-#include <cmath>
+#include "common/persian/amount.h"
 
 namespace tr::currency {
+
+namespace {
+// Factors between currencies may be small, and a typed value is kept as typed.
+const tr::persian::AmountRules kRules{false, false, 6};
+}  // namespace
 
 RateDialog::RateDialog(tr::dialog::Messages messages, const RateRequest& request)
     : messages_(messages), request_(request), values_(request.values) {
@@ -65,7 +69,8 @@ float RateDialog::value(Field field) const {
 }
 
 QString RateDialog::text(Field field) const {
-    return format(value(field));
+    const auto typed = refused_.constFind(int(field));
+    return typed != refused_.constEnd() ? *typed : format(value(field));
 }
 
 // Each edited value drives the others through the factor; the factor and the rates are what the
@@ -106,12 +111,27 @@ void RateDialog::follow(Field field) {
     }
 }
 
-void RateDialog::edit(Field field, const QString& text) {
-    slot(field) = parse(text);
+bool RateDialog::edit(Field field, const QString& text) {
+    const tr::persian::AmountReading reading = tr::persian::readAmount(text, kRules);
+    if (!reading.ok()) {
+        refused_.insert(int(field), text);
+        return false;
+    }
+    refused_.remove(int(field));
+    slot(field) = static_cast<float>(reading.value);
     follow(field);
+    return true;
+}
+
+bool RateDialog::refuseTyped(Field field) {
+    const QString typed = refused_.value(int(field));
+    messages_.show(tr::persian::amountRefusal(tr::persian::readAmount(typed, kRules), typed, kRules),
+                   QStringLiteral("1ER"));
+    return false;
 }
 
 bool RateDialog::leave(Field field) {
+    if (refused_.contains(int(field))) return refuseTyped(field);
     const bool guarded =
         field == Field::MainRate || field == Field::Factor || field == Field::SecondRate;
     if (guarded && value(field) == 0) {
@@ -131,6 +151,10 @@ bool RateDialog::leave(Field field) {
 }
 
 std::optional<RateValues> RateDialog::cmdOkClick() {
+    if (!refused_.isEmpty()) {
+        refuseTyped(Field(refused_.constBegin().key()));
+        return std::nullopt;
+    }
     set(Field::RialAmount, double(values_.mainAmount) * values_.mainRate);
     if (values_.mainAmount == 0 || values_.rialAmount == 0) {
         messages_.show(QStringLiteral("مبالغ تعيين نشده است !"), QStringLiteral("1ER"));
@@ -140,41 +164,11 @@ std::optional<RateValues> RateDialog::cmdOkClick() {
 }
 
 float RateDialog::round2(double value) {
-    // nearbyint rounds in the current mode; the default mode is to nearest, ties to even.
-    const int previous = std::fegetround();
-    std::fesetround(FE_TONEAREST);
-    const double rounded = std::nearbyint(value * 100.0) / 100.0;
-    std::fesetround(previous);
-    return static_cast<float>(rounded);
-}
-
-float RateDialog::parse(const QString& text) {
-    QString plain;
-    plain.reserve(text.size());
-    for (const QChar c : text) {
-        const ushort u = c.unicode();
-        if (u >= 0x06F0 && u <= 0x06F9) plain += QChar(u'0' + (u - 0x06F0));       // Persian
-        else if (u >= 0x0660 && u <= 0x0669) plain += QChar(u'0' + (u - 0x0660));  // Arabic
-        else if (u == 0x066B) plain += QLatin1Char('.');                           // ٫
-        else if (c == QLatin1Char(',') || u == 0x066C || c.isSpace()) continue;
-        else plain += c;
-    }
-    bool ok = false;
-    const double value = plain.toDouble(&ok);
-    return ok ? static_cast<float>(value) : 0.0f;
+    return static_cast<float>(tr::persian::roundAmount(value, 2));
 }
 
 QString RateDialog::format(float value) {
-    QString digits = QString::number(double(value), 'f', 2);
-    if (digits.endsWith(QLatin1String(".00"))) digits.chop(3);
-    else if (digits.contains(QLatin1Char('.')) && digits.endsWith(QLatin1Char('0'))) digits.chop(1);
-    const bool negative = digits.startsWith(QLatin1Char('-'));
-    if (negative) digits.remove(0, 1);
-    const int point = digits.indexOf(QLatin1Char('.'));
-    for (int i = (point < 0 ? digits.size() : point) - 3; i > 0; i -= 3) {
-        digits.insert(i, QLatin1Char(','));
-    }
-    return negative ? QLatin1Char('-') + digits : digits;
+    return tr::persian::formatAmount(double(value), 2);
 }
 
 }  // namespace tr::currency

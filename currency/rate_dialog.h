@@ -2,6 +2,7 @@
 // The logic of the rate dialog ("دريافت نرخ ارز"): a main currency amount and its rate to rials,
 // a conversion factor to a second currency with that currency's amount and rate, and the rial
 // amount, kept so that rial amount = main amount x main rate. Values are single precision.
+#include <QHash>
 #include <QString>
 #include <optional>
 
@@ -49,30 +50,33 @@ class RateDialog {
 
     const RateValues& values() const { return values_; }
     float value(Field field) const;
-    // The value as the field shows it: thousands separated, at most two decimals.
+    // The value as the field shows it: thousands separated, at most two decimals; a text that
+    // does not read as an amount is shown as typed.
     QString text(Field field) const;
 
-    // Text typed into a field: the field holds it and the fields that depend on it follow.
-    void edit(Field field, const QString& text);
-    // Leaving a field. False when the field held a zero rate or factor: it now holds 1, the
-    // user has been told, and focus belongs back on the field.
+    // Text typed into a field: the field holds it and the fields that depend on it follow. A
+    // text that is not an amount is kept as typed and changes nothing (false).
+    bool edit(Field field, const QString& text);
+    // Leaving a field. False when the field held a zero rate or factor (it now holds 1) or a
+    // text that is not an amount: the user has been told, and focus belongs back on the field.
     bool leave(Field field);
 
-    // "تاييد": the values, or nothing (with the message) when no amounts are set.
+    // "تاييد": the values, or nothing (with the message) when no amounts are set or a field
+    // holds a text that is not an amount.
     std::optional<RateValues> cmdOkClick();
 
     // To 10^-2, ties to even, as single precision.
     static float round2(double value);
-    // Accepts thousands separators and Persian or Arabic-Indic digits; unreadable text is 0.
-    static float parse(const QString& text);
     static QString format(float value);
 
   private:
     float& slot(Field field);
     void set(Field field, double value) { slot(field) = round2(value); }
     void follow(Field field);
+    bool refuseTyped(Field field);
 
     tr::dialog::Messages messages_;
+    QHash<int, QString> refused_;  // per field, the typed text that does not read
     RateRequest request_;
     RateValues values_;
 };

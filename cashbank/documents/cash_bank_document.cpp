@@ -1,10 +1,9 @@
 #include "cashbank/documents/cash_bank_document.h"
 
-#include <QLocale>
-#include <cmath>
 #include <vector>
 
 #include "common/db/query_helpers.h"
+#include "common/persian/amount_cells.h"
 #include "common/persian/amount_words.h"
 #include "common/persian/persian_date.h"
 #include "common/text/single_line_text.h"
@@ -24,6 +23,11 @@ using tr::vouchers::LineAccount;
 namespace {
 
 const QString kError = QStringLiteral("1ER");
+// The grid's amount columns; the line's currency columns are amounts too.
+const QStringList kAmountFields = {QStringLiteral("Bed"),          QStringLiteral("Bes"),
+                                   QStringLiteral("ArzCount"),     QStringLiteral("ArzCount2"),
+                                   QStringLiteral("ArzUnitPrice"), QStringLiteral("ArzRate"),
+                                   QStringLiteral("ArzTotalPrice")};
 // Fields a copied or remembered row never carries: its place and its saved identity.
 const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
 constexpr int kTreasuryListKind = 4;
@@ -43,34 +47,6 @@ const LineField kRemitterBranchText{captions::kRemitterBranch, 20, false};      
 const LineField kRemitterBranchNameText{captions::kRemitterBranch, 200, true};  // Des4
 constexpr int kReferenceWidth = 20;                                             // Asnad.AtfCh
 
-
-// Typed amounts may carry grouping and Persian or Arabic-Indic digits.
-double parseAmount(const QString& text) {
-    QString plain;
-    for (const QChar c : text) {
-        if (c.isDigit())
-            plain += QChar(u'0' + c.digitValue());
-        else if (c == u'.' || c == u'/' || c == QChar(0x066B))
-            plain += u'.';
-        else if (c == u'-')
-            plain += c;
-    }
-    bool ok = false;
-    const double value = plain.toDouble(&ok);
-    return ok ? value : 0.0;
-}
-
-QString plainAmount(double value) {
-    if (value == 0) return {};
-    if (value == std::floor(value)) return QString::number(value, 'f', 0);
-    return QString::number(value, 'f', 2);
-}
-
-QString groupedAmount(double value) {
-    QLocale locale = QLocale::c();
-    locale.setNumberOptions({});
-    return locale.toString(value, 'f', value == std::floor(value) ? 0 : 2);
-}
 
 }  // namespace
 
@@ -119,6 +95,12 @@ void CashBankDocument::bind() {
     const Query::Guard check = grid.BeforePost;
     grid.BeforePost = [this, check](Query& line) {
         lineTextRefused_ = false;
+        // A typed amount that does not read stays in its cell for the user to correct.
+        const QString refusal = tr::persian::readAmountCells(line, kAmountFields);
+        if (!refusal.isEmpty()) {
+            messages_.show(refusal, kError);
+            return false;
+        }
         if (!checkLineText(line)) return false;
         if (check && !check(line)) return false;
         fillLineDefaults(line);
@@ -131,6 +113,8 @@ void CashBankDocument::bind() {
     doc_->opened = [this](tr::vouchers::N_Global&) {
         openedSerial_ = header().serial.trimmed();
         currencyName_ = openingCurrencyName_;
+        amountTyped_.clear();
+        rateTyped_.clear();
     };
     const Query::Hook afterDelete = grid.AfterDelete;
     grid.AfterDelete = [this, afterDelete](Query& query) {
@@ -401,20 +385,39 @@ void CashBankDocument::setDescription(const QString& text) {
     doc_->header().description = tr::text::cleanLine(kDescriptionText, text);
 }
 
+// A text that does not read is kept as typed, and the value it replaces stays, until the user
+// corrects it; leaving the box or saving tells him why it was refused.
 void CashBankDocument::setAmountText(const QString& text) {
-    doc_->header().amount = parseAmount(text.left(kAmountLength));
+    const QString typed = text.left(kAmountLength);
+    const tr::persian::AmountReading reading = tr::persian::readAmount(typed);
+    amountTyped_ = reading.ok() ? QString() : typed;
+    if (reading.ok()) doc_->header().amount = reading.value;
 }
 
 void CashBankDocument::setRateText(const QString& text) {
-    if (rateEnabled()) doc_->header().rate = parseAmount(text.left(kRateLength));
+    if (!rateEnabled()) return;
+    const QString typed = text.left(kRateLength);
+    const tr::persian::AmountReading reading = tr::persian::readAmount(typed);
+    rateTyped_ = reading.ok() ? QString() : typed;
+    if (reading.ok()) doc_->header().rate = reading.value;
 }
 
 QString CashBankDocument::amountText() const {
-    return plainAmount(header().amount);
+    return amountTyped_.isEmpty() ? tr::persian::amountEditText(header().amount) : amountTyped_;
 }
 
 QString CashBankDocument::rateText() const {
-    return rateEnabled() ? plainAmount(header().rate) : QString();
+    if (!rateEnabled()) return {};
+    return rateTyped_.isEmpty() ? tr::persian::amountEditText(header().rate) : rateTyped_;
+}
+
+bool CashBankDocument::amountLeave() {
+    for (const QString* typed : {&amountTyped_, &rateTyped_}) {
+        if (typed->isEmpty()) continue;
+        messages_.show(tr::persian::amountRefusal(tr::persian::readAmount(*typed), *typed), kError);
+        return false;
+    }
+    return true;
 }
 
 QString CashBankDocument::amountInWords() const {
@@ -485,7 +488,7 @@ void CashBankDocument::fillLineDefaults(Query& line) {
         const double amount =
             line.FieldByName(tr::vouchers::sideColumn(screen_.kind().gridSide())).AsFloat();
         line.FieldByName(QStringLiteral("ArzTotalPrice"))
-            .SetAsFloat(std::round(amount * rate * 100.0) / 100.0);
+            .SetAsFloat(tr::persian::roundAmount(amount * rate));
     }
 }
 
@@ -541,11 +544,7 @@ double CashBankDocument::sum() const {
 }
 
 QString CashBankDocument::sumText() const {
-    return groupedAmount(sum());
-}
-
-QString CashBankDocument::formatAmount(double value) {
-    return groupedAmount(value);
+    return tr::persian::formatAmount(sum());
 }
 
 QString CashBankDocument::fundsName() {
@@ -627,6 +626,8 @@ void CashBankDocument::newDocumentClick() {
     doc_->newDocument();
     openedSerial_.clear();
     currencyName_.clear();
+    amountTyped_.clear();
+    rateTyped_.clear();
     dateRefused_ = false;
     notify();
 }
@@ -794,7 +795,7 @@ QString CashBankDocument::reportPropertiesCaption() const {
 bool CashBankDocument::cmdOkClick() {
     dateRefused_ = false;
     textFocus_ = HeaderField::None;
-    if (!canSave()) return false;
+    if (!canSave() || !amountLeave()) return false;
     // The header is checked again: the buttons are reachable without passing through the grid.
     if (!doc_->checkHeader() || !checkHeaderText() || !checkDate()) return false;
     // Nothing after a successful save may reach the database: its error would reach the host

@@ -129,9 +129,12 @@ class CashBankDocument {
     void setDescription(const QString& text);
     void setAmountText(const QString& text);
     void setRateText(const QString& text);
+    // The boxes' texts: the value, or the text as typed while it does not read as an amount.
     QString amountText() const;
     QString rateText() const;
     QString amountInWords() const;
+    // Leaving the amount or rate box; false (with the reason shown) while its text is refused.
+    bool amountLeave();
 
     // Leaving the header for the grid: serial, number and date; false keeps the user there.
     bool headerLeave();
@@ -187,8 +190,6 @@ class CashBankDocument {
     bool cmdAbtalClick();
 
     static QString helpText();
-    // Amounts as the grid and the sum show them: grouped by thousands, decimals only when present.
-    static QString formatAmount(double value);
 
   private:
     void bind();
@@ -222,6 +223,8 @@ class CashBankDocument {
     bool invoiceMode_ = false;
     QString currencyName_;
     QString openingCurrencyName_;  // read by an open, taken when it commits
+    QString amountTyped_;  // refused texts of the amount and rate boxes, empty when they read
+    QString rateTyped_;
     QVariantMap rowMemory_;
     std::optional<QVariant> cellMemory_;
 };

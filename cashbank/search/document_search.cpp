@@ -4,6 +4,7 @@
 #include "common/db/scoped_temp_table.h"
 #include "common/db/sql_literal.h"
 #include "common/text/single_line_text.h"
+#include "common/persian/amount.h"
 
 namespace tr::cashbank {
 
@@ -39,14 +40,6 @@ std::optional<qint64> serialBox(const QString& text) {
     bool ok = false;
     const qint64 n = text.trimmed().toLongLong(&ok);
     return ok ? std::optional<qint64>(n) : std::nullopt;
-}
-
-std::optional<double> amountBox(const QString& text) {
-    QString t = text.trimmed();
-    t.remove(QLatin1Char(','));
-    bool ok = false;
-    const double n = t.toDouble(&ok);
-    return ok ? std::optional<double>(n) : std::nullopt;
 }
 
 bool DateBoxes::empty() const {
@@ -118,11 +111,13 @@ QString DocumentSearch::condition() const {
     if (filters_.toSerial)
         c += QStringLiteral("And (NT.Serial <= ") + tr::db::sqlNumber(*filters_.toSerial) +
              QStringLiteral(") ");
-    if (filters_.fromAmount)
-        c += QStringLiteral("And ((A.Bes + A.Bed) >= ") + tr::db::sqlNumber(*filters_.fromAmount) +
+    const tr::persian::AmountReading fromAmount = tr::persian::readAmount(filters_.fromAmount);
+    const tr::persian::AmountReading toAmount = tr::persian::readAmount(filters_.toAmount);
+    if (fromAmount.ok() && !fromAmount.empty)
+        c += QStringLiteral("And ((A.Bes + A.Bed) >= ") + tr::db::sqlNumber(fromAmount.value) +
              QStringLiteral(") ");
-    if (filters_.toAmount)
-        c += QStringLiteral("And ((A.Bes + A.Bed) <= ") + tr::db::sqlNumber(*filters_.toAmount) +
+    if (toAmount.ok() && !toAmount.empty)
+        c += QStringLiteral("And ((A.Bes + A.Bed) <= ") + tr::db::sqlNumber(toAmount.value) +
              QStringLiteral(") ");
     c += wordsCondition();
     c += kindsGroup();
@@ -242,7 +237,19 @@ bool DocumentSearch::checkWords() {
     return true;
 }
 
+bool DocumentSearch::amountsRead() const {
+    for (const QString* typed : {&filters_.fromAmount, &filters_.toAmount}) {
+        const tr::persian::AmountReading reading = tr::persian::readAmount(*typed);
+        if (reading.ok()) continue;
+        tr::dialog::Messages(services_.dialog)
+            .show(tr::persian::amountRefusal(reading, *typed), QStringLiteral("1ER"));
+        return false;
+    }
+    return true;
+}
+
 bool DocumentSearch::mnuSearchClick() {
+    if (!amountsRead()) return false;
     stopped_ = false;
     if (!checkWords()) return false;
     result_.Close();
@@ -287,6 +294,7 @@ bool DocumentSearch::mnuSearchClick() {
 
 bool DocumentSearch::mnuReplaceClick() {
     if (!checkWords()) return false;
+    if (!amountsRead()) return false;
     tr::dialog::Messages messages(services_.dialog);
     QList<int> pairs;
     for (int i = 0; i < 3; ++i)

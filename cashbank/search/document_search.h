@@ -24,15 +24,14 @@ struct DateBoxes {
 
 enum class WordJoin { And, Or };
 
-// What a serial or amount box holds: nothing when it is empty or not a number.
+// What a serial box holds: nothing when it is empty or not a number.
 std::optional<qint64> serialBox(const QString& text);
-std::optional<double> amountBox(const QString& text);
 
 struct SearchFilters {
     QString fromCode, toCode;
     DateBoxes fromDate, toDate;
     std::optional<qint64> fromSerial, toSerial;
-    std::optional<double> fromAmount, toAmount;
+    QString fromAmount, toAmount;  // as typed; a search refuses a text that is not an amount
     bool receipts = true, payments = true, cancellations = true;
     std::array<QString, 3> words;
     std::array<QString, 3> replacements;
@@ -70,7 +69,9 @@ class DocumentSearch {
 
     // F5 / "نمايش نتيجه جستجو". Answers false when the user stopped it: the result is then
     // empty and stopped() is true until the next search. A description word with a control
-    // character is refused first ("1ER"); line breaks in the words become spaces.
+    // character is refused first ("1ER"); line breaks in the words become spaces. An amount box
+    // that does not read is refused with its reason before anything is run, and the last result
+    // stays.
     bool mnuSearchClick();
     bool stopped() const { return stopped_; }
     // Replaces each word that has a replacement in every line of the vouchers found, after a
@@ -88,6 +89,7 @@ class DocumentSearch {
     QString text(const QString& value) const { return connection().text(value); }
     QString wordsCondition() const;
     bool checkWords();
+    bool amountsRead() const;
     void prepareTable();
     void run(const QString& statement);
     bool shouldStop();

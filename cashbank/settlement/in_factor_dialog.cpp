@@ -1,10 +1,10 @@
 #include "cashbank/settlement/in_factor_dialog.h"
 
-#include <QLocale>
 #include <algorithm>
 #include <cmath>
 
 #include "common/db/query_helpers.h"
+#include "common/persian/amount.h"
 
 namespace tr::cashbank {
 
@@ -38,11 +38,7 @@ const std::vector<InFactorDialog::Column>& InFactorDialog::columns() {
 }
 
 QString InFactorDialog::amountText(double amount) {
-    QString text = QLocale(QLocale::English).toString(amount, 'f', 3);
-    // "###,##0.###": no trailing zeros of the fraction.
-    while (text.endsWith(QLatin1Char('0'))) text.chop(1);
-    if (text.endsWith(QLatin1Char('.'))) text.chop(1);
-    return text == QLatin1String("-0") ? QStringLiteral("0") : text;
+    return tr::persian::formatAmount(amount);
 }
 
 InFactorDialog::InFactorDialog(InvoiceSettlement& settlement)
@@ -123,6 +119,12 @@ bool InFactorDialog::setAllocation(double value) {
     list_.FieldByName(kSelect).SetAsString(value > 0 ? QStringLiteral("P") : QString());
     list_.Post();
     return true;
+}
+
+bool InFactorDialog::setAllocationText(const QString& text) {
+    const tr::persian::AmountReading reading = tr::persian::readAmount(text);
+    if (!reading.ok()) return refuse(tr::persian::amountRefusal(reading, text));
+    return setAllocation(reading.value);
 }
 
 bool InFactorDialog::toggleSelect() {

@@ -47,6 +47,8 @@ class InFactorDialog {
     bool toggleSelect();
     // Typing in "مبلغ تخصيصي" of the current row; zero clears the choice.
     bool setAllocation(double value);
+    // The same as typed; a text that is not an amount is refused with its reason.
+    bool setAllocationText(const QString& text);
     // "وجوه پرداختي" of the current invoice.
     void showPayments();
 

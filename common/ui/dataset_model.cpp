@@ -1,7 +1,8 @@
 #include "common/ui/dataset_model.h"
 
 #include <QBrush>
-#include <QLocale>
+
+#include "common/persian/amount_cells.h"
 
 namespace tr::ui {
 
@@ -147,10 +148,8 @@ QVariant DatasetModel::data(const QModelIndex& index, int role) const {
     const auto format = formats_.constFind(key(columns_[index.column()]));
     if (format != formats_.constEnd() && *format) return (*format)(value);
     if (value.isNull()) return QString();
-    // Amounts are doubles; the default text would switch to exponent notation past 10^6.
-    if (value.typeId() == QMetaType::Double) {
-        return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
-    }
+    // Amounts are doubles: shown as every amount is, never in exponent notation.
+    if (value.typeId() == QMetaType::Double) return tr::persian::amountCellText(value);
     return value;
 }
 

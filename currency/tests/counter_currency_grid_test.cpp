@@ -86,6 +86,28 @@ TEST_F(CounterCurrencyGridTest, AnAmountAboveTheMaximumStaysInEdit) {
     EXPECT_EQ(dialog.shown().size(), 1);
 }
 
+// The grid hands over what the user typed; text that is not an amount is refused with its reason
+// and stays in the cell, and the working table keeps its rows.
+TEST_F(CounterCurrencyGridTest, ATypedAmountThatIsNotANumberStaysInEdit) {
+    Query& q = grid->query();
+    q.First();
+    q.Edit();
+    q.FieldByName("ArzCount").SetValue(QStringLiteral("1o0"));
+    q.Post();
+    EXPECT_EQ(q.state(), Query::State::Edit);
+    ASSERT_EQ(dialog.shown().size(), 1);
+    EXPECT_EQ(dialog.last().code, "1ER");
+    EXPECT_TRUE(dialog.last().text.contains(QStringLiteral("1o0")));
+    EXPECT_EQ(q.FieldByName("ArzCount").Value(), QVariant(QStringLiteral("1o0")));
+    EXPECT_EQ(stored("01"), 0);
+    EXPECT_EQ(stored("02"), 0);
+
+    q.FieldByName("ArzCount").SetValue(QStringLiteral("۱۲۰"));
+    q.Post();
+    EXPECT_EQ(q.state(), Query::State::Browse);
+    EXPECT_EQ(stored("01"), 120);
+}
+
 TEST_F(CounterCurrencyGridTest, PostingClearsRowsOfAnotherCurrencyAtAnotherRate) {
     enter("02", 20);
     enter("01", 100);

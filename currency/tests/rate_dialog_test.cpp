@@ -72,6 +72,31 @@ TEST_F(RateDialogTest, RecomputedValuesRoundToTwoDecimalsTiesToEven) {
     EXPECT_EQ(d.value(Field::MainRate), 0.38f);
 }
 
+// A text that is not an amount changes nothing: it stays in its field, leaving the field or
+// confirming says why, and the values keep rial = amount x rate.
+TEST_F(RateDialogTest, ATextThatIsNotAnAmountIsKeptAndRefused) {
+    RateDialog d = make(1000, 52000);
+    const RateValues before = d.values();
+    EXPECT_FALSE(d.edit(Field::MainRate, "52,0o0"));
+    EXPECT_EQ(d.text(Field::MainRate), "52,0o0");
+    EXPECT_EQ(d.values().mainRate, before.mainRate);
+    EXPECT_EQ(d.values().rialAmount, before.rialAmount);
+    EXPECT_TRUE(dialog.shown().isEmpty());  // typing is not interrupted
+
+    EXPECT_FALSE(d.leave(Field::MainRate));
+    ASSERT_EQ(dialog.shown().size(), 1);
+    EXPECT_EQ(dialog.last().code, "1ER");
+    EXPECT_TRUE(dialog.last().text.contains(QStringLiteral("52,0o0")));
+    EXPECT_FALSE(d.cmdOkClick().has_value());
+    EXPECT_EQ(dialog.shown().size(), 2);
+
+    EXPECT_TRUE(d.edit(Field::MainRate, "52,500"));
+    EXPECT_EQ(d.text(Field::MainRate), "52,500");
+    EXPECT_TRUE(d.leave(Field::MainRate));
+    ASSERT_TRUE(d.cmdOkClick().has_value());
+    expectRialIsAmountTimesRate(d);
+}
+
 TEST_F(RateDialogTest, SinglePrecisionLosesDigitsPastSevenFigures) {
     RateDialog d = make(1, 0);
     d.edit(Field::MainRate, "123456789");

@@ -1,5 +1,6 @@
 #include "db/engine/parser.h"
 
+#include "db/engine/limits.h"
 #include "db/engine/literal_parameters.h"
 
 #include "common/db/database_error.h"
@@ -49,6 +50,30 @@ private:
     std::vector<Token> tokens_;
     size_t index_ = 0;
     LiteralParameters* parameters_ = nullptr;
+    // The recursion of the parse, and that plus the terms of the chains being read, which bounds
+    // the height of the tree every later walk (translation, SQLite, destruction) goes down.
+    int nesting_ = 0;
+    int level_ = 0;
+
+    // One level deeper for as long as it lives.
+    struct Nested {
+        Parser& parser;
+        explicit Nested(Parser& p) : parser(p) {
+            ++parser.nesting_;
+            parser.deeper(1);
+            if (parser.nesting_ > kMaxNesting) parser.fail(nestedTooDeeplyMessage(), parser.token());
+        }
+        ~Nested() {
+            --parser.nesting_;
+            --parser.level_;
+        }
+        Nested(const Nested&) = delete;
+        Nested& operator=(const Nested&) = delete;
+    };
+    void deeper(int levels) {
+        level_ += levels;
+        if (level_ > kMaxExpressionDepth) fail(nestedTooDeeplyMessage(), token());
+    }
 
     // A literal value in an expression becomes the next parameter unless its text must stay.
     void parameterise(Expr& e, size_t tokenIndex) {
@@ -144,6 +169,7 @@ private:
     // ---- statements --------------------------------------------------------------------------
 
     StatementPtr statement(bool firstInBatch) {
+        const Nested nested(*this);
         const Token& t = token();
         const int start = t.position;
         StatementPtr s;
@@ -475,6 +501,7 @@ private:
     // ---- select ------------------------------------------------------------------------------
 
     SelectPtr selectStatement() {
+        const Nested nested(*this);
         SelectPtr first;
         if (acceptOp("(")) {
             first = selectStatement();
@@ -483,7 +510,9 @@ private:
             first = selectCore();
         }
         Select* last = first.get();
+        int terms = 1;
         while (token().isWord("UNION")) {
+            if (++terms > kMaxUnionTerms) fail(nestedTooDeeplyMessage(), token());
             advance();
             last->unionAll = acceptWord("ALL");
             if (acceptOp("(")) {
@@ -644,28 +673,41 @@ private:
         return e;
     }
 
-    ExprPtr expression() { return orExpr(); }
+    ExprPtr expression() {
+        const Nested nested(*this);
+        return orExpr();
+    }
 
+    // Each term of a chain makes the tree one level higher, though the chain is read in a loop.
     ExprPtr orExpr() {
         ExprPtr left = andExpr();
+        int chain = 0;
         while (token().isWord("OR")) {
+            deeper(1);
+            ++chain;
             const Token& op = advance();
             left = binary(op, std::move(left), andExpr());
         }
+        level_ -= chain;
         return left;
     }
 
     ExprPtr andExpr() {
         ExprPtr left = notExpr();
+        int chain = 0;
         while (token().isWord("AND")) {
+            deeper(1);
+            ++chain;
             const Token& op = advance();
             left = binary(op, std::move(left), notExpr());
         }
+        level_ -= chain;
         return left;
     }
 
     ExprPtr notExpr() {
         if (token().isWord("NOT")) {
+            const Nested nested(*this);
             const Token& op = advance();
             auto e = std::make_unique<Expr>(Expr::Kind::Unary, op.position);
             e->text = QStringLiteral("NOT");
@@ -749,14 +791,16 @@ private:
 
     ExprPtr additive() {
         ExprPtr left = multiplicative();
-        for (;;) {
+        for (int chain = 1;; ++chain) {
             const Token& t = token();
             if (t.isOp("+") || t.isOp("-") || t.isOp("&") || t.isOp("|") || t.isOp("^")) {
+                deeper(1);
                 advance();
                 left = binary(t, std::move(left), multiplicative());
             } else if (t.isOp("||")) {
                 unsupported(QStringLiteral("||"), t);
             } else {
+                level_ -= chain - 1;
                 return left;
             }
         }
@@ -764,12 +808,14 @@ private:
 
     ExprPtr multiplicative() {
         ExprPtr left = unary();
-        for (;;) {
+        for (int chain = 1;; ++chain) {
             const Token& t = token();
             if (t.isOp("*") || t.isOp("/") || t.isOp("%")) {
+                deeper(1);
                 advance();
                 left = binary(t, std::move(left), unary());
             } else {
+                level_ -= chain - 1;
                 return left;
             }
         }
@@ -778,6 +824,7 @@ private:
     ExprPtr unary() {
         const Token& t = token();
         if (t.isOp("-") || t.isOp("+") || t.isOp("~")) {
+            const Nested nested(*this);
             advance();
             ExprPtr operand = unary();
             if (t.isOp("-") && operand->kind == Expr::Kind::Number) {

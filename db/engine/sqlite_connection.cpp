@@ -7,8 +7,10 @@
 #include <cstdio>
 
 #include "common/db/database_error.h"
+#include "db/engine/collation_order.h"
 #include "db/engine/connection_caches.h"
 #include "db/engine/engine.h"
+#include "db/engine/limits.h"
 #include "db/engine/literal_parameters.h"
 #include "db/engine/parser.h"
 #include "db/engine/sqlite_functions.h"
@@ -59,6 +61,17 @@ QVariant columnValue(sqlite3_stmt* statement, int i) {
     }
 }
 
+// SQLite's message for the last error; its own limits on a statement's depth and length are
+// given as the server words them, as are the engine's.
+QString errorMessage(sqlite3* db) {
+    const QString message = QString::fromUtf8(sqlite3_errmsg(db));
+    if (message == QLatin1String("parser stack overflow") ||
+        message.startsWith(QLatin1String("Expression tree is too large")) ||
+        message.startsWith(QLatin1String("too many terms in compound SELECT")))
+        return nestedTooDeeplyMessage();
+    return message;
+}
+
 QString quoteIdent(const QString& name) {
     QString n = name;
     n.replace(QLatin1Char('"'), QLatin1String("\"\""));
@@ -90,6 +103,7 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
                                    QStringLiteral("' AS tempdb")).toUtf8();
         exec(attach.constData());
         for (const char* view : kCatalogViews) exec(view);
+        bringCollationOrderUpToDate(db_, QStringLiteral("main"));
     } catch (...) {
         sqlite3_close(db_);
         db_ = nullptr;
@@ -264,6 +278,13 @@ QString SqliteConnection::schemaForDatabase(const QString& database, int positio
     exec(QStringLiteral("ATTACH DATABASE '%1' AS %2").arg(file, quoteIdent(alias)).toUtf8().constData());
     exec(QStringLiteral("PRAGMA %1.journal_mode=WAL").arg(quoteIdent(alias)).toUtf8().constData());
     exec(QStringLiteral("PRAGMA %1.synchronous=FULL").arg(quoteIdent(alias)).toUtf8().constData());
+    try {
+        bringCollationOrderUpToDate(db_, alias);
+    } catch (...) {
+        sqlite3_exec(db_, QStringLiteral("DETACH DATABASE %1").arg(quoteIdent(alias)).toUtf8().constData(),
+                     nullptr, nullptr, nullptr);
+        throw;
+    }
     attached_.insert(key, alias);
     aliasDatabases_.insert(alias.toLower(), key);
     attachOrder_.append(key);
@@ -352,7 +373,7 @@ SqliteConnection::PreparedStatement SqliteConnection::prepare(const QString& sql
     sqlite3_stmt* statement = nullptr;
     const QByteArray utf8 = sql.toUtf8();
     if (sqlite3_prepare_v2(db_, utf8.constData(), utf8.size(), &statement, nullptr) != SQLITE_OK) {
-        const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
+        const QString message = errorMessage(db_);
         sqlite3_finalize(statement);
         fail(message, position);
     }
@@ -463,7 +484,7 @@ void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, in
     if (bindings && prepared.columnsHaveParameters)
         for (QString& name : set.columns) name = withValues(name, *bindings);
     if (rc != SQLITE_DONE) {
-        const QString message = QString::fromUtf8(sqlite3_errmsg(db_));
+        const QString message = errorMessage(db_);
         sqlite3_reset(statement);
         fail(message, position);
     }
@@ -483,12 +504,12 @@ QVariant SqliteConnection::scalar(const QString& sql, int position) {
 }
 
 template <typename F>
-void SqliteConnection::inTransaction(F&& work) {
+void SqliteConnection::inTransaction(F&& work, bool immediate) {
     if (depth_ > 0) {
         work();
         return;
     }
-    exec("BEGIN IMMEDIATE");
+    exec(immediate ? "BEGIN IMMEDIATE" : "BEGIN");
     depth_ = 1;
     try {
         work();
@@ -526,6 +547,18 @@ void SqliteConnection::rollBackTempTables() {
 }
 
 void SqliteConnection::runStatements(const Step& step, ExecResult& result, int position, const Bindings* bindings) {
+    // Bound text written into a column must fit it, as tsql_fit checks values in the text.
+    Bindings fitted;
+    for (const auto& [ordinal, width] : step.boundWidths) {
+        if (!bindings || ordinal > int(bindings->size())) continue;
+        const QVariant& v = (*bindings)[ordinal - 1];
+        if (v.typeId() != QMetaType::QString || v.toString().size() <= width) continue;
+        QString text = v.toString();
+        if (!tsqlFitText(text, width)) fail(QStringLiteral("String or binary data would be truncated."), position);
+        if (fitted.empty()) fitted = *bindings;
+        fitted[ordinal - 1] = text;
+    }
+    if (!fitted.empty()) bindings = &fitted;
     auto work = [&] {
         int first = 0;
         for (const TableName& t : step.changedTables) {
@@ -570,10 +603,11 @@ void SqliteConnection::runStatements(const Step& step, ExecResult& result, int p
         }
         for (int i = first; i < step.sql.size(); ++i) runSql(step.sql[i], result, position, bindings);
     };
-    // One statement writing only temporary tables runs on its own: it needs no lock on the
-    // database files, which a write transaction would take.
+    // Writing only temporary tables needs no lock on the database files, which BEGIN IMMEDIATE
+    // would take (waiting for whoever writes the book): one statement runs on its own, several
+    // in a transaction that locks only the files they touch.
     const bool alone = step.tempOnly && depth_ == 0 && step.sql.size() == 1 && step.changedTables.empty();
-    if (step.writes && !alone) inTransaction(work);
+    if (step.writes && !alone) inTransaction(work, !step.tempOnly);
     else work();
     for (const TableName& t : step.changedTables) engine_.tableChanged(tableKey(t.schema, t.table));
 }
@@ -681,8 +715,17 @@ ExecResult SqliteConnection::runBatch(const QString& sql, std::vector<Token> tok
 }
 
 ExecResult SqliteConnection::execute(const QString& sql) {
+    // Exec('...') and procedures run their statements through here, inside the statement that
+    // called them: past the server's nesting limit the text is refused rather than the stack spent.
+    if (calls_ >= kMaxCallDepth) {
+        throw DatabaseError(QStringLiteral("Maximum stored procedure, function, trigger, or view nesting level "
+                                           "exceeded (limit %1).")
+                                .arg(kMaxCallDepth),
+                            sql);
+    }
     const QString* outer = source_;
     source_ = &sql;
+    ++calls_;
     ExecResult result;
     try {
         auto shaped = shapedTexts_.constFind(sql);
@@ -698,9 +741,11 @@ ExecResult SqliteConnection::execute(const QString& sql) {
         }
     } catch (...) {
         source_ = outer;
+        --calls_;
         throw;
     }
     source_ = outer;
+    --calls_;
     return result;
 }
 

@@ -78,8 +78,10 @@ private:
     QString tableKey(const QString& schema, const QString& table) const;
     void clearTranslations();
     QVariant scalar(const QString& sql, int position);
+    // `work` in a write transaction (joining the open one); a deferred one when `immediate` is
+    // false, for work that writes only temporary tables.
     template <typename F>
-    void inTransaction(F&& work);
+    void inTransaction(F&& work, bool immediate = true);
     void exec(const char* sql);
     QByteArray pragmaText(const QByteArray& pragma);  // lower-cased
     int pragmaInt(const QByteArray& pragma);
@@ -132,6 +134,7 @@ private:
     QHash<QString, ShapedText> shapedTexts_;
     QHash<QString, PreparedStatement> statements_;
     int stepping_ = 0;  // statements being stepped, nested by procedures they call
+    int calls_ = 0;     // execute() calls running inside one another
     QHash<QString, std::pair<quint64, std::vector<ColumnInfo>>> columns_;  // by table key
     QHash<QString, QString> attached_;  // lower-case database name -> schema alias
     QHash<QString, QString> aliasDatabases_;  // schema alias -> lower-case database name

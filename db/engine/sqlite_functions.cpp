@@ -5,8 +5,11 @@
 #include <sqlite3.h>
 
 #include <QDateTime>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "common/db/sql_literal.h"
 #include "common/text/tsql_collation.h"
@@ -32,56 +35,92 @@ int collate(void*, int aLength, const void* a, int bLength, const void* b) {
 
 QChar fold(QChar c) { return QChar(static_cast<char16_t>(text::foldForCompare(c.unicode()))); }
 
-bool likeAt(const QString& p, qsizetype pi, const QString& s, qsizetype si, QChar escape) {
-    while (pi < p.size()) {
+// A LIKE pattern read once into its elements, each matching exactly one character except `%`.
+struct LikeElement {
+    enum class Kind { Char, Any, Set, Rest };
+    Kind kind = Kind::Char;
+    QChar c;      // Char: the folded character
+    QString set;  // Set: the folded characters; ranges kept as "a-z" triples
+    bool negate = false;
+};
+
+std::vector<LikeElement> compileLike(const QString& p, QChar escape) {
+    std::vector<LikeElement> out;
+    out.reserve(p.size());
+    for (qsizetype pi = 0; pi < p.size(); ++pi) {
         const QChar pc = p.at(pi);
+        LikeElement e;
         if (!escape.isNull() && pc == escape && pi + 1 < p.size()) {
-            if (si >= s.size() || fold(s.at(si)) != fold(p.at(pi + 1))) return false;
-            pi += 2;
-            ++si;
-            continue;
+            e.c = fold(p.at(++pi));
+        } else if (pc == u'%') {
+            if (!out.empty() && out.back().kind == LikeElement::Kind::Rest) continue;
+            e.kind = LikeElement::Kind::Rest;
+        } else if (pc == u'_') {
+            e.kind = LikeElement::Kind::Any;
+        } else if (const qsizetype close = pc == u'[' ? p.indexOf(u']', pi + 1) : -1; close > pi + 1) {
+            e.kind = LikeElement::Kind::Set;
+            QString set = p.mid(pi + 1, close - pi - 1);
+            e.negate = set.startsWith(u'^');
+            if (e.negate) set.remove(0, 1);
+            for (QChar& c : set) c = fold(c);
+            e.set = set;
+            pi = close;
+        } else {
+            e.c = fold(pc);
         }
-        if (pc == u'%') {
-            while (pi < p.size() && p.at(pi) == u'%') ++pi;
-            if (pi == p.size()) return true;
-            for (qsizetype k = si; k <= s.size(); ++k) {
-                if (likeAt(p, pi, s, k, escape)) return true;
+        out.push_back(std::move(e));
+    }
+    return out;
+}
+
+bool elementMatches(const LikeElement& e, QChar folded) {
+    switch (e.kind) {
+        case LikeElement::Kind::Any:
+            return true;
+        case LikeElement::Kind::Char:
+            return e.c == folded;
+        case LikeElement::Kind::Set: {
+            bool found = false;
+            for (qsizetype k = 0; k < e.set.size() && !found; ++k) {
+                if (k + 2 < e.set.size() && e.set.at(k + 1) == u'-') {
+                    found = folded >= e.set.at(k) && folded <= e.set.at(k + 2);
+                    k += 2;
+                } else {
+                    found = e.set.at(k) == folded;
+                }
             }
-            return false;
+            return found != e.negate;
         }
-        if (si >= s.size()) return false;
-        if (pc == u'_') {
+        case LikeElement::Kind::Rest:
+            break;
+    }
+    return false;
+}
+
+// Whether the whole of s[from..] matches. Every element but `%` takes one character, so a
+// mismatch only needs the latest `%` to take one character more: one way back, no recursion,
+// and time in proportion to text times pattern at worst.
+bool likeFrom(const std::vector<LikeElement>& p, const QString& s, qsizetype from) {
+    size_t pi = 0;
+    qsizetype si = from;
+    size_t restAt = SIZE_MAX;  // the element after the latest %
+    qsizetype restFrom = 0;    // where the text after that % starts now
+    while (si < s.size()) {
+        if (pi < p.size() && p[pi].kind == LikeElement::Kind::Rest) {
+            restAt = ++pi;
+            restFrom = si;
+        } else if (pi < p.size() && elementMatches(p[pi], fold(s.at(si)))) {
             ++pi;
             ++si;
-            continue;
+        } else if (restAt != SIZE_MAX) {
+            pi = restAt;
+            si = ++restFrom;
+        } else {
+            return false;
         }
-        if (pc == u'[') {
-            const qsizetype close = p.indexOf(u']', pi + 1);
-            if (close > pi + 1) {
-                QString set = p.mid(pi + 1, close - pi - 1);
-                bool negate = set.startsWith(u'^');
-                if (negate) set.remove(0, 1);
-                const QChar c = fold(s.at(si));
-                bool found = false;
-                for (qsizetype k = 0; k < set.size(); ++k) {
-                    if (k + 2 < set.size() && set.at(k + 1) == u'-') {
-                        if (c >= fold(set.at(k)) && c <= fold(set.at(k + 2))) found = true;
-                        k += 2;
-                    } else if (fold(set.at(k)) == c) {
-                        found = true;
-                    }
-                }
-                if (found == negate) return false;
-                pi = close + 1;
-                ++si;
-                continue;
-            }
-        }
-        if (fold(pc) != fold(s.at(si))) return false;
-        ++pi;
-        ++si;
     }
-    return si == s.size();
+    while (pi < p.size() && p[pi].kind == LikeElement::Kind::Rest) ++pi;
+    return pi == p.size();
 }
 
 void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
@@ -201,8 +240,12 @@ QString valueText(sqlite3_value* v) {
     switch (sqlite3_value_type(v)) {
         case SQLITE_INTEGER:
             return QString::number(sqlite3_value_int64(v));
-        case SQLITE_FLOAT:
-            return db::sqlNumber(sqlite3_value_double(v));
+        case SQLITE_FLOAT: {
+            // A book written before non-finite numbers were refused may hold one; it reads as text.
+            const double d = sqlite3_value_double(v);
+            if (!std::isfinite(d)) return d > 0 ? QStringLiteral("Inf") : QStringLiteral("-Inf");
+            return db::sqlNumber(d);
+        }
         default:
             return textOf(v);
     }
@@ -219,6 +262,48 @@ void varcharFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
         text.truncate(length);
     }
     resultText(ctx, text);
+}
+
+// tsql_fit(value, width): a value on its way into a column. Text longer than the column's width
+// (in characters) is refused as the server refuses it, unless what is past the width is blanks,
+// which are dropped; a width of 0 marks a number column. A number that is not finite is refused
+// everywhere: once stored, no reader could take it.
+void fitFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    sqlite3_value* v = argv[0];
+    const qint64 width = sqlite3_value_int64(argv[1]);
+    switch (sqlite3_value_type(v)) {
+        case SQLITE_FLOAT:
+            if (!std::isfinite(sqlite3_value_double(v)))
+                return sqlite3_result_error(ctx, "Arithmetic overflow error converting expression to data type float.", -1);
+            break;
+        case SQLITE_TEXT: {
+            const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(v));
+            const int bytes = sqlite3_value_bytes(v);
+            if (width == 0) {
+                // Text a number column converts: SQLite would read "1e309" as infinity.
+                const QByteArray t = QByteArray(p, bytes).trimmed();
+                double d = 0;
+                const char* begin = t.constData() + (t.startsWith('-') || t.startsWith('+') ? 1 : 0);
+                if (std::from_chars(begin, t.constData() + t.size(), d).ec == std::errc::result_out_of_range)
+                    return sqlite3_result_error(ctx, "Arithmetic overflow error converting expression to data type float.", -1);
+                break;
+            }
+            if (width < 0 || bytes <= width) break;  // a character takes at least one byte
+            qint64 characters = 0;
+            int cut = bytes;  // the byte where the character past the width starts
+            for (int i = 0; i < bytes; ++i) {
+                if ((static_cast<unsigned char>(p[i]) & 0xC0) == 0x80) continue;
+                if (characters++ == width) cut = i;
+            }
+            if (characters <= width) break;
+            for (int i = cut; i < bytes; ++i)
+                if (p[i] != ' ') return sqlite3_result_error(ctx, "String or binary data would be truncated.", -1);
+            return sqlite3_result_text(ctx, p, cut, SQLITE_TRANSIENT);
+        }
+        default:
+            break;
+    }
+    sqlite3_result_value(ctx, v);
 }
 
 void substringFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
@@ -268,8 +353,9 @@ void patindexFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
     const QString s = valueText(argv[1]);
     const bool anyStart = pattern.startsWith(u'%');
     if (anyStart) pattern.remove(0, 1);
+    const std::vector<LikeElement> compiled = compileLike(pattern, QChar());
     for (qsizetype i = 0; i <= (anyStart ? s.size() : 0); ++i) {
-        if (likeAt(pattern, 0, s, i, QChar())) return sqlite3_result_int64(ctx, i + 1);
+        if (likeFrom(compiled, s, i)) return sqlite3_result_int64(ctx, i + 1);
     }
     sqlite3_result_int(ctx, 0);
 }
@@ -392,8 +478,22 @@ void callFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
 
 }  // namespace
 
+bool tsqlFitText(QString& text, int width) {
+    if (text.size() <= width) return true;  // a character takes one or two UTF-16 units
+    qsizetype characters = 0, cut = text.size();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text.at(i).isLowSurrogate()) continue;
+        if (characters++ == width) cut = i;
+    }
+    if (characters <= width) return true;
+    for (qsizetype i = cut; i < text.size(); ++i)
+        if (text.at(i) != u' ') return false;
+    text.truncate(cut);
+    return true;
+}
+
 bool tsqlLike(const QString& pattern, const QString& text, QChar escape) {
-    return likeAt(pattern, 0, text, 0, escape);
+    return likeFrom(compileLike(pattern, escape), text, 0);
 }
 
 void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
@@ -405,6 +505,7 @@ void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
     sqlite3_create_function(db, "tsql_int", 1, pure, nullptr, intFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_add", 2, pure, nullptr, addFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_divide", 2, pure, nullptr, divideFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_fit", 2, pure, nullptr, fitFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_varchar", 2, pure, nullptr, varcharFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_substring", 3, pure, nullptr, substringFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_right", 2, pure, nullptr, rightFunction, nullptr, nullptr);

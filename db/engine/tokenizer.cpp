@@ -1,5 +1,8 @@
 #include "db/engine/tokenizer.h"
 
+#include <charconv>
+#include <cmath>
+
 #include "common/db/database_error.h"
 #include "db/engine/literal_parameters.h"
 
@@ -14,6 +17,11 @@ bool Token::isWord(const char* word) const {
 bool Token::isOp(const char* op) const { return kind == Kind::Operator && text == QLatin1String(op); }
 
 namespace {
+
+// Only 0-9 make a number, as on the server: Persian or Arabic-Indic digits are refused rather
+// than read as some other value.
+bool isAsciiDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool isOtherDigit(QChar c) { return c.isDigit() && !isAsciiDigit(c); }
 
 bool isIdentStart(QChar c) { return c.isLetter() || c == u'_' || c == u'#' || c == u'@'; }
 bool isIdentPart(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'#' || c == u'@' || c == u'$'; }
@@ -72,9 +80,9 @@ public:
             p.quoted = true;
             ++i_;
             if (!closeQuoted(c == u'[' ? u']' : u'"')) error(QStringLiteral("Unclosed quoted identifier"), p.start);
-        } else if (c.isDigit() || (c == u'.' && i_ + 1 < n_ && sql_.at(i_ + 1).isDigit())) {
+        } else if (isAsciiDigit(c) || (c == u'.' && i_ + 1 < n_ && isAsciiDigit(sql_.at(i_ + 1)))) {
             p.kind = Token::Kind::Number;
-            number();
+            number(p.start);
         } else if (c == u'@' && !(i_ + 1 < n_ && sql_.at(i_ + 1) == u'@')) {
             p.kind = Token::Kind::Variable;
             ++i_;
@@ -87,7 +95,11 @@ public:
             p.kind = Token::Kind::Operator;
             bool pair = false;
             p.op = &operatorText(c, i_ + 1 < n_ ? sql_.at(i_ + 1) : QChar(), pair);
-            if (p.op->isEmpty()) error(QStringLiteral("Incorrect syntax near '%1'").arg(c), i_);
+            if (p.op->isEmpty()) {
+                qsizetype end = i_ + 1;
+                while (isOtherDigit(c) && end < n_ && sql_.at(end).isDigit()) ++end;
+                error(QStringLiteral("Incorrect syntax near '%1'").arg(sql_.mid(i_, end - i_)), i_);
+            }
             i_ += pair ? 2 : 1;
         }
         p.end = i_;
@@ -160,19 +172,35 @@ private:
         }
     }
 
-    void number() {
-        while (i_ < n_ && sql_.at(i_).isDigit()) ++i_;
+    void number(qsizetype start) {
+        bool exponent = false;
+        while (i_ < n_ && isAsciiDigit(sql_.at(i_))) ++i_;
         if (i_ < n_ && sql_.at(i_) == u'.') {
             ++i_;
-            while (i_ < n_ && sql_.at(i_).isDigit()) ++i_;
+            while (i_ < n_ && isAsciiDigit(sql_.at(i_))) ++i_;
         }
         if (i_ < n_ && (sql_.at(i_) == u'e' || sql_.at(i_) == u'E')) {
             qsizetype j = i_ + 1;
             if (j < n_ && (sql_.at(j) == u'+' || sql_.at(j) == u'-')) ++j;
-            if (j < n_ && sql_.at(j).isDigit()) {
+            if (j < n_ && isAsciiDigit(sql_.at(j))) {
+                exponent = true;
                 i_ = j;
-                while (i_ < n_ && sql_.at(i_).isDigit()) ++i_;
+                while (i_ < n_ && isAsciiDigit(sql_.at(i_))) ++i_;
             }
+        }
+        if (i_ < n_ && isOtherDigit(sql_.at(i_))) error(QStringLiteral("Incorrect syntax near '%1'").arg(sql_.at(i_)), i_);
+        // A literal beyond the range of a float would be stored as infinity, which no reader takes.
+        // Only an exponent or some 300 digits can leave it.
+        if (!exponent && i_ - start < 300) return;
+        const QStringView text = QStringView(sql_).mid(start, i_ - start);
+        const QByteArray digits = text.toLatin1();
+        double value = 0;
+        const auto read = std::from_chars(digits.constData(), digits.constData() + digits.size(), value);
+        if (read.ec == std::errc::result_out_of_range) {
+            error(QStringLiteral("The floating point value '%1' is out of the range of computer representation "
+                                 "(8 bytes).")
+                      .arg(text),
+                  start);
         }
     }
 

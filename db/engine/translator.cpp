@@ -1,10 +1,12 @@
 #include "db/engine/translator.h"
 
 #include <QHash>
+#include <algorithm>
 #include <functional>
 
 #include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
+#include "db/engine/limits.h"
 
 namespace tr::engine {
 
@@ -80,9 +82,15 @@ struct Out {
     QString sql;
     SqlType type = SqlType::Unknown;
     bool simple = true;       // needs no parentheses as an operand
-    QString declaredType;     // of a bare column reference
+    QString declaredType;     // of a bare column reference or a cast
     QString columnName;       // of a bare column reference
     bool columnRef = false;
+    bool literal = false;     // a number or string written in the text
+    int parameter = 0;        // > 0: that literal, bound as ?parameter
+    // The operators of a left-to-right chain at the top ("+" for + and -, "*" for * / %, "||",
+    // "AND", "OR"): the next term of the same chain needs no parentheses around it, which keeps a
+    // long chain within the depth of SQLite's parser.
+    const char* chain = nullptr;
 };
 
 struct ScopeTable {
@@ -123,6 +131,19 @@ public:
     [[noreturn]] void unsupported(const QString& construct, int position) const {
         fail(QStringLiteral("The construct '%1' is not supported by the embedded engine").arg(construct), position);
     }
+
+    // One level deeper in the walk for as long as it lives: the parser bounds the tree, and this
+    // bounds the walk itself, whatever tree it is given.
+    struct Deeper {
+        Translator& t;
+        Deeper(Translator& translator, int position) : t(translator) {
+            if (t.depth_ >= kMaxExpressionDepth) t.fail(nestedTooDeeplyMessage(), position);
+            ++t.depth_;
+        }
+        ~Deeper() { --t.depth_; }
+        Deeper(const Deeper&) = delete;
+        Deeper& operator=(const Deeper&) = delete;
+    };
 
     // ---- names -------------------------------------------------------------------------------
 
@@ -211,7 +232,10 @@ public:
         return sql;
     }
 
-    SelectOut select(const Select& s, const Scope* outer, bool forInto) {
+    // `targets`: the columns an Insert writes the result into, whose values are fitted to them.
+    SelectOut select(const Select& s, const Scope* outer, bool forInto,
+                     const std::vector<ColumnInfo>* targets = nullptr) {
+        const Deeper deeper(*this, s.position);
         Scope scope;
         scope.outer = outer;
         QString from;
@@ -223,7 +247,7 @@ public:
         QStringList items;
         for (const SelectItem& item : s.items) {
             if (item.expr->kind == Expr::Kind::Star) {
-                expandStar(*item.expr, scope, items, out);
+                expandStar(*item.expr, scope, items, out, targets);
                 continue;
             }
             if (item.expr->kind == Expr::Kind::Identity) {
@@ -252,7 +276,10 @@ public:
                                     "verify each column has a name"),
                      item.expr->position);
             }
-            items << (item.alias.isEmpty() ? e.sql : e.sql + QStringLiteral(" AS ") + quoteIdent(item.alias));
+            const QString value = targets && out.columns.size() < targets->size()
+                                      ? fitted(e, (*targets)[out.columns.size()])
+                                      : e.sql;
+            items << (item.alias.isEmpty() ? value : value + QStringLiteral(" AS ") + quoteIdent(item.alias));
             QString declared = e.declaredType;
             if (declared.isEmpty()) {
                 declared = e.type == SqlType::Text      ? QStringLiteral("VARCHAR COLLATE TSQL")
@@ -276,7 +303,7 @@ public:
         }
         if (s.having) sql += QStringLiteral(" HAVING ") + expr(*s.having, scope).sql;
         if (s.unionNext) {
-            SelectOut next = select(*s.unionNext, outer, false);
+            SelectOut next = select(*s.unionNext, outer, false, targets);
             sql += (s.unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ")) + next.sql;
         }
         if (!s.orderBy.empty()) {
@@ -308,7 +335,10 @@ public:
         return e.sql + dir;
     }
 
-    void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out) {
+    // `targets` is dropped at a table whose columns are not known: the values after it can no
+    // longer be matched with their columns.
+    void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out,
+                    const std::vector<ColumnInfo>*& targets) {
         bool any = false;
         for (const ScopeTable& t : scope.tables) {
             if (!star.parts.isEmpty() && t.alias.compare(star.parts.last(), Qt::CaseInsensitive) != 0) continue;
@@ -316,11 +346,14 @@ public:
             if (!t.known) {
                 // Unknown columns (a table made earlier in the same batch): let SQLite expand.
                 items << t.emitted + QStringLiteral(".*");
+                targets = nullptr;
                 continue;
             }
             for (const ColumnInfo& c : t.columns) {
                 const QString e = t.emitted + QLatin1Char('.') + quoteIdent(c.name);
-                items << e;
+                items << (targets && out.columns.size() < targets->size()
+                              ? fitted(make(e, c.type, true), (*targets)[out.columns.size()])
+                              : e);
                 out.columns.push_back(c);
                 out.expressions.push_back(e);
                 out.plainColumns.push_back(true);
@@ -330,9 +363,49 @@ public:
         if (!any) fail(QStringLiteral("The object name '%1' is not valid here").arg(star.parts.join('.')), star.position);
     }
 
+    // The width of a text column declared with one (Varchar(n), Char(n)...); -1 otherwise.
+    static int textWidth(const QString& declaredType) {
+        if (!declaredType.contains(QLatin1String("CHAR"), Qt::CaseInsensitive)) return -1;
+        const qsizetype open = declaredType.indexOf(QLatin1Char('('));
+        const qsizetype close = declaredType.indexOf(QLatin1Char(')'), open + 1);
+        if (open < 0 || close < 0) return -1;
+        bool ok = false;
+        const int width = declaredType.mid(open + 1, close - open - 1).trimmed().toInt(&ok);
+        return ok && width > 0 ? width : -1;
+    }
+
+    // A value written into `column`, checked at run time where its type leaves a doubt: text too
+    // wide for the column, or a number that is not finite (see tsql_fit). A bound text value is
+    // checked when it is bound instead, which costs no call per row.
+    QString fitted(const Out& value, const ColumnInfo& column) {
+        if (value.type == SqlType::Null || value.type == SqlType::Integer) return value.sql;
+        // The tokenizer lets in only finite literals, and a stored number was checked when written.
+        if ((value.literal || value.columnRef) && isNumeric(value.type)) return value.sql;
+        const int width = textWidth(column.declaredType);
+        const int valueWidth = textWidth(value.declaredType);  // a column or a cast
+        if (width > 0 && valueWidth > 0 && valueWidth <= width) return value.sql;
+        if (width > 0 && value.type != SqlType::Real) {
+            if (value.parameter > 0) {
+                boundWidths_.push_back({value.parameter, width});
+                return value.sql;
+            }
+            return QStringLiteral("tsql_fit(%1, %2)").arg(value.sql).arg(width);
+        }
+        if (isNumeric(column.type)) return QStringLiteral("tsql_fit(%1, 0)").arg(value.sql);
+        return value.sql;
+    }
+
     // ---- expressions -------------------------------------------------------------------------
 
     static QString wrap(const Out& o) { return o.simple ? o.sql : QLatin1Char('(') + o.sql + QLatin1Char(')'); }
+    // The left operand of an operator of `chain`.
+    static QString wrapLeft(const Out& o, const char* chain) {
+        return o.chain && qstrcmp(o.chain, chain) == 0 ? o.sql : wrap(o);
+    }
+    static Out chained(Out o, const char* chain) {
+        o.chain = chain;
+        return o;
+    }
 
     static Out make(const QString& sql, SqlType type, bool simple = false) {
         Out o;
@@ -422,17 +495,20 @@ public:
         if (op == QLatin1String("+")) {
             if (l.type == SqlType::Null || r.type == SqlType::Null) return make(QStringLiteral("NULL"), SqlType::Null, true);
             if (l.type == SqlType::Text && r.type == SqlType::Text) {
-                return make(wrap(l) + QStringLiteral(" || ") + wrap(r), SqlType::Text);
+                return chained(make(wrapLeft(l, "||") + QStringLiteral(" || ") + wrap(r), SqlType::Text), "||");
             }
             if (isNumeric(l.type) && isNumeric(r.type)) {
-                return make(wrap(l) + QStringLiteral(" + ") + wrap(r),
-                            l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real : SqlType::Integer);
+                return chained(make(wrapLeft(l, "+") + QStringLiteral(" + ") + wrap(r),
+                                    l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real : SqlType::Integer),
+                               "+");
             }
             if (l.type == SqlType::Text && isNumeric(r.type)) {
                 return make(toNumber(l, e.args[0].get()).sql + QStringLiteral(" + ") + wrap(r), SqlType::Real);
             }
             if (r.type == SqlType::Text && isNumeric(l.type)) {
-                return make(wrap(l) + QStringLiteral(" + ") + toNumber(r, e.args[1].get()).sql, SqlType::Real);
+                return chained(make(wrapLeft(l, "+") + QStringLiteral(" + ") + toNumber(r, e.args[1].get()).sql,
+                                    SqlType::Real),
+                               "+");
             }
             return make(QStringLiteral("tsql_add(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
         }
@@ -447,28 +523,40 @@ public:
         if (op == QLatin1String("/") && type == SqlType::Unknown) {
             return make(QStringLiteral("tsql_divide(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
         }
-        return make(wrap(l) + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), type);
+        const char* chain = op == QLatin1String("+") || op == QLatin1String("-")   ? "+"
+                            : op == QLatin1String("&") || op == QLatin1String("|") ? "&"
+                                                                                   : "*";
+        return chained(make(wrapLeft(l, chain) + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), type), chain);
     }
 
     Out expr(const Expr& e, const Scope& scope) {
+        const Deeper deeper(*this, e.position);
         switch (e.kind) {
             case Expr::Kind::Null:
                 return make(QStringLiteral("NULL"), SqlType::Null, true);
             case Expr::Kind::Number: {
                 if (e.parameter > 0) {
-                    return make(QStringLiteral("?%1").arg(e.parameter),
-                                e.text.contains(QLatin1Char('.')) ? SqlType::Real : SqlType::Integer, true);
+                    Out o = make(QStringLiteral("?%1").arg(e.parameter),
+                                 e.text.contains(QLatin1Char('.')) ? SqlType::Real : SqlType::Integer, true);
+                    o.literal = true;
+                    o.parameter = e.parameter;
+                    return o;
                 }
                 const bool real = e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
                 QString text = e.text;
                 if (text.startsWith(QLatin1Char('.'))) text.prepend(QLatin1Char('0'));
                 if (text.startsWith(QLatin1String("-."))) text.insert(1, QLatin1Char('0'));
                 Out o = make(text, real ? SqlType::Real : SqlType::Integer, !text.startsWith(QLatin1Char('-')));
+                o.literal = true;
                 return o;
             }
-            case Expr::Kind::String:
-                if (e.parameter > 0) return make(QStringLiteral("?%1").arg(e.parameter), SqlType::Text, true);
-                return make(quoteText(e.text), SqlType::Text, true);
+            case Expr::Kind::String: {
+                Out o = e.parameter > 0 ? make(QStringLiteral("?%1").arg(e.parameter), SqlType::Text, true)
+                                        : make(quoteText(e.text), SqlType::Text, true);
+                o.literal = true;
+                o.parameter = e.parameter;
+                return o;
+            }
             case Expr::Kind::Column:
                 return column(e, scope);
             case Expr::Kind::Star:
@@ -485,9 +573,11 @@ public:
             case Expr::Kind::Binary: {
                 const QString& op = e.text;
                 if (op == QLatin1String("AND") || op == QLatin1String("OR")) {
-                    return make(wrap(expr(*e.args[0], scope)) + QLatin1Char(' ') + op + QLatin1Char(' ') +
-                                    wrap(expr(*e.args[1], scope)),
-                                SqlType::Integer);
+                    const char* chain = op == QLatin1String("AND") ? "AND" : "OR";
+                    return chained(make(wrapLeft(expr(*e.args[0], scope), chain) + QLatin1Char(' ') + op +
+                                            QLatin1Char(' ') + wrap(expr(*e.args[1], scope)),
+                                        SqlType::Integer),
+                                   chain);
                 }
                 if (op == QLatin1String("=") || op == QLatin1String("<>") || op == QLatin1String("!=") ||
                     op == QLatin1String("<") || op == QLatin1String(">") || op == QLatin1String("<=") ||
@@ -596,7 +686,16 @@ public:
         unsupported(QStringLiteral("expression"), e.position);
     }
 
+    // A cast's result has the declared type it names, which Select ... Into gives its column.
     Out cast(const Expr& e, const Scope& scope) {
+        Out o = castValue(e, scope);
+        TypeName declared = e.type;
+        if (declared.name.contains(QLatin1String("CHAR")) && declared.length == -1) declared.length = 30;
+        o.declaredType = sqliteType(declared);
+        return o;
+    }
+
+    Out castValue(const Expr& e, const Scope& scope) {
         Out x = expr(*e.args[0], scope);
         const QString& n = e.type.name;
         if (n.contains(QLatin1String("CHAR")) || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT")) {
@@ -807,6 +906,7 @@ public:
                                      quoteIdent(t.name + QStringLiteral("__") + s.name), quoteIdent(t.name),
                                      columns.join(QStringLiteral(", ")));
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 return step;
             }
             case Statement::Kind::DropIndex: {
@@ -826,6 +926,7 @@ public:
                 }
                 step.sql << QStringLiteral("DROP TABLE ") + t.sql;
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 step.changedTables.push_back({t.schema, t.name, TableName::Change::Dropped});
                 return step;
             }
@@ -842,6 +943,7 @@ public:
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
                 }
                 step.writes = true;
+                step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 step.changedTables.push_back({t.schema, t.name, TableName::Change::Altered});
                 return step;
             }
@@ -942,6 +1044,7 @@ public:
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         step.changedTables.push_back({t.schema, t.name, TableName::Change::Created});
         return step;
     }
@@ -968,6 +1071,7 @@ public:
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
         step.writes = true;
+        step.tempOnly = writesOnlyTemp(target.schema, step.sql);
         step.changedTables.push_back({target.schema, target.name, TableName::Change::Created});
         return step;
     }
@@ -975,18 +1079,27 @@ public:
     Step insert(const Statement& s) {
         ResolvedTable t = resolveTable(s.table, s.position);
         QStringList columns;
-        for (const QString& c : s.columns) columns << quoteIdent(c);
+        std::vector<ColumnInfo> targets;  // each value's column, while all are known
+        for (const QString& c : s.columns) {
+            columns << quoteIdent(c);
+            const auto known = std::find_if(t.columns.begin(), t.columns.end(), [&](const ColumnInfo& k) {
+                return k.name.compare(c, Qt::CaseInsensitive) == 0;
+            });
+            targets.push_back(known == t.columns.end() ? ColumnInfo{} : *known);
+        }
         if (columns.isEmpty()) {
             // A positional insert fills every column but the identity, as on the server.
             for (const ColumnInfo& c : t.columns) {
-                if (!c.identity) columns << quoteIdent(c.name);
+                if (c.identity) continue;
+                columns << quoteIdent(c.name);
+                targets.push_back(c);
             }
             if (columns.size() == static_cast<int>(t.columns.size())) columns.clear();
         }
         QString sql = QStringLiteral("INSERT INTO ") + t.sql;
         if (!columns.isEmpty()) sql += QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
         if (s.select) {
-            sql += QLatin1Char(' ') + select(*s.select, nullptr, false).sql;
+            sql += QLatin1Char(' ') + select(*s.select, nullptr, false, &targets).sql;
         } else if (s.values.empty()) {
             sql += QStringLiteral(" DEFAULT VALUES");
         } else {
@@ -994,7 +1107,10 @@ public:
             QStringList rows;
             for (const auto& row : s.values) {
                 QStringList values;
-                for (const ExprPtr& v : row) values << expr(*v, none).sql;
+                for (const ExprPtr& v : row) {
+                    const Out value = expr(*v, none);
+                    values << (values.size() < int(targets.size()) ? fitted(value, targets[values.size()]) : value.sql);
+                }
                 rows << QLatin1Char('(') + values.join(QStringLiteral(", ")) + QLatin1Char(')');
             }
             sql += QStringLiteral(" VALUES ") + rows.join(QStringLiteral(", "));
@@ -1004,6 +1120,7 @@ public:
         step.sql << sql;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+        step.boundWidths = boundWidths_;
         return step;
     }
 
@@ -1060,7 +1177,12 @@ public:
         }
         QStringList sets;
         for (const Assignment& a : s.assignments) {
-            sets << quoteIdent(a.column.last()) + QStringLiteral(" = ") + expr(*a.value, scope).sql;
+            const Out value = expr(*a.value, scope);
+            const auto known = std::find_if(t.columns.begin(), t.columns.end(), [&](const ColumnInfo& k) {
+                return k.name.compare(a.column.last(), Qt::CaseInsensitive) == 0;
+            });
+            sets << quoteIdent(a.column.last()) + QStringLiteral(" = ") +
+                        (known == t.columns.end() ? value.sql : fitted(value, *known));
         }
         if (s.where) conditions << QLatin1Char('(') + expr(*s.where, scope).sql + QLatin1Char(')');
         QString sql = QStringLiteral("UPDATE %1 AS %2 SET %3").arg(t.sql, quoteIdent(alias), sets.join(QStringLiteral(", ")));
@@ -1080,6 +1202,7 @@ public:
         step.sql << sql;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+        step.boundWidths = boundWidths_;
         return step;
     }
 
@@ -1133,12 +1256,15 @@ public:
         step.sql << sql;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+        step.boundWidths = boundWidths_;
         return step;
     }
 
 private:
     Catalog& catalog_;
     const QString& source_;
+    int depth_ = 0;
+    std::vector<std::pair<int, int>> boundWidths_;  // for Step::boundWidths
 };
 
 }  // namespace

@@ -55,6 +55,9 @@ struct Step {
     QString query;                 // If: "SELECT <0 or 1>"; ExecText: "SELECT <text>"
     bool negate = false;
     bool delayedDurability = false;  // Commit: flushed with a later commit, not this one
+    // Sql: (ordinal, width) of each bound text value written into a column of that width, which
+    // the value must fit (see tsqlFitText).
+    std::vector<std::pair<int, int>> boundWidths;
     std::vector<ast::Statement*> thenBody, elseBody;  // If / Block: translated when reached
     int position = 0;
 };

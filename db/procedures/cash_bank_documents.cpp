@@ -7,6 +7,7 @@
 #include "common/db/database_error.h"
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
+#include "common/persian/amount.h"
 
 namespace tr::procedures {
 
@@ -67,9 +68,9 @@ constexpr int kCancelUser = 7;
 constexpr const char* kAccountLine = "00";
 
 // The ledger is in rials: amounts derived from a currency amount are kept to two decimals so that
-// a voucher's lines add up to exactly what its treasury line says.
+// a voucher's lines add up to exactly what its treasury line says, rounded as the screens round.
 double round2(double value) {
-    return std::round(value * 100.0) / 100.0;
+    return tr::persian::roundAmount(value, 2);
 }
 
 [[noreturn]] void refuse(const QString& message) {

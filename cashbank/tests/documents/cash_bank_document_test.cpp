@@ -282,6 +282,60 @@ TEST_F(DocumentsTest, AmountInWordsStartsAtZeroAndFollowsTheAmount) {
     EXPECT_EQ(receipt->amountInWords(), tr::persian::amountInWords(2500.0));
 }
 
+// A grid cell holding text that is not an amount (what the grid hands over when the user types
+// into a new cell) is refused and stays for correction; neither the lines nor the header move.
+TEST_F(DocumentsTest, AnAmountThatIsNotANumberIsRefusedAndKeptForCorrection) {
+    auto receipt = open(ScreenId::CashGet);
+    fillHeader(*receipt, 5000000);
+    ASSERT_TRUE(addLine(*receipt, 3000000));
+    const QString table = receipt->document().transferTable();
+    const auto lines = [&] {
+        return rows(QStringLiteral("Select * From ") + table);
+    };
+    const auto total = [&] {
+        return value(QStringLiteral("Select Sum(Bes) From ") + table).toDouble();
+    };
+
+    receipt->appendLine();
+    tr::db::Query& grid = receipt->grid();
+    grid.FieldByName(QStringLiteral("Koll")).SetAsString(s(demo::kCapitalKoll));
+    grid.FieldByName(QStringLiteral("Moein")).SetAsString(s(demo::kCapitalMoein));
+    grid.FieldByName(QStringLiteral("Des")).SetAsString(s("شرح رديف"));
+    grid.FieldByName(QStringLiteral("Bes")).SetValue(QStringLiteral("5a000"));
+    admin->dialog.clearShown();
+    EXPECT_FALSE(receipt->postLine());
+    ASSERT_EQ(admin->dialog.shown().size(), 1);
+    EXPECT_EQ(admin->dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_TRUE(admin->dialog.last().text.contains(QStringLiteral("5a000")));
+    EXPECT_EQ(grid.state(), tr::db::Query::State::Insert);
+    EXPECT_EQ(grid.FieldByName(QStringLiteral("Bes")).Value(), QVariant(QStringLiteral("5a000")));
+    EXPECT_EQ(lines(), 1);
+    EXPECT_EQ(total(), 3000000.0);
+    EXPECT_EQ(receipt->sumText(), QStringLiteral("3,000,000"));
+
+    // Corrected in Persian digits with grouping, the same line posts.
+    grid.FieldByName(QStringLiteral("Bes")).SetValue(s("۲,۰۰۰,۰۰۰"));
+    ASSERT_TRUE(receipt->postLine()) << lastText(admin->dialog).toStdString();
+    EXPECT_EQ(lines(), 2);
+    EXPECT_EQ(total(), 5000000.0);
+
+    // The header's amount box: the refused text stays as typed and the amount as it was.
+    receipt->setAmountText(QStringLiteral("5,000.5.0"));
+    EXPECT_EQ(receipt->header().amount, 5000000.0);
+    EXPECT_EQ(receipt->amountText(), QStringLiteral("5,000.5.0"));
+    admin->dialog.clearShown();
+    EXPECT_FALSE(receipt->amountLeave());
+    EXPECT_FALSE(receipt->cmdOkClick());
+    ASSERT_EQ(admin->dialog.shown().size(), 2);
+    EXPECT_EQ(admin->dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans")), 0);
+
+    receipt->setAmountText(QStringLiteral("5,000,000"));
+    EXPECT_TRUE(receipt->amountLeave());
+    ASSERT_TRUE(receipt->cmdOkClick()) << lastText(admin->dialog).toStdString();
+    EXPECT_TRUE(ledgerIsConsistent());
+}
+
 TEST_F(DocumentsTest, TreasuryListsShowTheDisplayRulesOfEachSide) {
     auto withdrawal = open(ScreenId::BardashtBank);
     nextTimeStamp();

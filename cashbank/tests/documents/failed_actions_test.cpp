@@ -87,7 +87,9 @@ QString screenImage(CashBankDocument& screen) {
         screen.caption(),
         QString::number(int(screen.state())) + QString::number(int(screen.cancelled())) +
             QString::number(int(screen.document().heldByAnotherUser())),
-        screen.invoiceText() + QLatin1Char('|') + screen.currencyName(),
+        QStringList{screen.invoiceText(), screen.currencyName(), screen.amountText(),
+                    screen.rateText()}
+            .join(QLatin1Char('|')),
         QStringList{h.serial, h.day, h.month, h.year, h.voucherNo, h.referenceNumber, h.joz,
                     h.treasuryCode, h.treasuryDisplayCode, h.treasuryName, h.description,
                     QString::number(h.amount, 'f', 2), QString::number(h.rate, 'f', 4), h.currency,

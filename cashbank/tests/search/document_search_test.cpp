@@ -142,8 +142,8 @@ TEST_F(CashSearch, EachFilledFilterNarrows) {
         // Serials are numbers: 12 lies above 2, which a text comparison would deny.
         {"from serial", [](SearchFilters& f) { f.fromSerial = 2; }, {2, 12}},
         {"to serial", [](SearchFilters& f) { f.toSerial = 2; }, {1, 2}},
-        {"from amount", [](SearchFilters& f) { f.fromAmount = 5000; }, {2, 12}},
-        {"to amount", [](SearchFilters& f) { f.toAmount = 4999.5; }, {1}},
+        {"from amount", [](SearchFilters& f) { f.fromAmount = QStringLiteral("5000"); }, {2, 12}},
+        {"to amount", [](SearchFilters& f) { f.toAmount = QStringLiteral("4999.5"); }, {1}},
         {"from code", [](SearchFilters& f) { f.fromCode = s("2"); }, {2, 12}},
         {"to code", [](SearchFilters& f) { f.toCode = s(" 1 "); }, {1}},
         {"one word", [](SearchFilters& f) { f.words[0] = s("نقدي"); }, {1, 12}},
@@ -182,11 +182,39 @@ TEST_F(CashSearch, EachFilledFilterNarrows) {
     }
 }
 
+// An amount box that is not an amount refuses the search (or the replacement) with its reason:
+// the last result stays, and no description is touched.
+TEST_F(CashSearch, AnAmountThatIsNotANumberRefusesTheSearchAndKeepsTheResult) {
+    save(receipt(1, 1000, s("1")));
+    save(receipt(2, 5000, s("2")));
+    search->filters().fromAmount = s("۲٬۰۰۰");
+    EXPECT_EQ(serials(run()), QList<qint64>{2});
+
+    const QString before = rows(s("Select Des From Asnad Where TypeSys = 'N'")).rows.front()[0].toString();
+    for (const char* typed : {"5a000", "1,5", "1.2.3", "-100"}) {
+        SCOPED_TRACE(typed);
+        search->filters() = SearchFilters{};
+        search->filters().toAmount = s(typed);
+        session->dialog.clearShown();
+        EXPECT_FALSE(search->mnuSearchClick());
+        EXPECT_FALSE(search->stopped());
+        ASSERT_EQ(session->dialog.shown().size(), 1);
+        EXPECT_EQ(session->dialog.last().code, s("1ER"));
+        EXPECT_EQ(serials(resultRows(search->result())), QList<qint64>{2});
+
+        search->filters().words[0] = s("a");
+        search->filters().replacements[0] = s("b");
+        EXPECT_FALSE(search->mnuReplaceClick());
+        EXPECT_EQ(session->dialog.last().code, s("1ER"));  // no question was asked
+    }
+    EXPECT_EQ(rows(s("Select Des From Asnad Where TypeSys = 'N'")).rows.front()[0].toString(), before);
+}
+
 TEST_F(CashSearch, ConditionTextFollowsTheFilledFilters) {
     SearchFilters& f = search->filters();
     f.fromDate = {s("5"), s("1"), s("1404")};
     f.fromSerial = 7;
-    f.toAmount = 1500;
+    f.toAmount = QStringLiteral("1500");
     f.payments = false;
     EXPECT_EQ(
         search->condition(),

@@ -105,6 +105,18 @@ TEST_F(AllocationTest, DialogListsOpenInvoicesOfEveryPeriodAndKeepsEachAllocatio
               QStringLiteral("مبلغ تخصيصي نبايد از مبلغ مانده صورتحساب بيشتر باشد"));
     EXPECT_DOUBLE_EQ(dialog.allocated(), 15000000);
 
+    // Typed allocations: a text that is not an amount is refused and the choices stay as they were.
+    for (const char* typed : {"5a000", "1,0000", "-1000", "2.5.0"}) {
+        EXPECT_FALSE(dialog.setAllocationText(QString::fromUtf8(typed))) << typed;
+        EXPECT_EQ(admin->dialog.last().code, QStringLiteral("1ER"));
+        EXPECT_TRUE(admin->dialog.last().text.contains(QString::fromUtf8(typed))) << typed;
+        EXPECT_DOUBLE_EQ(dialog.list().FieldByName("NaghdValue").AsFloat(), 10000000);
+        EXPECT_DOUBLE_EQ(dialog.allocated(), 15000000);
+    }
+    ASSERT_TRUE(dialog.setAllocationText(QStringLiteral("۹٬۰۰۰٬۰۰۰")));
+    EXPECT_DOUBLE_EQ(dialog.allocated(), 14000000);
+    ASSERT_TRUE(dialog.setAllocationText(QStringLiteral("10,000,000")));
+
     // Nothing is written before the receipt is saved.
     ASSERT_TRUE(dialog.cmdOkClick());
     EXPECT_EQ(rows("Select * From R_ForoshRelatedNaghd"), 0);

@@ -23,6 +23,7 @@
 #include <QVBoxLayout>
 
 #include "common/db/database_error.h"
+#include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/settings_libraries.h"
 #include "common/ui/table_view_columns.h"
@@ -339,11 +340,8 @@ void TCashBankForm::buildGrid() {
         model_->setTitle(column.field, column.title);
         if (column.readOnly) model_->setFieldReadOnly(column.field);
     }
-    const auto amount = [](const QVariant& v) {
-        return v.isNull() ? QString() : CashBankDocument::formatAmount(v.toDouble());
-    };
     for (const char* field : {"Bed", "Bes", "ArzTotalPrice", "ArzCount2"})
-        model_->setFieldFormat(QString::fromLatin1(field), amount);
+        model_->setFieldFormat(QString::fromLatin1(field), tr::persian::amountCellText);
     model_->setErrorHandler([this](const tr::db::DatabaseError& error) {
         tr::dialog::Messages(logic_.services().dialog).show(error.message(), QStringLiteral("1ER"));
     });
@@ -758,6 +756,12 @@ bool TCashBankForm::eventFilter(QObject* watched, QEvent* event) {
             logic_.treasuryCodeEntered(treasuryCode_->text());
             return true;
         });
+    } else if ((watched == amount_ || watched == rate_) && type == QEvent::FocusOut) {
+        // A message box taking focus is not the user leaving the box.
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+            !logic_.amountLeave())
+            static_cast<QWidget*>(watched)->setFocus(Qt::OtherFocusReason);
     } else if (watched == treasuryCode_ && type == QEvent::MouseButtonDblClick) {
         guarded([this] { return logic_.pickTreasury(); });
         return true;

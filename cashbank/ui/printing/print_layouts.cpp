@@ -12,8 +12,8 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextOption>
-#include <cmath>
 
+#include "common/persian/amount.h"
 #include "common/persian/amount_words.h"
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
@@ -28,6 +28,8 @@ using tr::vouchers::TreasuryObject;
 QString esc(const QString& text) {
     return text.toHtmlEscaped();
 }
+
+using tr::persian::persianDigits;
 
 QString number(qint64 value) {
     return persianDigits(QString::number(value));
@@ -208,11 +210,11 @@ QString newLayout(const DocumentPrint& d) {
                       cell(text(l.moein), centred), cell(text(l.tafsily), centred),
                       cell(text(l.tafsily2), centred), cell(text(l.projectCod), centred),
                       cell(esc(l.lastNam), kNewCell), cell(text(l.des), kNewCell),
-                      cell(esc(printedAmount(l.amount)), amount)});
+                      cell(esc(tr::persian::printAmount(l.amount)), amount)});
     }
     lines +=
         row({cell(QStringLiteral("جمع"), QStringLiteral("colspan=\"8\" ") + kNewHead),
-             cell(esc(printedAmount(d.amount)), QStringLiteral("align=\"right\" ") + kNewHead)});
+             cell(esc(tr::persian::printAmount(d.amount)), QStringLiteral("align=\"right\" ") + kNewHead)});
     lines += row({cell(QStringLiteral("<b>مبلغ به حروف :</b> ") + esc(amountWords(d.amount)),
                        QStringLiteral("colspan=\"9\" ") + kNewCell)});
     h += table(kGrid, lines);
@@ -284,12 +286,12 @@ QString oldLayout(const DocumentPrint& d) {
             {cell(number(l.raj), QStringLiteral("align=\"center\" ") + kOldCell),
              cell(accountCode(l), QStringLiteral("align=\"center\" ") + kOldCell),
              cell(esc(l.lastNam), kOldCell), cell(text(l.des), kOldCell),
-             cell(esc(printedAmount(l.amount)), QStringLiteral("align=\"right\" ") + kOldCell)});
+             cell(esc(tr::persian::printAmount(l.amount)), QStringLiteral("align=\"right\" ") + kOldCell)});
     }
     lines +=
         row({cell(QStringLiteral("<b>جمع :</b> ") + esc(amountWords(d.amount)),
                   QStringLiteral("colspan=\"4\" ") + kOldHead),
-             cell(esc(printedAmount(d.amount)), QStringLiteral("align=\"right\" ") + kOldHead)});
+             cell(esc(tr::persian::printAmount(d.amount)), QStringLiteral("align=\"right\" ") + kOldHead)});
     h += table(kGrid, lines);
 
     QStringList signers;
@@ -307,25 +309,6 @@ QString oldLayout(const DocumentPrint& d) {
 }
 
 }  // namespace
-
-QString persianDigits(const QString& text) {
-    QString out = text;
-    for (QChar& c : out)
-        if (c >= QLatin1Char('0') && c <= QLatin1Char('9'))
-            c = QChar(0x06F0 + (c.unicode() - u'0'));
-    return out;
-}
-
-QString printedAmount(double amount) {
-    const double rounded = std::round(amount * 100.0) / 100.0;
-    const bool negative = rounded < 0;
-    const double whole = std::floor(std::fabs(rounded));
-    QString digits = QString::number(whole, 'f', 0);
-    for (int i = digits.size() - 3; i > 0; i -= 3) digits.insert(i, QLatin1Char(','));
-    const int cents = int(std::llround((std::fabs(rounded) - whole) * 100.0));
-    if (cents) digits += QLatin1Char('/') + QString::number(cents).rightJustified(2, u'0');
-    return persianDigits((negative ? QStringLiteral("-") : QString()) + digits);
-}
 
 QString documentHtml(const DocumentPrint& document, PrintLayout layout) {
     return QStringLiteral("<html>") +
@@ -360,7 +343,7 @@ QString voucherHtml(const VoucherPrint& v) {
     const QString centred = QStringLiteral("align=\"center\" ") + kNewCell;
     const QString amount = QStringLiteral("align=\"right\" ") + kNewCell;
     const auto money = [](double value) {
-        return value != 0 ? esc(printedAmount(value)) : QString();
+        return value != 0 ? esc(tr::persian::printAmount(value)) : QString();
     };
     for (const VoucherPrintLine& l : v.lines) {
         lines += row({cell(number(l.raj), centred), cell(text(l.koll), centred),
@@ -371,8 +354,8 @@ QString voucherHtml(const VoucherPrint& v) {
     }
     const QString total = QStringLiteral("align=\"right\" ") + kNewHead;
     lines += row({cell(QStringLiteral("جمع"), QStringLiteral("colspan=\"8\" ") + kNewHead),
-                  cell(esc(printedAmount(v.totalBed())), total),
-                  cell(esc(printedAmount(v.totalBes())), total)});
+                  cell(esc(tr::persian::printAmount(v.totalBed())), total),
+                  cell(esc(tr::persian::printAmount(v.totalBes())), total)});
     h += table(kGrid, lines);
 
     QStringList signers;

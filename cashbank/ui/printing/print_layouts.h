@@ -30,8 +30,4 @@ bool printToPdf(const QString& html, const QString& title, const QString& pdfPat
 bool showPrintPreview(const QString& html, const QString& title, QWidget* parent,
                       const QString& key = {});
 
-// Amounts and numbers as the prints show them: Persian digits, thousands grouped.
-QString persianDigits(const QString& text);
-QString printedAmount(double amount);
-
 }  // namespace tr::cashbank::ui

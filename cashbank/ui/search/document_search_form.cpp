@@ -9,12 +9,12 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLocale>
 #include <QMenuBar>
 #include <QRegularExpressionValidator>
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/title_sorter.h"
 #include "host/sdk/persian_font.h"
@@ -43,14 +43,6 @@ class SearchResultModel : public tr::ui::DatasetModel {
         return kind == QLatin1String("Y") ? QColor(0xf2, 0xd7, 0x9a) : QColor(0xfb, 0xef, 0xcf);
     }
 };
-
-QString amountText(const QVariant& value) {
-    if (value.isNull()) return {};
-    const double v = value.toDouble();
-    QLocale english(QLocale::English);
-    // Rials rarely carry decimals; they are shown only when there are some.
-    return v == qRound64(v) ? english.toString(qRound64(v)) : english.toString(v, 'f', 2);
-}
 
 QLineEdit* digitsBox(QWidget* owner, int width, const QString& pattern) {
     auto* edit = new QLineEdit(owner);
@@ -190,7 +182,7 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
 
     model_ = new SearchResultModel(&search_->result(), this);
     model_->setReadOnly(true);
-    model_->setFieldFormat(QStringLiteral("SValue"), amountText);
+    model_->setFieldFormat(QStringLiteral("SValue"), tr::persian::amountCellText);
 
     grid_ = new QTableView(this);
     grid_->setObjectName(QStringLiteral("dbg"));
@@ -225,8 +217,8 @@ void DocumentSearchForm::readFilters() {
     f.toDate = {toDate.day->text(), toDate.month->text(), toDate.year->text()};
     f.fromSerial = serialBox(fromSerial->text());
     f.toSerial = serialBox(toSerial->text());
-    f.fromAmount = amountBox(fromAmount->text());
-    f.toAmount = amountBox(toAmount->text());
+    f.fromAmount = fromAmount->text();
+    f.toAmount = toAmount->text();
     f.receipts = receipts->isChecked();
     f.payments = payments->isChecked();
     f.cancellations = cancellations->isChecked();
@@ -240,8 +232,8 @@ void DocumentSearchForm::readFilters() {
 
 void DocumentSearchForm::mnuSearchClick() {
     readFilters();
-    search_->mnuSearchClick();
-    resultOpened();
+    // A refused amount leaves the last result as it was.
+    if (search_->mnuSearchClick() || search_->stopped()) resultOpened();
 }
 
 void DocumentSearchForm::mnuReplaceClick() {

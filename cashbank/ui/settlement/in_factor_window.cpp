@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <functional>
 
+#include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
@@ -29,13 +30,8 @@ class AllocationModel : public tr::ui::DatasetModel {
             fieldName(index.column()).compare(QLatin1String("NaghdValue"), Qt::CaseInsensitive) !=
                 0)
             return DatasetModel::setData(index, value, role);
-        QString text = value.toString().trimmed();
-        text.remove(QLatin1Char(','));
-        bool ok = false;
-        const double amount = text.isEmpty() ? 0.0 : text.toDouble(&ok);
-        if (!text.isEmpty() && !ok) return false;
         setCurrentRow(index.row());
-        const bool accepted = logic_.setAllocation(amount);
+        const bool accepted = logic_.setAllocationText(value.toString());
         if (accepted && onChanged) onChanged();
         return accepted;
     }
@@ -97,7 +93,7 @@ InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& obj
     }
     for (const char* field : {"FactorValue", "GetValue", "NaghdValue", "ChqValue"})
         model_->setFieldFormat(QLatin1String(field), [](const QVariant& v) {
-            return v.isNull() ? QString() : InFactorDialog::amountText(v.toDouble());
+            return tr::persian::amountCellText(v);
         });
     model_->onChanged = [this] { showAmounts(); };
 

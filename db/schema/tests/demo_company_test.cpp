@@ -46,6 +46,47 @@ TEST_F(DemoCompanyTest, UsersCarryTheirRightsPerYear) {
               2);
 }
 
+// Names sorted by the database come out in Persian alphabetical order. The reference order is
+// written out here: blank, '-' and the comma before the letters, Arabic yeh read as Persian yeh.
+TEST_F(DemoCompanyTest, NamesSortInPersianAlphabeticalOrder) {
+    const QString alphabet =
+        QStringLiteral("آابپتثجچحخدذرزژسشصضطظعغفقکگلمنوهی");
+    const auto key = [&](const QString& name) {
+        QList<int> k;
+        for (QChar c : name) {
+            if (c == u'\u064A') c = u'\u06CC';
+            if (c == u'\u0643') c = u'\u06A9';
+            if (c == u'\u060C') c = u',';
+            if (c.unicode() < 0x80) {
+                k << c.unicode();
+            } else {
+                EXPECT_GE(alphabet.indexOf(c), 0) << QString(c).toStdString();
+                k << 1000 + int(alphabet.indexOf(c));
+            }
+        }
+        return k;
+    };
+    bool codePointOrderDiffers = false;
+    const QList<QPair<QString, QString>> lists = {
+        {"Koll", "NamHesab"},      {"Moein", "NamHesab"},     {"Tafsily", "NamHesab"},
+        {"Tafsily2", "NamHesab"},  {"M_Project", "ProjectNam"}, {"N_Bank", "BankNam"},
+        {"N_Manabeh", "ManabehNam"}, {"N_Shoab", "ShobehNam"}};
+    for (const auto& [table, column] : lists) {
+        SCOPED_TRACE(table.toStdString());
+        const tr::db::ExecResult result = company().execute(
+            QStringLiteral("Select %1 From %2 Order By %1").arg(column, table));
+        QStringList names;
+        for (const tr::db::Row& row : result.resultSets.at(0).rows) names << row[0].toString().trimmed();
+        ASSERT_GT(names.size(), 1);
+        for (qsizetype i = 0; i + 1 < names.size(); ++i) {
+            EXPECT_LE(key(names[i]), key(names[i + 1]))
+                << names[i].toStdString() << " / " << names[i + 1].toStdString();
+            codePointOrderDiffers = codePointOrderDiffers || names[i] > names[i + 1];
+        }
+    }
+    EXPECT_TRUE(codePointOrderDiffers) << "the demo names do not tell the orders apart";
+}
+
 // The account checks of the document screens, applied to an account code the demo stores:
 // empty when accepted, else the reason.
 QString accountProblem(tr::db::Connection& c, const tr::db::Row& a) {

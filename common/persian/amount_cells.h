@@ -1,0 +1,20 @@
+#pragma once
+// Amount cells of a grid row as the user typed them: each text cell is read as an amount and
+// replaced by its value (null when blank) before the row is posted; a refused cell keeps its text.
+#include <QString>
+#include <QStringList>
+
+#include "common/db/query.h"
+#include "common/persian/amount.h"
+
+namespace tr::persian {
+
+// The refusal message of the first listed cell that does not read, empty when all read. Fields
+// the row does not have are skipped.
+QString readAmountCells(tr::db::Query& row, const QStringList& fields,
+                        const AmountRules& rules = {});
+
+// What an amount cell shows: its value formatted, a refused text as typed, nothing for null.
+QString amountCellText(const QVariant& value);
+
+}  // namespace tr::persian

@@ -1,0 +1,24 @@
+#pragma once
+// How deep and how long the engine lets a statement grow. Well inside a thread's stack and inside
+// SQLite's own limits (expression depth 1000, 500 terms of a compound select), so hostile text is
+// refused with the server's message instead of overflowing the stack or reaching SQLite.
+#include <QString>
+
+namespace tr::engine {
+
+// Parentheses, subqueries, function calls, Case, Not, If and Begin blocks inside one another.
+constexpr int kMaxNesting = 128;
+// An expression's height: the nesting above, plus one per term of a chain `a + b + c ...`.
+constexpr int kMaxExpressionDepth = 256;
+// Selects joined by Union [All].
+constexpr int kMaxUnionTerms = 128;
+// Exec('...') texts and procedures running statements inside one another.
+constexpr int kMaxCallDepth = 32;
+
+inline QString nestedTooDeeplyMessage() {
+    return QStringLiteral(
+        "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+        "into smaller queries.");
+}
+
+}  // namespace tr::engine
