@@ -99,6 +99,10 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
         exec("PRAGMA journal_mode=WAL");
         exec("PRAGMA synchronous=FULL");
         exec("PRAGMA foreign_keys=ON");
+        // SQLite's automatic indexes with a condition (a join on a column that the statement also
+        // compares with a constant) lose rows that the TSQL collation finds equal but not
+        // byte-equal, such as a code with a leading blank; real indexes are unaffected.
+        exec("PRAGMA automatic_index=OFF");
         const QByteArray attach = (QStringLiteral("ATTACH DATABASE '") + engine.tempdbUri() +
                                    QStringLiteral("' AS tempdb")).toUtf8();
         exec(attach.constData());

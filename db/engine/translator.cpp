@@ -233,8 +233,10 @@ public:
     }
 
     // `targets`: the columns an Insert writes the result into, whose values are fitted to them.
+    // `trimFirst`: the first result column, unless a number, is trimmed of blanks, for a text
+    // In (Select ...).
     SelectOut select(const Select& s, const Scope* outer, bool forInto,
-                     const std::vector<ColumnInfo>* targets = nullptr) {
+                     const std::vector<ColumnInfo>* targets = nullptr, bool trimFirst = false) {
         const Deeper deeper(*this, s.position);
         Scope scope;
         scope.outer = outer;
@@ -247,7 +249,11 @@ public:
         QStringList items;
         for (const SelectItem& item : s.items) {
             if (item.expr->kind == Expr::Kind::Star) {
+                const bool first = items.isEmpty();
+                const size_t known = out.columns.size();
                 expandStar(*item.expr, scope, items, out, targets);
+                if (first && trimFirst && out.columns.size() > known && !isNumeric(out.columns[known].type))
+                    items.first() = QStringLiteral("trim(%1, ' ')").arg(items.first());
                 continue;
             }
             if (item.expr->kind == Expr::Kind::Identity) {
@@ -269,6 +275,7 @@ public:
                 continue;
             }
             Out e = expr(*item.expr, scope);
+            if (trimFirst && items.isEmpty() && !isNumeric(e.type)) e.sql = QStringLiteral("trim(%1, ' ')").arg(e.sql);
             QString name = item.alias;
             if (name.isEmpty() && e.columnRef) name = e.columnName;
             if (forInto && name.isEmpty()) {
@@ -303,7 +310,7 @@ public:
         }
         if (s.having) sql += QStringLiteral(" HAVING ") + expr(*s.having, scope).sql;
         if (s.unionNext) {
-            SelectOut next = select(*s.unionNext, outer, false, targets);
+            SelectOut next = select(*s.unionNext, outer, false, targets, trimFirst);
             sql += (s.unionAll ? QStringLiteral(" UNION ALL ") : QStringLiteral(" UNION ")) + next.sql;
         }
         if (!s.orderBy.empty()) {
@@ -618,10 +625,13 @@ public:
                             SqlType::Integer, true);
             case Expr::Kind::In: {
                 // As in comparisons, trimming the tested value changes nothing under the collation.
+                // The values a text is looked up in are trimmed: SQLite's lookup table for In
+                // reports a malformed database when it holds an empty text and a blank one, which
+                // the collation finds equal.
                 Out x = expr(*stripTrim(e.args[0].get()), scope);
                 QString list;
                 if (e.select) {
-                    SelectOut inner = select(*e.select, &scope, false);
+                    SelectOut inner = select(*e.select, &scope, false, nullptr, x.type == SqlType::Text);
                     list = inner.sql;
                     // Text tested against numbers (a voucher line's Document against line ids):
                     // compare as text, so the text column's index still finds the rows.
@@ -643,7 +653,7 @@ public:
                     for (size_t i = 1; i < e.args.size(); ++i) {
                         Out item = expr(*e.args[i], scope);
                         if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
-                        items << item.sql;
+                        items << (x.type == SqlType::Text ? QStringLiteral("trim(%1, ' ')").arg(item.sql) : item.sql);
                     }
                     list = items.join(QStringLiteral(", "));
                 }

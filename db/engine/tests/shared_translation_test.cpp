@@ -1,5 +1,6 @@
 // Texts that differ only in literal values share one translation with the values bound, and a
 // translation is made again when a table it read is created, dropped or altered by any connection.
+// The values such statements compute are tested from sql/literal-values.test.
 #include <gtest/gtest.h>
 
 #include "common/db/database_error.h"
@@ -48,52 +49,6 @@ TEST_F(SharedTranslation, EachTextBindsItsOwnValuesThroughOneTranslation) {
     EXPECT_DOUBLE_EQ(value("Select Bed From Asnad Where Document = '5'").toDouble(), -0.5);
     EXPECT_EQ(value("Select Count(*) From Asnad Where Bed < 0").toInt(), 2);
     EXPECT_EQ(value("Select Count(*) From Asnad Where Des = ''").toInt(), 1);
-}
-
-TEST_F(SharedTranslation, IntegerAndDecimalLiteralsKeepTheirArithmetic) {
-    EXPECT_EQ(value("Select 7 / 2").toInt(), 3);
-    EXPECT_DOUBLE_EQ(value("Select 7.0 / 2").toDouble(), 3.5);
-    EXPECT_EQ(value("Select 9 / 2").toInt(), 4);
-    EXPECT_EQ(value("Select -5 * 2").toInt(), -10);
-    EXPECT_EQ(value("Select -6 * 2").toInt(), -12);
-    EXPECT_EQ(value("Select 10 - (-3)").toInt(), 13);
-}
-
-TEST_F(SharedTranslation, LiteralsWhoseValuesShapeTheStatementAreNotShared) {
-    db->execute("Insert Into Asnad (Document, Koll, Des) Values ('b', '101', N'zz')");
-    db->execute("Insert Into Asnad (Document, Koll, Des) Values ('a', '102', N'yy')");
-    db->execute("Insert Into Asnad (Document, Koll, Des) Values ('c', '100', N'xx')");
-    // A position in Order By names a column.
-    EXPECT_EQ(value("Select Document, Koll From Asnad Order By 1").toString(), QStringLiteral("a"));
-    EXPECT_EQ(value("Select Document, Koll From Asnad Order By 2").toString(), QStringLiteral("c"));
-    EXPECT_EQ(value("Select Document, Koll, Des From Asnad Order By 3").toString(), QStringLiteral("c"));
-    // Top, Varchar lengths and Substring starts, each with two values.
-    EXPECT_EQ(rows("Select Top 1 Document From Asnad").rows.size(), 1u);
-    EXPECT_EQ(rows("Select Top 2 Document From Asnad").rows.size(), 2u);
-    EXPECT_EQ(value("Select Cast('abcdef' As Varchar(2))").toString(), QStringLiteral("ab"));
-    EXPECT_EQ(value("Select Cast('abcdef' As Varchar(4))").toString(), QStringLiteral("abcd"));
-    EXPECT_EQ(value("Select Substring('abcdef', 2, 3)").toString(), QStringLiteral("bcd"));
-    EXPECT_EQ(value("Select Substring('abcdef', 0, 3)").toString(), QStringLiteral("ab"));
-    EXPECT_EQ(value("Select Substring('abcdef', -1, 3)").toString(), QStringLiteral("a"));
-}
-
-TEST_F(SharedTranslation, TextComparedWithNumbersAndConversionErrorsAsWritten) {
-    db->execute("Insert Into Asnad (Document, SanadNo) Values ('1', 9)");
-    db->execute("Insert Into Asnad (Document, SanadNo) Values ('2', 10)");
-    EXPECT_EQ(value("Select Count(*) From Asnad Where SanadNo = '10'").toInt(), 1);
-    EXPECT_EQ(value("Select Count(*) From Asnad Where SanadNo = ' 9 '").toInt(), 1);
-    EXPECT_EQ(value("Select Count(*) From Asnad Where SanadNo > '9'").toInt(), 1);
-    try {
-        db->execute("Select Count(*) From Asnad Where SanadNo = 'x9'");
-        FAIL() << "expected a conversion error";
-    } catch (const DatabaseError& e) {
-        EXPECT_TRUE(e.message().contains("'x9'")) << e.what();
-    }
-}
-
-TEST_F(SharedTranslation, UnnamedColumnsAreNamedWithTheValuesWritten) {
-    EXPECT_EQ(rows("Select 7 / 2, 'it''s' + 'x', Count(*) As N From Asnad").columns,
-              (QStringList{"7 / 2", "'it''s' || 'x'", "N"}));
 }
 
 TEST_F(SharedTranslation, BatchesAndOddTextsStillRunWhole) {
