@@ -194,7 +194,10 @@ QString N_Global::call(DocumentAction action, const ProcedureArguments& a) const
                          header_.currency.trimmed());
 }
 
-void N_Global::newDocument() {
+void N_Global::newDocument(const std::function<void()>& fill) {
+    FailureRestore restore(*this);
+    // Only the transfer table changes: nothing here is worth a flush of the disk.
+    tr::db::Transaction transaction(connection());
     clearTransferTable();
     reopenGrid();
     const QString day = header_.day, month = header_.month, year = header_.year;
@@ -208,6 +211,8 @@ void N_Global::newDocument() {
     heldByAnother_ = false;
     captionSuffix_.clear();
     focus_ = HeaderField::None;
+    if (fill) fill();
+    transaction.commit(tr::db::Transaction::Durability::Delayed);
 }
 
 QString N_Global::fillNextSerial() {
@@ -335,21 +340,33 @@ bool N_Global::readHeader(const QString& serial) {
     return true;
 }
 
-bool N_Global::openDocument(const QString& serialText) {
+bool N_Global::openDocument(const QString& serialText, const std::function<void()>& alsoRead) {
     const QString serial = serialText.trimmed();
     if (!documentExists(serial)) return false;
+    // The holds, the transfer table and the header switch together or not at all: a failure
+    // half-way would leave the new document's hold with the old one's lines, or the reverse.
+    // The header is written as it is read; a failure puts the shown one back.
+    FailureRestore restore(*this);
+    tr::db::Transaction transaction(connection());
     DocumentHeader fresh;
     fresh.serial = serial;
     header_ = fresh;
     // The treasury side first: its currency decides which of the kind's procedures loads it.
     readTreasuryLine(serial);
-    heldByAnother_ = !holdOpenedDocument(database(), kind_.code, serial, userNumber());
+    const bool held = holdOpenedDocument(database(), kind_.code, serial, userNumber());
     loadIntoTransferTable(serial);
     readHeader(serial);
+    const bool cancelled = isCancelled(connection(), kind_.code, serial);
+    if (readOnOpen) readOnOpen(*this);
+    if (alsoRead) alsoRead();
+    // Holds and the transfer table are worth nothing after a crash: no flush of the disk.
+    transaction.commit(tr::db::Transaction::Durability::Delayed);
+    heldByAnother_ = !held;
     state_ = DocumentState::Edit;
-    cancelled_ = isCancelled(connection(), kind_.code, serial);
+    cancelled_ = cancelled;
     captionSuffix_ = cancelled_ ? QStringLiteral("(ابطال شده است)") : QString();
     focus_ = HeaderField::None;
+    if (opened) opened(*this);
     return true;
 }
 

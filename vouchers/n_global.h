@@ -99,14 +99,23 @@ class N_Global {
     // After a delete: undo the document's invoice settlement.
     std::function<void(N_Global&)> undoInvoiceSettlement;
 
-    // A new document: empty grid, header cleared except the date, state NEW.
-    void newDocument();
+    // Opening a document: `readOnOpen` runs inside the open's transaction, after the header is
+    // read, for what the screen reads alongside it; `opened` runs once the open has committed.
+    std::function<void(N_Global&)> readOnOpen;
+    std::function<void(N_Global&)> opened;
+
+    // A new document: empty grid, header cleared except the date, state NEW. `fill` (the lines a
+    // new document starts with) runs in the same transaction; a failure leaves the screen and the
+    // transfer table on the document shown before.
+    void newDocument(const std::function<void()>& fill = {});
     // Entering the serial box in state NEW: takes and holds the next serial, writes it to the
     // header.
     QString fillNextSerial();
     bool documentExists(const QString& serial) const;
-    // Loads the saved document `serial` (false when there is none), state EDIT.
-    bool openDocument(const QString& serial);
+    // Loads the saved document `serial` (false when there is none), state EDIT. The user's holds,
+    // the transfer table, the header read-back and `alsoRead` are one transaction: a failure
+    // leaves the database and the screen on the document shown before.
+    bool openDocument(const QString& serial, const std::function<void()>& alsoRead = {});
     // Fills name, display code and currency of the header's treasury-side code.
     void describeTreasurySide();
 

@@ -80,11 +80,13 @@ void CashBankDocument::show(const QString& containerName) {
                                                                 services_.global->fiscalEnd));
         doc_->header().userName = services_.global->userName;
     }
-    invoiceMode_ = screen_.hasInvoice && containerName == kInvoiceContainer;
+    const bool invoiceMode = screen_.hasInvoice && containerName == kInvoiceContainer;
     // Docked anywhere else the screen serves plain documents: its settlement forgets the invoice
-    // it was last opened for, or an ordinary save would stay tied to it.
+    // it was last opened for, or an ordinary save would stay tied to it. The screen turns to
+    // invoice mode only once the invoice's document is on it.
     if (screen_.hasInvoice && prepareForInvoice)
-        prepareForInvoice(*this, invoiceMode_ ? invoiceNumber_ : QString());
+        prepareForInvoice(*this, invoiceMode ? invoiceNumber_ : QString());
+    invoiceMode_ = invoiceMode;
     notify();
 }
 
@@ -105,6 +107,15 @@ void CashBankDocument::bind() {
         return true;
     };
     grid.AfterPost = [this](Query&) { notify(); };
+    // Whatever opens a document (the serial box, the spin, the list, an invoice's receipt), the
+    // currency name is read in the open's transaction and taken with it.
+    doc_->readOnOpen = [this](tr::vouchers::N_Global&) { openingCurrencyName_ = currencyNameOf(); };
+    doc_->opened = [this](tr::vouchers::N_Global&) {
+        openedSerial_ = header().serial.trimmed();
+        currencyName_ = openingCurrencyName_;
+        amountTyped_.clear();
+        rateTyped_.clear();
+    };
     const Query::Hook afterDelete = grid.AfterDelete;
     grid.AfterDelete = [this, afterDelete](Query& query) {
         if (afterDelete) afterDelete(query);
@@ -209,22 +220,19 @@ bool CashBankDocument::serialLeave() {
 
 bool CashBankDocument::openSerial(const QString& serialText) {
     const QString serial = serialText.trimmed();
-    if (!doc_->openDocument(serial)) return false;
-    openedSerial_ = serial;
-    amountTyped_.clear();
-    rateTyped_.clear();
-    applyCurrencyName();
-    notify();
-    if (screen_.hasInvoice) {
+    int invoices = 0;
+    const auto countInvoices = [&] {
+        if (!screen_.hasInvoice) return;
         tr::db::Connection& c = services_.connection();
-        const Query invoices = openQuery(
-            c, QStringLiteral("Select Distinct SanadNoForosh From R_ForoshRelatedNaghd Where "
-                              "WhatDoc = ") +
-                   c.text(screen_.kindCode) + QStringLiteral(" And Serial = ") +
-                   tr::db::sqlNumber(serial.toLongLong()));
-        if (invoices.RecordCount() > 1)
-            messages_.show(QStringLiteral("اين شماره سريال چند فاکتوري است"), kError);
-    }
+        invoices = openQuery(c, QStringLiteral("Select Distinct SanadNoForosh From "
+                                               "R_ForoshRelatedNaghd Where WhatDoc = ") +
+                                    c.text(screen_.kindCode) + QStringLiteral(" And Serial = ") +
+                                    tr::db::sqlNumber(serial.toLongLong()))
+                       .RecordCount();
+    };
+    if (!doc_->openDocument(serial, countInvoices)) return false;
+    notify();
+    if (invoices > 1) messages_.show(QStringLiteral("اين شماره سريال چند فاکتوري است"), kError);
     return true;
 }
 
@@ -345,14 +353,17 @@ bool CashBankDocument::pickTreasury() {
     return true;
 }
 
-void CashBankDocument::applyCurrencyName() {
-    currencyName_.clear();
-    if (!doc_->currencyDocument()) return;
+QString CashBankDocument::currencyNameOf() const {
+    if (!doc_->currencyDocument()) return {};
     tr::db::Connection& c = services_.connection();
-    const Query name =
-        openQuery(c, QStringLiteral("Select ArzNam From N_Arz Where LTrim(ArzCod) = LTrim(") +
-                         c.text(header().currency) + QStringLiteral(")"));
-    if (!name.IsEmpty()) currencyName_ = name.value(0, 0).toString();
+    return tr::db::firstColumn(c, QStringLiteral("Select ArzNam From N_Arz Where LTrim(ArzCod) = "
+                                                 "LTrim(") +
+                                      c.text(header().currency) + QStringLiteral(")"))
+        .toString();
+}
+
+void CashBankDocument::applyCurrencyName() {
+    currencyName_ = currencyNameOf();
 }
 
 void CashBankDocument::applyCurrencyDefaults() {

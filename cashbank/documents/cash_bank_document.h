@@ -123,6 +123,8 @@ class CashBankDocument {
     bool pickTreasury();
     // "نرخ تبديل به ريال" takes input only for a document in a foreign currency.
     bool rateEnabled() const { return doc_->currencyDocument(); }
+    // The currency name a new line of a foreign-currency document carries.
+    const QString& currencyName() const { return currencyName_; }
 
     void setDescription(const QString& text);
     void setAmountText(const QString& text);
@@ -194,6 +196,7 @@ class CashBankDocument {
     void notify();
     bool stepSerial(bool forward);
     bool checkDate();
+    QString currencyNameOf() const;
     void applyCurrencyName();
     void applyCurrencyDefaults();
     void fillCurrency(tr::db::Query& line);
@@ -219,6 +222,7 @@ class CashBankDocument {
     QString invoiceNumber_;
     bool invoiceMode_ = false;
     QString currencyName_;
+    QString openingCurrencyName_;  // read by an open, taken when it commits
     QString amountTyped_;  // refused texts of the amount and rate boxes, empty when they read
     QString rateTyped_;
     QVariantMap rowMemory_;

@@ -10,9 +10,12 @@ DocumentSettlement::DocumentSettlement(CashBankDocument& logic) : logic_(logic) 
     logic_.documentReleasing = [this](CashBankDocument&) { settlement_.reset(); };
     logic_.prepareForInvoice = [this](CashBankDocument&, const QString& invoice) {
         if (!settlement_) return;
-        // An empty number (a screen shown for plain documents) clears the one kept before.
-        settlement_->setInvoiceNumber(invoice);
-        if (!invoice.trimmed().isEmpty()) settlement_->prepareForInvoice(invoice);
+        // An empty number (a screen shown for plain documents) clears the one kept before; an
+        // invoice is taken by a successful prepare only.
+        if (invoice.trimmed().isEmpty())
+            settlement_->setInvoiceNumber(QString());
+        else
+            settlement_->prepareForInvoice(invoice);
     };
 }
 

@@ -93,11 +93,11 @@ void InFactorDialog::setCustomerFilter(bool on) {
 }
 
 double InFactorDialog::allocated() const {
-    const tr::db::ExecResult result = settlement_.services().connection().execute(
-        QStringLiteral("select sum(ISNULL(NaghdValue,0))SumNaghdValue from ") + table_ +
-        QStringLiteral(" where sSelect = 'P'"));
-    if (result.resultSets.empty() || result.resultSets.front().rows.empty()) return 0;
-    return result.resultSets.front().rows.front().at(0).toDouble();
+    return tr::db::firstColumn(
+               settlement_.services().connection(),
+               QStringLiteral("select sum(ISNULL(NaghdValue,0))SumNaghdValue from ") + table_ +
+                   QStringLiteral(" where sSelect = 'P'"))
+        .toDouble();
 }
 
 bool InFactorDialog::refuse(const QString& text) {

@@ -11,17 +11,9 @@ namespace tr::cashbank {
 
 namespace {
 
+using tr::db::openQuery;
 using tr::db::sqlNumber;
-
-tr::db::ResultSet select(tr::db::Connection& connection, const QString& sql) {
-    tr::db::ExecResult result = connection.execute(sql);
-    if (result.resultSets.empty()) return {};
-    return std::move(result.resultSets.front());
-}
-
-QString withoutHashes(const QString& table) {
-    return table.startsWith(QLatin1String("##")) ? table.mid(2) : table;
-}
+using tr::db::withoutHashes;
 
 }  // namespace
 
@@ -82,25 +74,24 @@ QString InvoiceSettlement::serialNumber() const {
 
 QString InvoiceSettlement::existingSerial(const QString& invoice) const {
     tr::db::Connection& c = connection();
-    const tr::db::ResultSet rows = select(
+    tr::db::Query link = openQuery(
         c, QStringLiteral("Select Top 1 * From R_ForoshRelatedNaghd Where SanadNoForosh = ") +
                c.text(invoice.trimmed()) + QStringLiteral(" And TypeAction = '1' And Whatdoc = ") +
                c.text(kind_.code) + QStringLiteral(" "));
-    if (rows.rows.empty()) return {};
-    return rows.rows.front().at(rows.columnIndex(QStringLiteral("Serial"))).toString().trimmed();
+    if (link.IsEmpty()) return {};
+    return link.FieldByName(QStringLiteral("Serial")).AsString().trimmed();
 }
 
 std::optional<SalesInvoice> InvoiceSettlement::readInvoice(const QString& invoice) const {
     tr::db::Connection& c = connection();
-    const tr::db::ResultSet rows = select(
+    const tr::db::Query rows = openQuery(
         c, QStringLiteral("Select F.SanadNoForosh, F.SanadDate, F.CustomerCod, C.CustomerNam, "
                           "F.Koll, F.Moein, F.Tafsily, F.Tafsily2, F.ProjectCod, F.SellValue "
                           "From R_FactorForosh As F Left Join R_Customer As C On C.CustomerCod = "
                           "F.CustomerCod Where LTrim(RTrim(F.SanadNoForosh)) = ") +
                c.text(invoice.trimmed()));
-    if (rows.rows.empty()) return std::nullopt;
-    const tr::db::Row& r = rows.rows.front();
-    const auto text = [&](int i) { return r.at(i).toString().trimmed(); };
+    if (rows.IsEmpty()) return std::nullopt;
+    const auto text = [&](int i) { return rows.value(0, i).toString().trimmed(); };
     SalesInvoice found;
     found.number = text(0);
     found.date = text(1);
@@ -111,7 +102,7 @@ std::optional<SalesInvoice> InvoiceSettlement::readInvoice(const QString& invoic
     found.tafsily = text(6);
     found.tafsily2 = text(7);
     found.projectCod = text(8);
-    found.sellValue = r.at(9).toDouble();
+    found.sellValue = rows.value(0, 9).toDouble();
     return found;
 }
 
@@ -141,25 +132,44 @@ bool InvoiceSettlement::prefill(const SalesInvoice& invoice) {
 }
 
 bool InvoiceSettlement::prepareForInvoice(const QString& invoice) {
-    setInvoiceNumber(invoice);
-    const QString existing = existingSerial(invoice_);
-    if (!existing.isEmpty() && document_.openDocument(existing)) {
-        noteMultiInvoice(existing);
+    // The settlement takes the invoice only with the document: after a failure the next save
+    // must not bind the document still shown to it.
+    const QString number = invoice.trimmed();
+    const QString existing = existingSerial(number);
+    // The count is read in the open's transaction; the note waits until the open has committed.
+    int invoices = 0;
+    if (!existing.isEmpty() &&
+        document_.openDocument(existing, [&] { invoices = settledInvoiceCount(existing); })) {
+        setInvoiceNumber(number);
+        if (invoices > 1) noteMultiInvoice();
         return true;
     }
-    document_.newDocument();
-    if (const std::optional<SalesInvoice> found = readInvoice(invoice_)) prefill(*found);
+    // The new document and its line from the invoice come together or not at all.
+    const std::optional<SalesInvoice> found = readInvoice(number);
+    document_.newDocument([&] {
+        if (found) prefill(*found);
+    });
+    setInvoiceNumber(number);
     return false;
 }
 
-bool InvoiceSettlement::noteMultiInvoice(const QString& serial) {
-    const tr::db::ResultSet invoices = select(
-        connection(),
-        QStringLiteral("Select Distinct SanadNoForosh From R_ForoshRelatedNaghd Where WhatDoc = ") +
-            connection().text(kind_.code) + QStringLiteral(" And Serial = ") +
-            sqlNumber(serial.trimmed().toLongLong()) + QStringLiteral(" And TypeAction = '1'"));
-    if (invoices.rows.size() < 2) return false;
+int InvoiceSettlement::settledInvoiceCount(const QString& serial) const {
+    return tr::db::openQuery(connection(), QStringLiteral("Select Distinct SanadNoForosh From "
+                                                          "R_ForoshRelatedNaghd Where WhatDoc = ") +
+                                               connection().text(kind_.code) +
+                                               QStringLiteral(" And Serial = ") +
+                                               sqlNumber(serial.trimmed().toLongLong()) +
+                                               QStringLiteral(" And TypeAction = '1'"))
+        .RecordCount();
+}
+
+void InvoiceSettlement::noteMultiInvoice() {
     messages_.note(QStringLiteral("اين شماره سريال چند فاکتوري است"));
+}
+
+bool InvoiceSettlement::noteMultiInvoice(const QString& serial) {
+    if (settledInvoiceCount(serial) < 2) return false;
+    noteMultiInvoice();
     return true;
 }
 
@@ -168,11 +178,10 @@ QString InvoiceSettlement::invoicePeriod(const QString& invoice) const {
     const QString year = services_.global->sYear.trimmed();
     if (readInvoice(invoice)) return year;
     // An earlier period's invoice is known here only through R_OldFactor.
-    const tr::db::ResultSet rows =
-        select(c, QStringLiteral("Select Top 1 MainDorehMali From R_OldFactor Where "
-                                 "SanadNoForosh = ") +
-                      c.text(invoice) + QStringLiteral(" Order By MainDorehMali Desc"));
-    return rows.rows.empty() ? year : rows.rows.front().at(0).toString().trimmed();
+    const QVariant period = tr::db::firstColumn(
+        c, QStringLiteral("Select Top 1 MainDorehMali From R_OldFactor Where SanadNoForosh = ") +
+               c.text(invoice) + QStringLiteral(" Order By MainDorehMali Desc"));
+    return period.isNull() ? year : period.toString().trimmed();
 }
 
 void InvoiceSettlement::recomputeInvoices(tr::db::MyDatabase& database, const QString& kind) {
@@ -212,13 +221,14 @@ void InvoiceSettlement::recomputeInvoicesOf(tr::db::MyDatabase& database,
 
 QList<InvoiceKey> InvoiceSettlement::linkedInvoices() const {
     tr::db::Connection& c = connection();
-    const tr::db::ResultSet rows =
-        select(c, QStringLiteral("Select Distinct SanadNoForosh, DorehMali From "
-                                 "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
-                      c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber());
+    const tr::db::Query rows =
+        openQuery(c, QStringLiteral("Select Distinct SanadNoForosh, DorehMali From "
+                                    "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
+                         c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber());
     QList<InvoiceKey> invoices;
-    for (const tr::db::Row& row : rows.rows)
-        invoices << InvoiceKey{row.at(0).toString().trimmed(), row.at(1).toString().trimmed()};
+    for (int row = 0; row < rows.RecordCount(); ++row)
+        invoices << InvoiceKey{rows.value(row, 0).toString().trimmed(),
+                               rows.value(row, 1).toString().trimmed()};
     return invoices;
 }
 
@@ -294,21 +304,22 @@ void InvoiceSettlement::writePendingAllocations(bool fromDialog) {
     tr::db::execute(database(),
                     QStringLiteral("Update ") + pending +
                         QStringLiteral(" Set IDX = Null, AtfCh = Null, DocToDate = '0'"));
-    const tr::db::ResultSet lines = select(
+    const tr::db::Query lines = openQuery(
         c, QStringLiteral("SELECT N.IDX,A.Bes,A.Des,A.DocToDate FROM N_NaghdTrans N JOIN asnad A "
                           "ON N.IDX = A.[Document] WHERE A.TypeSys = 'N' AND N.Serial = ") +
                serialNumber() + QStringLiteral(" AND N.WhatDoc = ") +
                sqlNumber(kind_.code.toLongLong()) + QStringLiteral(" AND bes <> 0"));
-    for (const tr::db::Row& line : lines.rows) {
-        const qint64 idx = line.at(0).toLongLong();
+    for (int line = 0; line < lines.RecordCount(); ++line) {
+        const qint64 idx = lines.value(line, 0).toLongLong();
         tr::db::execute(database(),
                         QStringLiteral("Update ") + pending + QStringLiteral(" Set IDX = ") +
                             sqlNumber(idx) + QStringLiteral(", AtfCh = ") +
                             c.text(QString::number(idx)) + QStringLiteral(", DocToDate = ") +
-                            c.text(line.at(3).toString().trimmed()) +
+                            c.text(lines.value(line, 3).toString().trimmed()) +
                             QStringLiteral(" Where IDX Is Null And CashValue = ") +
-                            sqlNumber(line.at(1).toDouble()) + QStringLiteral(" And Des = ") +
-                            c.text(line.at(2).toString()));
+                            sqlNumber(lines.value(line, 1).toDouble()) +
+                            QStringLiteral(" And Des = ") +
+                            c.text(lines.value(line, 2).toString()));
     }
     QList<InvoiceKey> affected = fromDialog ? QList<InvoiceKey>{} : linkedInvoices();
     // 2. The document's links are replaced by the chosen rows.
@@ -363,21 +374,20 @@ void InvoiceSettlement::undoInvoiceSettlement() {
 QStringList InvoiceSettlement::openPeriods() const {
     tr::db::Connection& c = connection();
     QStringList periods;
-    const auto add = [&](const tr::db::ResultSet& rows) {
-        for (const tr::db::Row& row : rows.rows) {
-            const QString period = row.at(0).toString().trimmed();
+    const auto add = [&](const QString& sql) {
+        const tr::db::Query rows = openQuery(c, sql);
+        for (int row = 0; row < rows.RecordCount(); ++row) {
+            const QString period = rows.value(row, 0).toString().trimmed();
             if (!period.isEmpty() && !periods.contains(period)) periods << period;
         }
     };
-    add(select(
-        c, QStringLiteral("select Distinct DorehMali From R_OldFactor WHERE MandehFactor <> 0")));
+    add(QStringLiteral("select Distinct DorehMali From R_OldFactor WHERE MandehFactor <> 0"));
     // A fully paid invoice stays in the list while this document is what pays it.
     if (!serial().isEmpty())
-        add(select(c, QStringLiteral("Select Distinct DorehMali From R_ForoshRelatedNaghd Where "
-                                     "WhatDoc = ") +
-                          c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber()));
+        add(QStringLiteral("Select Distinct DorehMali From R_ForoshRelatedNaghd Where WhatDoc = ") +
+            c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber());
     if (hasPendingAllocations())
-        add(select(c, QStringLiteral("Select Distinct DorehMali From ") + pendingTable()));
+        add(QStringLiteral("Select Distinct DorehMali From ") + pendingTable());
     periods.sort();
     return periods;
 }
@@ -427,25 +437,23 @@ void InvoiceSettlement::fillOpenInvoices(const QString& table, const QString& cu
         tr::db::execute(database(), sql);
     }
     // This document's own allocations: those waiting for the save, else the saved ones.
-    const tr::db::ResultSet own =
-        hasPendingAllocations()
-            ? select(c,
-                     QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From ") +
-                         pendingTable() +
-                         QStringLiteral(" Where sSelect = 'P' Group By SanadNoForosh, DorehMali"))
-            : select(c,
-                     QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From "
-                                    "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
-                         c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialValue +
-                         QStringLiteral(" Group By SanadNoForosh, DorehMali"));
-    for (const tr::db::Row& row : own.rows) {
+    const tr::db::Query own = openQuery(
+        c, hasPendingAllocations()
+               ? QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From ") +
+                     pendingTable() +
+                     QStringLiteral(" Where sSelect = 'P' Group By SanadNoForosh, DorehMali")
+               : QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From "
+                                "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
+                     c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialValue +
+                     QStringLiteral(" Group By SanadNoForosh, DorehMali"));
+    for (int row = 0; row < own.RecordCount(); ++row) {
         tr::db::execute(database(), QStringLiteral("Update ") + table +
                                         QStringLiteral(" Set sSelect = 'P', NaghdValue = ") +
-                                        sqlNumber(row.at(2).toDouble()) +
+                                        sqlNumber(own.value(row, 2).toDouble()) +
                                         QStringLiteral(" Where SanadNoForosh = ") +
-                                        c.text(row.at(0).toString().trimmed()) +
+                                        c.text(own.value(row, 0).toString().trimmed()) +
                                         QStringLiteral(" And DorehMali = ") +
-                                        c.text(row.at(1).toString().trimmed()));
+                                        c.text(own.value(row, 1).toString().trimmed()));
     }
     tr::db::execute(database(), QStringLiteral("Delete From ") + table +
                                     QStringLiteral(" Where sSelect <> 'P' And GetValue < 0.005"));

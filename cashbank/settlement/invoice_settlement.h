@@ -76,6 +76,8 @@ class InvoiceSettlement {
 
     // After a serial was opened: the note when its document settles more than one invoice.
     bool noteMultiInvoice(const QString& serial);
+    // How many invoices the document `serial` of this kind settles.
+    int settledInvoiceCount(const QString& serial) const;
 
     // Saving step 10: invoice-bound links, or the dialog's pending allocations (else the saved
     // links, matched again to the new lines); then the invoices' balances of this kind.
@@ -118,6 +120,7 @@ class InvoiceSettlement {
     QString serialNumber() const;
     QString invoicePeriod(const QString& invoice) const;
     void writeInvoiceBoundLinks();
+    void noteMultiInvoice();
     // The invoices this document's saved links pay.
     QList<InvoiceKey> linkedInvoices() const;
     // `fromDialog`: the allocations were confirmed in the dialog (not re-linked saved ones).

@@ -51,6 +51,10 @@ bool dropTempTable(MyDatabase& db, const QString& name) {
                            quotedBody(c, name) + QStringLiteral("') ") + QStringLiteral("Drop Table ##") + name);
 }
 
+QString withoutHashes(const QString& name) {
+    return name.startsWith(QLatin1String("##")) ? name.mid(2) : name;
+}
+
 bool objectExistsInTempdb(Connection& connection, const QString& name) {
     const QString sql =
         QStringLiteral("Select [Name] From Tempdb..Sysobjects Where (Upper(XType) = 'U' Or Upper(XType) = 'V' "

@@ -19,6 +19,8 @@ bool execute(MyDatabase& db, const QString& statement);
 QString globalTempTableName(const QString& sessionText);
 // `name` is the table name without its leading "##".
 bool dropTempTable(MyDatabase& db, const QString& name);
+// A ## table's name as dropTempTable takes it; a name without "##" is answered as it is.
+QString withoutHashes(const QString& name);
 bool objectExistsInTempdb(Connection& connection, const QString& name);
 bool columnExists(Connection& connection, const QString& table, const QString& column);
 // sp_Is_Name_Repeated answers one row whose first column is 1 when the name is taken.

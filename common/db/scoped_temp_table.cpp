@@ -6,14 +6,6 @@
 
 namespace tr::db {
 
-namespace {
-
-QString withoutHashes(const QString& name) {
-    return name.startsWith(QLatin1String("##")) ? name.mid(2) : name;
-}
-
-}  // namespace
-
 ScopedTempTable::ScopedTempTable(MyDatabase& db, QString name)
     : db_(db), name_(std::move(name)), owned_(!name_.isEmpty()) {}
 
@@ -23,8 +15,9 @@ ScopedTempTable::~ScopedTempTable() {
 
 void ScopedTempTable::drop() {
     if (!owned_) return;
-    owned_ = false;
+    // Owned until it is gone: a drop that fails is tried again when the error leaves the scope.
     dropTempTable(db_, withoutHashes(name_));
+    owned_ = false;
 }
 
 void dropTempTableQuietly(MyDatabase& db, const QString& name) noexcept {

@@ -5,6 +5,8 @@
 #include <cmath>
 
 #include "common/db/database_error.h"
+#include "common/db/query.h"
+#include "common/db/query_helpers.h"
 #include "common/persian/amount.h"
 
 namespace tr::procedures {
@@ -13,8 +15,9 @@ namespace {
 
 using tr::db::Connection;
 using tr::db::DatabaseError;
-using tr::db::ResultSet;
-using tr::db::Row;
+using tr::db::firstColumn;
+using tr::db::openQuery;
+using tr::db::Query;
 using tr::db::sqlNumber;
 
 // A cash box and a bank account post to their own account; a bank account posts to its J set (the
@@ -107,13 +110,13 @@ QString trimmedText(const QVariant& value) {
 }
 
 struct Record {
-    const ResultSet* set = nullptr;
-    const Row* row = nullptr;
+    const Query* set = nullptr;
+    int row = 0;
     QVariant operator[](const char* column) const {
-        const int i = set->columnIndex(QString::fromLatin1(column));
+        const int i = set->fieldIndex(QString::fromLatin1(column));
         if (i < 0)
             throw DatabaseError(QStringLiteral("column %1 missing").arg(QLatin1String(column)));
-        return row->at(i);
+        return set->value(row, i);
     }
 };
 
@@ -189,11 +192,6 @@ class DocumentCall {
         return date;
     }
 
-    ResultSet select(const QString& sql) {
-        auto r = c_.execute(sql);
-        return r.resultSets.empty() ? ResultSet{} : std::move(r.resultSets.front());
-    }
-
     QString documentFilter(qint64 serial) const {
         return QStringLiteral(" WhatDoc = ") + kindLiteral() + QStringLiteral(" And Serial = ") +
                sqlNumber(serial);
@@ -201,9 +199,9 @@ class DocumentCall {
 
     Document findDocument(qint64 serial) {
         Document d;
-        const ResultSet r = select(QStringLiteral("Select IDX From N_NaghdTrans Where") +
-                                   documentFilter(serial) + QStringLiteral(" Order By Raj"));
-        for (const Row& row : r.rows) d.lines << row.front().toLongLong();
+        const Query r = openQuery(c_, QStringLiteral("Select IDX From N_NaghdTrans Where") +
+                                          documentFilter(serial) + QStringLiteral(" Order By Raj"));
+        for (int row = 0; row < r.RecordCount(); ++row) d.lines << r.value(row, 0).toLongLong();
         return d;
     }
 
@@ -225,16 +223,13 @@ class DocumentCall {
     }
 
     bool isCancelled(const Document& d) {
-        return select(QStringLiteral("Select Count(*) From Asnad Where") + voucherLines(d, "1"))
-                   .rows.front()
-                   .front()
+        return firstColumn(
+                   c_, QStringLiteral("Select Count(*) From Asnad Where") + voucherLines(d, "1"))
                    .toLongLong() > 0;
     }
 
     qint64 newVoucherNumber() {
-        return select(QStringLiteral("Select dbo.sp_M_Asnad_GetMaxSanadNo() As SanadNo"))
-            .rows.front()
-            .front()
+        return firstColumn(c_, QStringLiteral("Select dbo.sp_M_Asnad_GetMaxSanadNo() As SanadNo"))
             .toLongLong();
     }
 
@@ -294,41 +289,42 @@ class DocumentCall {
         }
 
         // Everything is checked before the first write: a refused save changes nothing.
-        const ResultSet transfer = select(
+        const Query transfer = openQuery(
+            c_,
             QStringLiteral("Select Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, Des, Bed, Bes, "
                            "WhatDoc2, NamWhatDoc2, CodWhatDoc2, ManabehCod, ArzCod, ArzNam, "
                            "ArzRate, ArzUnitPrice, ArzTotalPrice, ArzCount2, ArzNam2, Joz, Des1, "
                            "Des2, Des3, Des4, IDX From ") +
-            table_ + QStringLiteral(" Order By Raj"));
-        if (transfer.rows.empty()) refuse(QStringLiteral("سند هيچ رديفي ندارد."));
+                table_ + QStringLiteral(" Order By Raj"));
+        if (transfer.IsEmpty()) refuse(QStringLiteral("سند هيچ رديفي ندارد."));
 
-        const ResultSet object =
-            select(QString::fromUtf8(kind_.object->lookup).arg(c_.text(values_[kCode])));
-        if (values_[kCode].isEmpty() || object.rows.empty()) {
+        const Query object =
+            openQuery(c_, QString::fromUtf8(kind_.object->lookup).arg(c_.text(values_[kCode])));
+        if (values_[kCode].isEmpty() || object.IsEmpty()) {
             refuse(text(kind_.object->label) + QStringLiteral(" با کد «") + values_[kCode] +
                    QStringLiteral("» وجود ندارد."));
         }
-        const Record treasury{&object, &object.rows.front()};
+        const Record treasury{&object, 0};
 
         QString currencyName;
         if (foreign_) {
             if (!(rate_ > 0)) refuse(QStringLiteral("نرخ ارز نبايد صفر باشد !"));
             if (currency_.isEmpty()) currency_ = trimmedText(treasury["ArzCod"]);
-            const ResultSet currency =
-                select(QStringLiteral("Select ArzNam From N_Arz Where LTrim(ArzCod) = LTrim(") +
-                       c_.text(currency_) + QStringLiteral(")"));
-            if (currency_.isEmpty() || currency.rows.empty()) {
+            const Query currency = openQuery(
+                c_, QStringLiteral("Select ArzNam From N_Arz Where LTrim(ArzCod) = LTrim(") +
+                        c_.text(currency_) + QStringLiteral(")"));
+            if (currency_.isEmpty() || currency.IsEmpty()) {
                 refuse(QStringLiteral("ارز با کد «") + currency_ + QStringLiteral("» وجود ندارد."));
             }
-            currencyName = currency.rows.front().front().toString();
+            currencyName = currency.value(0, 0).toString();
         }
 
         const LedgerSide lineSide = opposite(kind_.treasurySide);
         std::vector<Line> lines;
         double totalAmount = 0;
         double totalRials = 0;
-        for (const Row& row : transfer.rows) {
-            Line line{Record{&transfer, &row}};
+        for (int row = 0; row < transfer.RecordCount(); ++row) {
+            Line line{Record{&transfer, row}};
             const int number = static_cast<int>(lines.size()) + 1;
             if (trimmedText(line.in["Koll"]).isEmpty() || trimmedText(line.in["Moein"]).isEmpty()) {
                 refuse(QStringLiteral("حساب رديف %1 وارد نشده است.").arg(number));
@@ -351,10 +347,9 @@ class DocumentCall {
                 refuse(title() + QStringLiteral(" با اين شماره ثبت شده است."));
             }
             if (isCancelled(earlier)) refuse(QStringLiteral("سند ابطال شده قابل اصلاح نيست."));
-            voucherNo = select(QStringLiteral("Select IsNull(Max(SanadNo), 0) From Asnad Where") +
-                               voucherLines(earlier, "0"))
-                            .rows.front()
-                            .front()
+            voucherNo = firstColumn(c_, QStringLiteral("Select IsNull(Max(SanadNo), 0) From Asnad "
+                                                       "Where") +
+                                            voucherLines(earlier, "0"))
                             .toLongLong();
             deleteDocument(earlier, s, false);
         }
@@ -413,10 +408,7 @@ class DocumentCall {
             literal(c_, manabeh) + sep + c_.text(date) + sep + literal(c_, extras["Des1"]) + sep +
             literal(c_, extras["Des2"]) + sep + literal(c_, extras["Des3"]) + sep +
             literal(c_, extras["Des4"]) + QStringLiteral(")"));
-        return select(QStringLiteral("Select Scope_Identity()"))
-            .rows.front()
-            .front()
-            .toLongLong();
+        return firstColumn(c_, QStringLiteral("Select Scope_Identity()")).toLongLong();
     }
 
     void insertVoucherLine(qint64 voucherNo, const QString& date, int raj, qint64 idx,
@@ -458,9 +450,8 @@ class DocumentCall {
         const QString date = validDate(values_[kCancelDate]);
         if (isCancelled(d)) refuse(title() + QStringLiteral(" قبلا ابطال شده است."));
         const QString voucherDate =
-            select(QStringLiteral("Select Max(SanadDate) From Asnad Where") + voucherLines(d, "0"))
-                .rows.front()
-                .front()
+            firstColumn(
+                c_, QStringLiteral("Select Max(SanadDate) From Asnad Where") + voucherLines(d, "0"))
                 .toString();
         if (date < voucherDate) {
             refuse(QStringLiteral("تاريخ ابطال بايد بزرگتر يا مساوي تاريخ ") + voucherDate +

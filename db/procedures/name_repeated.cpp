@@ -1,20 +1,9 @@
 #include "db/procedures/name_repeated.h"
 
 #include "common/db/database_error.h"
+#include "common/db/query_helpers.h"
 
 namespace tr::procedures {
-
-namespace {
-
-// The table and column come as values; they become names only after the catalogue confirms them.
-bool columnExists(tr::db::Connection& c, const QString& table, const QString& column) {
-    const auto r = c.execute(QStringLiteral("Select Count(*) From syscolumns As C Inner Join sysobjects As O On "
-                                            "(C.[id] = O.[id] And O.XType = 'U') Where O.[Name] = ") +
-                             c.text(table) + QStringLiteral(" And C.[Name] = ") + c.text(column));
-    return r.resultSets.front().rows.front().front().toInt() > 0;
-}
-
-}  // namespace
 
 tr::db::ExecResult isNameRepeated(tr::db::Connection& connection, const Args& args) {
     if (args.size() != 3) {
@@ -22,7 +11,9 @@ tr::db::ExecResult isNameRepeated(tr::db::Connection& connection, const Args& ar
     }
     const QString table = args[0].toString().trimmed();
     const QString column = args[1].toString().trimmed();
-    if (!columnExists(connection, table, column)) {
+    // The table and column come as values; they become names only after the catalogue confirms
+    // them.
+    if (!tr::db::columnExists(connection, table, column)) {
         throw tr::db::DatabaseError(
             QStringLiteral("sp_Is_Name_Repeated: table '%1' has no column '%2'").arg(table, column));
     }

@@ -1,6 +1,7 @@
 #include "db/procedures/voucher_numbers.h"
 
 #include "common/db/database_error.h"
+#include "common/db/query_helpers.h"
 
 namespace tr::procedures {
 
@@ -10,9 +11,10 @@ QVariant nextVoucherNumber(tr::db::Connection& connection, const Args& args) {
     }
     // Every subsystem of the suite numbers its vouchers from the same sequence, so the maximum is
     // taken over the whole ledger, not only over the treasury's lines.
-    const auto r = connection.execute(
-        QStringLiteral("Select IsNull(Max(SanadNo), 0) + 1 As SanadNo From Asnad"));
-    return r.resultSets.front().rows.front().front().toLongLong();
+    return tr::db::firstColumn(connection,
+                               QStringLiteral("Select IsNull(Max(SanadNo), 0) + 1 As SanadNo From "
+                                              "Asnad"))
+        .toLongLong();
 }
 
 }  // namespace tr::procedures

@@ -4,13 +4,15 @@
 // they were before the action; the last round, without a failure, is the retry from what the
 // failures left, and it must succeed with the ledger whole.
 //
-// Holds: a hold in ReserveId is taken when the serial box is entered or a document is opened,
-// in a transaction of its own, before any action here starts. A failed save leaves that hold in
-// place, which is the expected state (the screen still has the document open); ReserveId is
-// compared with every other table, so a hold an action adds or drops and then fails is a change.
+// Holds: a hold in ReserveId is taken when the serial box is entered or a document is opened, in
+// the transaction that switches the screen to that document. A failed save leaves the hold of the
+// document on screen in place, which is the expected state; ReserveId is compared with every
+// other table, so a hold an action adds or drops and then fails is a change.
 #include <functional>
 #include <map>
 
+#include "cashbank/search/document_pickers.h"
+#include "cashbank/settlement/document_settlement.h"
 #include "cashbank/settlement/in_factor_dialog.h"
 #include "cashbank/settlement/invoice_settlement.h"
 #include "cashbank/tests/documents/documents_fixture.h"
@@ -78,12 +80,16 @@ QString difference(const DatabaseImage& before, const DatabaseImage& after) {
     return {};
 }
 
-// What the screen shows: state, caption, every header value and every grid row.
+// What the screen shows: state, caption, invoice, every header value and every grid row.
 QString screenImage(CashBankDocument& screen) {
     const tr::vouchers::DocumentHeader& h = screen.header();
     QStringList out{
         screen.caption(),
-        QString::number(int(screen.state())) + QString::number(int(screen.cancelled())),
+        QString::number(int(screen.state())) + QString::number(int(screen.cancelled())) +
+            QString::number(int(screen.document().heldByAnotherUser())),
+        QStringList{screen.invoiceText(), screen.currencyName(), screen.amountText(),
+                    screen.rateText()}
+            .join(QLatin1Char('|')),
         QStringList{h.serial, h.day, h.month, h.year, h.voucherNo, h.referenceNumber, h.joz,
                     h.treasuryCode, h.treasuryDisplayCode, h.treasuryName, h.description,
                     QString::number(h.amount, 'f', 2), QString::number(h.rate, 'f', 4), h.currency,
@@ -101,25 +107,21 @@ QString screenImage(CashBankDocument& screen) {
     return out.join(QLatin1Char('\n'));
 }
 
-// The receipt screen with its invoice settlement bound the way the Qt form binds it.
+// The receipt screen with its list button and invoice settlement bound as the Qt form binds them.
 // Given an invoice, the screen is shown in the host's invoice container for it.
 struct Receipt {
     explicit Receipt(const tr::Services& services, const QString& invoice = {})
-        : logic(services, ScreenId::CashGet) {
-        logic.documentCreated = [this](CashBankDocument& d) {
-            settlement = std::make_unique<InvoiceSettlement>(d.services(), d.document());
-        };
-        logic.documentReleasing = [this](CashBankDocument&) { settlement.reset(); };
-        logic.prepareForInvoice = [this](CashBankDocument&, const QString& number) {
-            settlement->setInvoiceNumber(number);
-            if (!number.isEmpty()) settlement->prepareForInvoice(number);
+        : logic(services, ScreenId::CashGet), binding(logic) {
+        logic.pickDocument = [](CashBankDocument& d) {
+            return pickDocument(d.services(), d.screen().kindCode);
         };
         logic.setInvoiceNumber(invoice);
         logic.show(invoice.isEmpty() ? QStringLiteral("pnlScreens")
                                      : CashBankDocument::kInvoiceContainer);
     }
-    std::unique_ptr<InvoiceSettlement> settlement;  // goes after the screen that releases it
+    InvoiceSettlement& settlement() { return *binding.settlement(); }
     CashBankDocument logic;
+    DocumentSettlement binding;  // unbinds before the screen goes
 };
 
 enum class Fault { Statement, Commit };
@@ -172,7 +174,7 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
             if (grid.FieldByName(QStringLiteral("Tafsily")).AsString().trimmed() ==
                 s(demo::kCustomerAlborz))
                 break;
-        auto dialog = std::make_unique<InFactorDialog>(*r.settlement);
+        auto dialog = std::make_unique<InFactorDialog>(r.settlement());
         dialog->setCustomerFilter(false);
         tr::db::Query& list = dialog->list();
         for (list.First(); !list.Eof(); list.Next())
@@ -192,6 +194,38 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
         ASSERT_EQ(openBalance(), 17000000.0);
     }
 
+    // Two saved receipts: serial 1 pays 3,000,000 of the open invoice; serial 2, in dollars, stays
+    // on the screen.
+    void saveTwoReceipts(Receipt& r) {
+        saveSettledReceipt(r);
+        r.logic.newDocumentClick();
+        fillHeader(r.logic, 100, s(demo::kForeignCashBox));
+        ASSERT_TRUE(addLine(r.logic, 100));
+        ASSERT_TRUE(r.logic.cmdOkClick());
+        ASSERT_EQ(r.logic.header().serial, QStringLiteral("2"));
+    }
+
+    // The screen on the saved receipt `serial` with its lines, and the user's one hold on it.
+    static void expectOpened(Receipt& r, const QString& serial, int lines) {
+        EXPECT_EQ(r.logic.state(), DocumentState::Edit);
+        EXPECT_EQ(r.logic.header().serial, serial);
+        EXPECT_EQ(r.logic.grid().RecordCount(), lines);
+        expectHeldOnly(serial);
+    }
+    static void expectHeldOnly(const QString& serial) {
+        EXPECT_EQ(rows(QStringLiteral("Select * From ReserveId")), 1);
+        EXPECT_EQ(rows(QStringLiteral("Select * From ReserveId Where LTrim(RTrim(ResId2)) = ") +
+                       tr::db::sqlText(serial)),
+                  1);
+    }
+
+    // The screen shown again in the host's invoice container, for the open invoice.
+    static bool showForInvoice(Receipt& r) {
+        r.logic.setInvoiceNumber(s(demo::kOpenInvoice));
+        r.logic.show(CashBankDocument::kInvoiceContainer);
+        return true;
+    }
+
     static double openBalance() {
         return value(QStringLiteral("Select MandehFactor From R_OldFactor Where SanadNoForosh = ") +
                      tr::db::sqlText(s(demo::kOpenInvoice)) +
@@ -206,7 +240,12 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
     int failEachInTurn(Receipt& r, const std::function<bool()>& action,
                        const std::function<void()>& answers = {}) {
         const DatabaseImage database = imageOf(company(), suite());
-        const QString screen = screenImage(r.logic);
+        // The invoice the settlement binds the next save to belongs to what the screen shows.
+        const auto image = [&] {
+            return screenImage(r.logic) + QStringLiteral("\nbound to ") +
+                   r.settlement().invoiceNumber();
+        };
+        const QString screen = image();
         for (int n = 1;; ++n) {
             user->dialog.clearAnswers();
             if (answers) answers();
@@ -236,7 +275,7 @@ class FailedActionsTest : public DocumentsTest, public ::testing::WithParamInter
             EXPECT_TRUE(raised) << round;
             EXPECT_FALSE(company().inTransaction()) << round;
             EXPECT_EQ(difference(database, imageOf(company(), suite())).toStdString(), "") << round;
-            EXPECT_EQ(screenImage(r.logic).toStdString(), screen.toStdString()) << round;
+            EXPECT_EQ(image().toStdString(), screen.toStdString()) << round;
             if (HasFailure()) return -1;
         }
     }
@@ -342,6 +381,67 @@ TEST_P(FailedActionsTest, SettlingAnInvoiceFromTheDialogAndSaving) {
     EXPECT_EQ(rows(QStringLiteral("Select * From R_ForoshRelatedNaghd Where NaghdValue = 3000000")),
               1);
     EXPECT_TRUE(ledgerIsConsistent());
+}
+
+TEST_P(FailedActionsTest, OpeningReceiptsByTheSerialBoxTheSpinAndTheList) {
+    Receipt r(user->services);
+    saveTwoReceipts(r);
+    // A serial typed into the box opens its receipt when the box is left.
+    r.logic.setSerial(QStringLiteral("1"));
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.serialLeave(); }), 0);
+    expectOpened(r, QStringLiteral("1"), 2);
+    EXPECT_EQ(r.logic.currencyName(), QString());
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.spinNext(); }), 0);
+    expectOpened(r, QStringLiteral("2"), 1);
+    EXPECT_NE(r.logic.currencyName(), QString());
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.spinPrevious(); }), 0);
+    expectOpened(r, QStringLiteral("1"), 2);
+    // The list button's pick list chooses receipt 2.
+    const auto choose = [&] {
+        user->pickList.chooseWhere(QStringLiteral("Serial"), QStringLiteral("2"));
+    };
+    ASSERT_GT(failEachInTurn(
+                  r, [&] { return r.logic.listButtonClick(); }, choose),
+              0);
+    expectOpened(r, QStringLiteral("2"), 1);
+    EXPECT_TRUE(ledgerIsConsistent());
+}
+
+TEST_P(FailedActionsTest, OpeningTheReceiptThatPaysAnInvoice) {
+    Receipt r(user->services);
+    saveTwoReceipts(r);
+    ASSERT_GT(failEachInTurn(r, [&] { return showForInvoice(r); }), 0);
+    expectOpened(r, QStringLiteral("1"), 2);
+    EXPECT_EQ(r.logic.invoiceText(), s(demo::kOpenInvoice));
+    EXPECT_EQ(r.settlement().invoiceNumber(), s(demo::kOpenInvoice));
+}
+
+TEST_P(FailedActionsTest, PreparingANewReceiptForAnInvoiceAndTakingItsSerial) {
+    Receipt r(user->services);
+    saveReceipt(r);
+    ASSERT_GT(failEachInTurn(r, [&] { return showForInvoice(r); }), 0);
+    EXPECT_EQ(r.logic.state(), DocumentState::New);
+    EXPECT_EQ(r.settlement().invoiceNumber(), s(demo::kOpenInvoice));
+    ASSERT_EQ(r.logic.grid().RecordCount(), 1);
+    r.logic.grid().First();
+    EXPECT_EQ(r.logic.grid().FieldByName(QStringLiteral("Bes")).AsFloat(), r.logic.header().amount);
+    // Entering the serial box takes the next serial and moves the hold to it.
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.serialEnter(), true; }), 0);
+    EXPECT_EQ(r.logic.header().serial, QStringLiteral("2"));
+    expectHeldOnly(QStringLiteral("2"));
+}
+
+TEST_P(FailedActionsTest, StartingANewReceiptAndTakingItsSerial) {
+    Receipt r(user->services);
+    saveTwoReceipts(r);
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.newDocumentClick(), true; }), 0);
+    EXPECT_EQ(r.logic.state(), DocumentState::New);
+    EXPECT_EQ(r.logic.grid().RecordCount(), 0);
+    EXPECT_EQ(r.logic.header().serial, QString());
+    EXPECT_EQ(r.logic.currencyName(), QString());
+    ASSERT_GT(failEachInTurn(r, [&] { return r.logic.serialEnter(), true; }), 0);
+    EXPECT_EQ(r.logic.header().serial, QStringLiteral("3"));
+    expectHeldOnly(QStringLiteral("3"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, FailedActionsTest,
