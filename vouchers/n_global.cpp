@@ -129,6 +129,39 @@ N_Global::N_Global(const tr::Services& services, const TreasuryDocumentKind& kin
         }
     };
     reopenGrid();
+    markUnmodified();
+}
+
+QString N_Global::linesText() const {
+    QStringList lines;
+    const int columns = grid_.fieldNames().size();
+    for (int row = 0; row < grid_.RecordCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < columns; ++column)
+            cells << grid_.value(row, column).toString();
+        lines << cells.join(QChar(0x1F));
+    }
+    lines.sort();
+    return lines.join(QChar(0x1E));
+}
+
+bool N_Global::modified() const {
+    if (grid_.state() == tr::db::Query::State::Edit ||
+        grid_.state() == tr::db::Query::State::Insert)
+        return true;
+    const DocumentHeader& a = header_;
+    const DocumentHeader& b = unmodifiedHeader_;
+    const bool sameHeader =
+        a.date() == b.date() && a.referenceNumber == b.referenceNumber && a.joz == b.joz &&
+        a.treasuryCode.trimmed() == b.treasuryCode.trimmed() && a.description == b.description &&
+        a.amount == b.amount && a.rate == b.rate && a.des1 == b.des1 && a.des2 == b.des2 &&
+        a.des3 == b.des3 && a.des4 == b.des4;
+    return !sameHeader || linesText() != unmodifiedLines_;
+}
+
+void N_Global::markUnmodified() {
+    unmodifiedHeader_ = header_;
+    unmodifiedLines_ = linesText();
 }
 
 N_Global::~N_Global() {
@@ -213,6 +246,7 @@ void N_Global::newDocument(const std::function<void()>& fill) {
     focus_ = HeaderField::None;
     if (fill) fill();
     transaction.commit(tr::db::Transaction::Durability::Delayed);
+    markUnmodified();
 }
 
 QString N_Global::fillNextSerial() {
@@ -359,15 +393,79 @@ bool N_Global::openDocument(const QString& serialText, const std::function<void(
     const bool cancelled = isCancelled(connection(), kind_.code, serial);
     if (readOnOpen) readOnOpen(*this);
     if (alsoRead) alsoRead();
+    const BookVersion version = readBookVersion();
     // Holds and the transfer table are worth nothing after a crash: no flush of the disk.
     transaction.commit(tr::db::Transaction::Durability::Delayed);
     heldByAnother_ = !held;
     state_ = DocumentState::Edit;
     cancelled_ = cancelled;
+    bookVersion_ = version;
     captionSuffix_ = cancelled_ ? QStringLiteral("(ابطال شده است)") : QString();
     focus_ = HeaderField::None;
     if (opened) opened(*this);
+    markUnmodified();
     return true;
+}
+
+N_Global::BookVersion N_Global::readBookVersion() const {
+    tr::db::Connection& c = connection();
+    const tr::db::Query log = openQuery(
+        c, QStringLiteral("Select Count(*) From ASNADACTIONS Where TypeSys='N' And TypeDoc=") +
+               c.text(kind_.title) + QStringLiteral(" And REC=") +
+               tr::db::sqlNumber(header_.serial.trimmed().toLongLong()));
+    return {log.IsEmpty() ? 0 : log.value(0, 0).toLongLong(),
+            isCancelled(c, kind_.code, header_.serial)};
+}
+
+QString N_Global::changedInBookMessage(const QString& user, const QString& when) {
+    return QStringLiteral("اين سند پس از باز شدن توسط ") + user + QStringLiteral(" در ") + when +
+           QStringLiteral(" تغيير كرده است.\nبراي ديدن آخرين وضعيت، سند را دوباره باز كنيد.");
+}
+
+bool N_Global::unchangedInBook() {
+    if (state_ != DocumentState::Edit) return true;
+    const BookVersion now = readBookVersion();
+    if (now == bookVersion_) return true;
+    tr::db::Connection& c = connection();
+    const QString serial = header_.serial.trimmed();
+    QString user, when;
+    if (now.actions != bookVersion_.actions) {
+        // The latest of the document's log rows; the times are H:MM:SS, so they are compared as
+        // times rather than as texts.
+        const tr::db::Query log =
+            openQuery(c, QStringLiteral("Select ActUser, ActDate, ActTime From ASNADACTIONS Where "
+                                        "TypeSys='N' And TypeDoc=") +
+                             c.text(kind_.title) + QStringLiteral(" And REC=") +
+                             tr::db::sqlNumber(serial.toLongLong()));
+        QString latest;
+        for (int row = 0; row < log.RecordCount(); ++row) {
+            const QString date = log.value(row, 1).toString().trimmed();
+            const QString time = log.value(row, 2).toString().trimmed();
+            const QString key = date + QLatin1Char(' ') + time.rightJustified(8, QLatin1Char('0'));
+            if (key < latest) continue;
+            latest = key;
+            user = log.value(row, 0).toString().trimmed();
+            when = date + QLatin1Char(' ') + time;
+        }
+    } else {
+        // A cancellation or its undo leaves no log row: the cancellation voucher names its user
+        // and date; an undone one is gone, and with it who undid it.
+        const tr::db::Query line = openQuery(
+            c, QStringLiteral("Select Top 1 User_Name, SanadDate From Asnad Where TypeSys='N' And "
+                              "DocToDate='1' And WhatDoc2=") +
+                   c.text(kind_.code) +
+                   QStringLiteral(" And LTrim(Document) In (Select Cast(IDX As Varchar(20)) From "
+                                  "N_NaghdTrans Where WhatDoc=") +
+                   c.text(kind_.code) + QStringLiteral(" And LTrim(Serial)=") + c.text(serial) +
+                   QStringLiteral(")"));
+        if (!line.IsEmpty()) {
+            user = line.value(0, 0).toString().trimmed();
+            when = line.value(0, 1).toString().trimmed();
+        }
+    }
+    if (user.isEmpty()) user = QStringLiteral("كاربر ديگري");
+    if (when.isEmpty()) when = QStringLiteral("زمان نامعلوم");
+    return refuse(changedInBookMessage(user, when));
 }
 
 bool N_Global::checkHeader() {
@@ -521,8 +619,11 @@ bool N_Global::save() {
     // 7 to 11 are all or nothing, the screen's temporary tables included: a failure leaves the
     // database, the transfer table and the screen as they were, so the user saves again.
     bool cancelled = false;
+    BookVersion saved;
     try {
         tr::db::Transaction transaction(c);
+        // Another screen's change since this one opened the document is not overwritten.
+        if (!unchangedInBook()) return false;
         // 7. The voucher as it stands before this save.
         copyVoucherAside(isNew);
         // 8. The save itself.
@@ -537,6 +638,7 @@ bool N_Global::save() {
         // 11. The saved document as the ledger now has it.
         loadIntoTransferTable(serial);
         cancelled = isCancelled(c, kind_.code, serial);
+        saved = readBookVersion();
         transaction.commit();
     } catch (const tr::db::DatabaseError& error) {
         // Another user saved this serial since the duplicate check.
@@ -548,7 +650,9 @@ bool N_Global::save() {
     }
     state_ = DocumentState::Edit;
     cancelled_ = cancelled;
+    bookVersion_ = saved;
     captionSuffix_ = QStringLiteral("(به روزآوري شده است)");
+    markUnmodified();
     return true;
 }
 
@@ -559,13 +663,17 @@ QString N_Global::voucherDate() const {
     return q.IsEmpty() ? QString() : q.value(0, 0).toString();
 }
 
-bool N_Global::runAndRecheckCancelled(DocumentAction action) {
+std::optional<bool> N_Global::runAndRecheckCancelled(DocumentAction action) {
     // The procedure and the check that the screen's caption follows answer together.
     tr::db::Transaction transaction(connection());
+    if (!unchangedInBook()) return std::nullopt;
     tr::db::execute(database(), call(action, arguments()));
-    const bool cancelled = isCancelled(connection(), kind_.code, header_.serial);
+    const BookVersion now = readBookVersion();
     transaction.commit();
-    return cancelled;
+    bookVersion_ = now;
+    // The date boxes held the cancellation's date: no work of the user's is left in them.
+    markUnmodified();
+    return now.cancelled;
 }
 
 bool N_Global::cancelDocument() {
@@ -578,7 +686,9 @@ bool N_Global::cancelDocument() {
                           QStringLiteral(" باشد"),
                       HeaderField::Date);
     if (!messages_.ask(kind_.title + QStringLiteral(" ابطال شود؟"))) return false;
-    cancelled_ = runAndRecheckCancelled(DocumentAction::Cancel);
+    const std::optional<bool> cancelled = runAndRecheckCancelled(DocumentAction::Cancel);
+    if (!cancelled) return false;
+    cancelled_ = *cancelled;
     if (cancelled_) captionSuffix_ = QStringLiteral("(ابطال شده است)");
     return cancelled_;
 }
@@ -587,7 +697,9 @@ bool N_Global::undoCancel() {
     focus_ = HeaderField::None;
     if (state_ != DocumentState::Edit || !cancelled_) return false;
     if (!messages_.ask(QStringLiteral("آيا مي خواهيد سند ابطالي حذف شود ؟"))) return false;
-    cancelled_ = runAndRecheckCancelled(DocumentAction::UndoCancel);
+    const std::optional<bool> cancelled = runAndRecheckCancelled(DocumentAction::UndoCancel);
+    if (!cancelled) return false;
+    cancelled_ = *cancelled;
     if (!cancelled_) captionSuffix_.clear();
     return !cancelled_;
 }
@@ -612,6 +724,7 @@ bool N_Global::deleteDocument() {
     // document are one: a failure leaves the document in the database and on the screen.
     FailureRestore restore(*this);
     tr::db::Transaction transaction(c);
+    if (!unchangedInBook()) return false;
     copyVoucherAside(false);
     logAction(QStringLiteral("D"));
     tr::db::execute(database(), call(DocumentAction::Delete, arguments()));

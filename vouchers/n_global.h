@@ -6,6 +6,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "common/db/query.h"
 #include "common/dialog/message_dialog.h"
@@ -17,12 +18,15 @@
 namespace tr::vouchers {
 
 enum class DocumentState { New, Edit };
-// The header box a refusal asks the screen to focus.
+// The header box a refusal asks the screen to focus. Date is the date as a whole (its day box);
+// Month and Year name the box of an invalid date that is at fault.
 // Des1 to Des4 are the depositor or the remitter's boxes of the bank screens.
 enum class HeaderField {
     None,
     Serial,
     Date,
+    Month,
+    Year,
     ReferenceNumber,
     TreasuryCode,
     Description,
@@ -129,6 +133,12 @@ class N_Global {
     bool undoCancel();      // RET_EBTAL
     bool deleteDocument();  // DELETE
 
+    // Whether the header or the lines differ from what was last opened, saved or started (the
+    // serial a new document is handed, the voucher number and the user are not the user's work).
+    bool modified() const;
+    // What the screen now shows becomes the unmodified state.
+    void markUnmodified();
+
     // Total of the grid's amount column.
     double gridSum() const;
 
@@ -137,6 +147,18 @@ class N_Global {
                             const QString& serial);
     static double sum(tr::db::Connection& connection, const QString& field, const QString& table,
                       const QString& condition = QString());
+
+    // What the book holds of the opened document when this screen last read or wrote it: its
+    // rows in the action log and whether it is cancelled. Another screen's save, delete, cancel
+    // or undo changes it.
+    struct BookVersion {
+        qint64 actions = 0;
+        bool cancelled = false;
+        bool operator==(const BookVersion&) const = default;
+    };
+    BookVersion readBookVersion() const;
+    // The refusal when another screen or user changed the document since this one opened it.
+    static QString changedInBookMessage(const QString& user, const QString& when);
 
   private:
     // What the screen shows; an action that fails with a database error puts it back, while its
@@ -165,9 +187,15 @@ class N_Global {
     void appendSerialToDescription();
     void copyVoucherAside(bool bySerial);
     void logAction(const QString& type);
-    // Cancel or undo-cancel, then whether the document is now cancelled.
-    bool runAndRecheckCancelled(DocumentAction action);
+    // Cancel or undo-cancel, then whether the document is now cancelled; nothing when another
+    // screen changed the document first (the refusal is shown).
+    std::optional<bool> runAndRecheckCancelled(DocumentAction action);
     QString voucherDate() const;
+    // The lines as one text, whatever their order on screen.
+    QString linesText() const;
+    // Inside the action's transaction: false, after the message naming who changed it and when,
+    // when the opened document is no longer what this screen read.
+    bool unchangedInBook();
 
     tr::Services services_;
     const TreasuryDocumentKind& kind_;
@@ -182,6 +210,9 @@ class N_Global {
     HeaderField focus_ = HeaderField::None;
     QString rights_;
     QString captionSuffix_;
+    BookVersion bookVersion_;
+    DocumentHeader unmodifiedHeader_;
+    QString unmodifiedLines_;
     QVariant deletedRaj_;
     AccountLevel lineFocus_ = AccountLevel::None;
 };

@@ -79,6 +79,7 @@ void CashBankDocument::show(const QString& containerName) {
         doc_->header().setDate(tr::persian::defaultDocumentDate(services_.global->fiscalStart,
                                                                 services_.global->fiscalEnd));
         doc_->header().userName = services_.global->userName;
+        doc_->markUnmodified();
     }
     const bool invoiceMode = screen_.hasInvoice && containerName == kInvoiceContainer;
     // Docked anywhere else the screen serves plain documents: its settlement forgets the invoice
@@ -267,23 +268,23 @@ bool CashBankDocument::listButtonClick() {
 }
 
 QString CashBankDocument::dayTyped(const QString& text) {
-    return doc_->header().day = tr::persian::clampDayText(text);
+    return doc_->header().day = tr::persian::clampDayText(tr::persian::latinDigits(text));
 }
 
 QString CashBankDocument::dayLeave(const QString& text) {
-    return doc_->header().day = tr::persian::padDayText(text);
+    return doc_->header().day = tr::persian::padDayText(tr::persian::latinDigits(text));
 }
 
 QString CashBankDocument::monthTyped(const QString& text) {
-    return doc_->header().month = tr::persian::clampMonthText(text);
+    return doc_->header().month = tr::persian::clampMonthText(tr::persian::latinDigits(text));
 }
 
 QString CashBankDocument::monthLeave(const QString& text) {
-    return doc_->header().month = tr::persian::padMonthText(text);
+    return doc_->header().month = tr::persian::padMonthText(tr::persian::latinDigits(text));
 }
 
 void CashBankDocument::setYear(const QString& text) {
-    doc_->header().year = text.trimmed();
+    doc_->header().year = tr::persian::latinDigits(text).trimmed();
 }
 
 void CashBankDocument::setReferenceNumber(const QString& text) {
@@ -424,23 +425,47 @@ QString CashBankDocument::amountInWords() const {
     return tr::persian::amountInWords(header().amount);
 }
 
-bool CashBankDocument::checkDate() {
+bool CashBankDocument::checkDate(bool withPeriod) {
+    const tr::vouchers::DocumentHeader& h = header();
+    switch (tr::persian::invalidDatePart(h.year, h.month, h.day)) {
+        case tr::persian::DatePart::None:
+            break;
+        case tr::persian::DatePart::Day:
+            dateFocus_ = HeaderField::Date;
+            break;
+        case tr::persian::DatePart::Month:
+            dateFocus_ = HeaderField::Month;
+            break;
+        case tr::persian::DatePart::Year:
+            dateFocus_ = HeaderField::Year;
+            break;
+    }
+    if (dateFocus_ != HeaderField::None) {
+        messages_.show(tr::persian::invalidDateMessage(h.date()), kError);
+        return false;
+    }
+    if (!withPeriod) return true;
     const tr::Global& g = *services_.global;
     const tr::persian::PeriodCheck check =
-        tr::persian::checkInPeriod(header().date(), g.fiscalStart, g.fiscalEnd);
+        tr::persian::checkInPeriod(h.date(), g.fiscalStart, g.fiscalEnd);
     if (check == tr::persian::PeriodCheck::Inside) return true;
-    dateRefused_ = true;
+    dateFocus_ = HeaderField::Date;
     messages_.show(tr::persian::periodMessage(check, g.fiscalStart, g.fiscalEnd), kError);
     return false;
 }
 
+bool CashBankDocument::dateLeave() {
+    dateFocus_ = HeaderField::None;
+    return checkDate(false);
+}
+
 HeaderField CashBankDocument::focus() const {
-    if (dateRefused_) return HeaderField::Date;
+    if (dateFocus_ != HeaderField::None) return dateFocus_;
     return textFocus_ != HeaderField::None ? textFocus_ : doc_->focus();
 }
 
 bool CashBankDocument::headerLeave() {
-    dateRefused_ = false;
+    dateFocus_ = HeaderField::None;
     textFocus_ = HeaderField::None;
     return doc_->checkHeader() && checkHeaderText() && checkDate();
 }
@@ -628,7 +653,7 @@ void CashBankDocument::newDocumentClick() {
     currencyName_.clear();
     amountTyped_.clear();
     rateTyped_.clear();
-    dateRefused_ = false;
+    dateFocus_ = HeaderField::None;
     notify();
 }
 
@@ -792,8 +817,29 @@ QString CashBankDocument::reportPropertiesCaption() const {
 
 // ---- Buttons ------------------------------------------------------------------------------------
 
+const QString CashBankDocument::kUnsavedQuestion =
+    QStringLiteral("تغييرات اين سند ثبت نشده است. ثبت شود؟");
+const QString CashBankDocument::kDiscardWarning =
+    QStringLiteral("تغييرات ثبت نشده از بين خواهد رفت.");
+
+bool CashBankDocument::hasUnsavedChanges() const {
+    if (!doc_) return false;
+    return doc_->modified() || !amountTyped_.isEmpty() || !rateTyped_.isEmpty();
+}
+
+bool CashBankDocument::confirmLeave() {
+    if (!hasUnsavedChanges()) return true;
+    // Yes saves (a refused save keeps the screen open); No asks once more, since the message
+    // box has no third button: OK discards, Cancel or closing the box stays.
+    if (messages_.ask(kUnsavedQuestion)) return canSave() && cmdOkClick();
+    if (messages_.show(kDiscardWarning, QStringLiteral("2WR")) != tr::dialog::ResultOk)
+        return false;
+    newDocumentClick();
+    return true;
+}
+
 bool CashBankDocument::cmdOkClick() {
-    dateRefused_ = false;
+    dateFocus_ = HeaderField::None;
     textFocus_ = HeaderField::None;
     if (!canSave() || !amountLeave()) return false;
     // The header is checked again: the buttons are reachable without passing through the grid.
@@ -824,8 +870,10 @@ bool CashBankDocument::cmdDelClick() {
 }
 
 bool CashBankDocument::cmdAbtalClick() {
-    dateRefused_ = false;
+    dateFocus_ = HeaderField::None;
     if (!canCancel()) return false;
+    // Both actions pass the date boxes to the procedure; the cancellation is dated by them.
+    if (!checkDate(false)) return false;
     const bool done = cancelled() ? doc_->undoCancel() : doc_->cancelDocument();
     notify();
     return done;

@@ -84,6 +84,15 @@ class CashBankDocument {
     // The grid cell a refused line asks the form to focus ("" for the description, amount...).
     QString lineFocusField() const;
 
+    // Header edits, grid edits or a typed amount not yet saved since the document was opened,
+    // saved or started.
+    bool hasUnsavedChanges() const;
+    // Before the screen closes (or the host with it): true when nothing is unsaved or the user
+    // saved or discarded it (discarding starts a new document); false keeps the screen open.
+    bool confirmLeave();
+    static const QString kUnsavedQuestion;
+    static const QString kDiscardWarning;
+
     bool canSave() const;
     bool canDelete() const;
     bool canCancel() const;
@@ -108,6 +117,9 @@ class CashBankDocument {
     QString monthTyped(const QString& text);
     QString monthLeave(const QString& text);
     void setYear(const QString& text);
+    // Leaving any of the three date boxes: an impossible date (1404/07/31) is refused there, and
+    // focus() names the box at fault.
+    bool dateLeave();
 
     void setReferenceNumber(const QString& text);
     void setJoz(const QString& text);
@@ -195,7 +207,8 @@ class CashBankDocument {
     void bind();
     void notify();
     bool stepSerial(bool forward);
-    bool checkDate();
+    // The calendar's rule, then (withPeriod) the fiscal period; false after the message.
+    bool checkDate(bool withPeriod = true);
     QString currencyNameOf() const;
     void applyCurrencyName();
     void applyCurrencyDefaults();
@@ -216,7 +229,7 @@ class CashBankDocument {
     std::unique_ptr<tr::vouchers::N_Global> doc_;
     tr::db::MyDatabase* boundDatabase_ = nullptr;
     QString openedSerial_;
-    bool dateRefused_ = false;
+    tr::vouchers::HeaderField dateFocus_ = tr::vouchers::HeaderField::None;
     tr::vouchers::HeaderField textFocus_ = tr::vouchers::HeaderField::None;
     bool lineTextRefused_ = false;
     QString invoiceNumber_;

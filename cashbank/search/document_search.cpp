@@ -248,8 +248,25 @@ bool DocumentSearch::amountsRead() const {
     return true;
 }
 
+bool DocumentSearch::datesRead() {
+    dateFault_ = {};
+    for (const auto& [filter, date] : {std::pair{DateFilter::From, &filters_.fromDate},
+                                       std::pair{DateFilter::To, &filters_.toDate}}) {
+        // A date not wholly typed is no filter at all.
+        if (date->empty()) continue;
+        const tr::persian::DatePart part =
+            tr::persian::invalidDatePart(date->year, date->month, date->day);
+        if (part == tr::persian::DatePart::None) continue;
+        dateFault_ = {filter, part};
+        tr::dialog::Messages(services_.dialog)
+            .show(tr::persian::invalidDateMessage(date->text()), QStringLiteral("1ER"));
+        return false;
+    }
+    return true;
+}
+
 bool DocumentSearch::mnuSearchClick() {
-    if (!amountsRead()) return false;
+    if (!datesRead() || !amountsRead()) return false;
     stopped_ = false;
     if (!checkWords()) return false;
     result_.Close();
@@ -293,7 +310,7 @@ bool DocumentSearch::mnuSearchClick() {
 }
 
 bool DocumentSearch::mnuReplaceClick() {
-    if (!checkWords()) return false;
+    if (!checkWords() || !datesRead()) return false;
     if (!amountsRead()) return false;
     tr::dialog::Messages messages(services_.dialog);
     QList<int> pairs;

@@ -10,6 +10,7 @@
 #include "cashbank/search/search_families.h"
 #include "common/db/query.h"
 #include "common/dialog/message_dialog.h"
+#include "common/persian/persian_date.h"
 #include "common/session/services.h"
 
 namespace tr::cashbank {
@@ -23,6 +24,13 @@ struct DateBoxes {
 };
 
 enum class WordJoin { And, Or };
+
+// The date filter refused last and its box at fault.
+enum class DateFilter { None, From, To };
+struct DateFault {
+    DateFilter filter = DateFilter::None;
+    tr::persian::DatePart part = tr::persian::DatePart::None;
+};
 
 // What a serial box holds: nothing when it is empty or not a number.
 std::optional<qint64> serialBox(const QString& text);
@@ -78,6 +86,11 @@ class DocumentSearch {
     // yes/no question, then searches again. Answers whether anything was run.
     bool mnuReplaceClick();
 
+    // Leaving a date filter, and again before a search or a replace: a filled date the calendar
+    // does not have (1404/07/31) is refused ("1ER") and dateFault() names its box.
+    bool datesRead();
+    const DateFault& dateFault() const { return dateFault_; }
+
     // The name beside a code-range box ("" for an unknown or empty code).
     QString accountName(const QString& code) const;
 
@@ -102,6 +115,7 @@ class DocumentSearch {
     QString table_;
     bool created_ = false;
     bool stopped_ = false;
+    DateFault dateFault_;
     tr::db::Query result_;
 };
 

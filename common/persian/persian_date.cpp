@@ -62,6 +62,30 @@ bool isValidDate(const QString& text) {
     return month == QLatin1String("12") && notAfter(day, "29");
 }
 
+QString latinDigits(const QString& text) {
+    QString result = text;
+    for (QChar& c : result)
+        if (c.isDigit() && c.unicode() > 0x7F) c = QChar(u'0' + c.digitValue());
+    return result;
+}
+
+DatePart invalidDatePart(const QString& year, const QString& month, const QString& day) {
+    const QString y = year.trimmed(), m = month.trimmed(), d = day.trimmed();
+    const QString pad = QStringLiteral("0");
+    const QString date = y + QLatin1Char('/') + (m.size() == 1 ? pad + m : m) + QLatin1Char('/') +
+                         (d.size() == 1 ? pad + d : d);
+    if (!y.isEmpty() && isValidDate(date)) return DatePart::None;
+    // The box to correct: a year that is no year, then a month that is no month; otherwise the
+    // day is beyond its month (31 in the seventh to eleventh month, 30 in a common last month).
+    if (y.size() != 4 || toNumber(y) < 1) return DatePart::Year;
+    if (m.isEmpty() || m.size() > 2 || toNumber(m) < 1 || toNumber(m) > 12) return DatePart::Month;
+    return DatePart::Day;
+}
+
+QString invalidDateMessage(const QString& date) {
+    return QStringLiteral("تاريخ وارد شده معتبر نمي\u200Fباشد.\n(") + date + QLatin1Char(')');
+}
+
 PeriodCheck checkInPeriod(const QString& date, const QString& periodStart, const QString& periodEnd) {
     if (date.compare(periodStart) < 0) return PeriodCheck::BeforeStart;
     if (date.compare(periodEnd) > 0) return PeriodCheck::AfterEnd;

@@ -9,6 +9,13 @@ namespace tr::persian {
 // "" and "//" (an empty date mask) count as valid; callers that need a date test for emptiness.
 bool isValidDate(const QString& text);
 
+// The box of a date typed as day, month and year that makes it invalid; None for a valid date.
+// All three boxes are required here: an empty year, month or day is at fault.
+enum class DatePart { None, Day, Month, Year };
+DatePart invalidDatePart(const QString& year, const QString& month, const QString& day);
+// The refusal of an invalid date (code "1ER"), naming the date as typed.
+QString invalidDateMessage(const QString& date);
+
 enum class PeriodCheck { Inside, BeforeStart, AfterEnd };
 // Texts compare in date order because every part has a fixed width.
 PeriodCheck checkInPeriod(const QString& date, const QString& periodStart, const QString& periodEnd);
@@ -26,6 +33,10 @@ QString today();
 // The date a new document starts with: today, moved into the fiscal period when it lies outside
 // (a book of an earlier year opens on its last day).
 QString defaultDocumentDate(const QString& periodStart, const QString& periodEnd);
+
+// Persian and Arabic-Indic digits as Latin ones, so that a date typed on a Persian keyboard
+// reads, stores and compares as the same text; other characters are kept.
+QString latinDigits(const QString& text);
 
 // Edit-field handlers: the clamping ones suit typing, the padding ones leaving the field.
 QString clampDayText(const QString& text);    // above 31 -> "31"

@@ -1,6 +1,7 @@
 #include "host/app/main_window.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
@@ -53,7 +54,9 @@ MainWindow::MainWindow(HostSession& session, TreasuryLibrary& library, QWidget* 
         groupItem->setExpanded(true);
     }
     QMenu* windowMenu = menuBar()->addMenu(QStringLiteral("پنجره"));
-    windowMenu->addAction(QStringLiteral("بستن همه صفحه ها"), this, [this] { library_.release(); });
+    windowMenu->addAction(QStringLiteral("بستن همه صفحه ها"), this, [this] {
+        if (screensMayClose()) library_.release();
+    });
     windowMenu->addAction(QStringLiteral("خروج"), this, &QWidget::close);
     connect(tree_, &QTreeWidget::itemActivated, this, &MainWindow::onItemActivated);
     connect(tree_, &QTreeWidget::itemClicked, this, &MainWindow::onItemActivated);
@@ -80,14 +83,35 @@ MainWindow::~MainWindow() {
     library_.release();
 }
 
+bool MainWindow::screensMayClose() {
+    // The screens belong to the library: asked by name, they need no header of it.
+    for (QWidget* screen : content_->findChildren<QWidget*>()) {
+        if (screen->metaObject()->indexOfMethod("confirmLeave()") < 0) continue;
+        bool leave = true;
+        if (!QMetaObject::invokeMethod(screen, "confirmLeave", Qt::DirectConnection,
+                                       Q_RETURN_ARG(bool, leave)) ||
+            leave)
+            continue;
+        // The user stays with that screen: it comes to the front.
+        screen->show();
+        screen->raise();
+        return false;
+    }
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (screensMayClose())
+        event->accept();
+    else
+        event->ignore();
+}
+
 bool MainWindow::openScreen(const QString& title) {
-    for (const auto& screen : screenCatalogue())
-        if (screen.title == title) {
-            if (!library_.has(screen.exportName)) return false;
-            open(screen);
-            return true;
-        }
-    return false;
+    const ScreenInfo* screen = findScreen(title);
+    if (!screen || !library_.has(screen->exportName)) return false;
+    open(*screen);
+    return true;
 }
 
 void MainWindow::open(const ScreenInfo& screen) {

@@ -25,6 +25,12 @@ class MainWindow : public QMainWindow {
     bool openScreen(const QString& title);
     QTreeWidget* screenTree() const { return tree_; }
     QWidget* contentArea() const { return content_; }
+    // Every docked screen that can tell asks about its unsaved work; false when the user chose to
+    // stay in one of them (the window and its screens then stay open).
+    bool screensMayClose();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     void open(const ScreenInfo& screen);

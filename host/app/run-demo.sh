@@ -16,7 +16,7 @@ fi
 smoke() {
     shot="$data/treasury-host.png"
     mkdir -p "$data"
-    "$@" "$host" --data "$data" --library "$library" --auto-login \
+    "$@" "$host" --data "$data" --create-demo --library "$library" --auto-login \
         --screen "ثبت شرح ثابت اسناد" --screenshot "$shot"
     echo "run-demo: no display to show the window; a screenshot of it is in $shot"
 }
@@ -39,4 +39,4 @@ TEXT
     fi
     exit 1
 fi
-exec "$host" --data "$data" --library "$library"
+exec "$host" --data "$data" --create-demo --library "$library"

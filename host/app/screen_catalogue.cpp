@@ -1,5 +1,7 @@
 #include "host/app/screen_catalogue.h"
 
+#include "common/text/tsql_collation.h"
+
 namespace tr::host {
 namespace {
 
@@ -41,6 +43,12 @@ const QList<ScreenInfo>& screenCatalogue() {
         {"FixDes_Naghd", QStringLiteral("ثبت شرح ثابت اسناد"), kGeneral},
     };
     return screens;
+}
+
+const ScreenInfo* findScreen(const QString& title) {
+    for (const ScreenInfo& screen : screenCatalogue())
+        if (tr::text::tsqlCompare(screen.title, title) == 0) return &screen;
+    return nullptr;
 }
 
 }  // namespace tr::host

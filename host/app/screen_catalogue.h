@@ -17,6 +17,9 @@ struct ScreenInfo {
 };
 
 const QList<ScreenInfo>& screenCatalogue();
+// The screen with this title, compared as the books compare text (either yeh and kaf, blanks
+// around ignored); null when there is none.
+const ScreenInfo* findScreen(const QString& title);
 // The subsystem groups in the order the tree and the menu show them.
 QStringList screenGroups();
 

@@ -147,6 +147,31 @@ TEST_F(FormTest, AReceiptTypedThroughItsWidgetsIsPostedAsAVoucher) {
     EXPECT_FALSE(form->isVisible());
 }
 
+// Leaving the date with a day its month does not have brings the message and puts the cursor
+// back in the day box; moving between the date's own boxes does not.
+TEST_F(FormTest, LeavingAnImpossibleDateReturnsToItsBox) {
+    auto* form = dock<TCashGetForm>();
+    const auto type = [form](const char* name, const QString& text) {
+        auto* edit = form->widget<QLineEdit>(QString::fromLatin1(name));
+        edit->setFocus();
+        edit->selectAll();
+        typeText(edit, text);
+    };
+    type("edDay", QStringLiteral("31"));
+    type("edMonth", QStringLiteral("07"));
+    type("edYear", QStringLiteral("1404"));
+    EXPECT_TRUE(admin->dialog.shown().isEmpty());
+    form->widget<QLineEdit>(QStringLiteral("edAtfCh"))->setFocus();
+    ASSERT_EQ(admin->dialog.shown().size(), 1);
+    EXPECT_EQ(admin->dialog.last().code, s("1ER"));
+    EXPECT_EQ(QApplication::focusWidget(), form->widget<QLineEdit>(QStringLiteral("edDay")));
+
+    type("edDay", QStringLiteral("30"));
+    form->widget<QLineEdit>(QStringLiteral("edAtfCh"))->setFocus();
+    EXPECT_EQ(admin->dialog.shown().size(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), form->widget<QLineEdit>(QStringLiteral("edAtfCh")));
+}
+
 TEST_F(FormTest, EveryFormOfTheFamilyForALookByEye) {
     screenshot(dock<TCashPayForm>(), QStringLiteral("cash_pay"));
     screenshot(dock<TTankhahPayForm>(), QStringLiteral("tankhah_pay"));

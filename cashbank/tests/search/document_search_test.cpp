@@ -210,6 +210,46 @@ TEST_F(CashSearch, AnAmountThatIsNotANumberRefusesTheSearchAndKeepsTheResult) {
     EXPECT_EQ(rows(s("Select Des From Asnad Where TypeSys = 'N'")).rows.front()[0].toString(), before);
 }
 
+// A date filter the calendar does not have is refused, with the box at fault named, before a
+// search or a replace runs; the last result stays.
+TEST_F(CashSearch, AnImpossibleDateFilterIsRefusedAtItsBox) {
+    save(receipt(1, 1000, s("1")));
+    EXPECT_EQ(serials(run()), QList<qint64>{1});
+    struct Case {
+        DateBoxes from, to;
+        DateFilter filter;
+        tr::persian::DatePart part;
+    };
+    const Case cases[] = {
+        {{s("31"), s("07"), s("1404")}, {}, DateFilter::From, tr::persian::DatePart::Day},
+        {{}, {s("30"), s("12"), s("1404")}, DateFilter::To, tr::persian::DatePart::Day},
+        {{}, {s("1"), s("13"), s("1404")}, DateFilter::To, tr::persian::DatePart::Month},
+        {{s("1"), s("1"), s("404")}, {}, DateFilter::From, tr::persian::DatePart::Year},
+    };
+    for (const Case& c : cases) {
+        search->filters() = SearchFilters{};
+        search->filters().fromDate = c.from;
+        search->filters().toDate = c.to;
+        session->dialog.clearShown();
+        EXPECT_FALSE(search->datesRead());
+        EXPECT_FALSE(search->mnuSearchClick());
+        ASSERT_EQ(session->dialog.shown().size(), 2);
+        EXPECT_EQ(session->dialog.last().code, s("1ER"));
+        EXPECT_EQ(search->dateFault().filter, c.filter);
+        EXPECT_EQ(search->dateFault().part, c.part);
+        EXPECT_EQ(serials(resultRows(search->result())), QList<qint64>{1});
+        search->filters().words[0] = s("a");
+        search->filters().replacements[0] = s("b");
+        EXPECT_FALSE(search->mnuReplaceClick());
+        EXPECT_EQ(session->dialog.last().code, s("1ER"));  // no question was asked
+    }
+    // The leap day of 1403 is a date: the search runs.
+    search->filters() = SearchFilters{};
+    search->filters().fromDate = {s("30"), s("12"), s("1403")};
+    EXPECT_EQ(serials(run()), QList<qint64>{1});
+    EXPECT_EQ(search->dateFault().filter, DateFilter::None);
+}
+
 TEST_F(CashSearch, ConditionTextFollowsTheFilledFilters) {
     SearchFilters& f = search->filters();
     f.fromDate = {s("5"), s("1"), s("1404")};

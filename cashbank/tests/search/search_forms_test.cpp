@@ -2,6 +2,7 @@
 // drawn apart, title-click sorting; screenshots are left in the build tree for a look by eye.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QFont>
 #include <QHeaderView>
@@ -51,6 +52,30 @@ TEST_F(SearchForms, LauncherShowsTheSearchesTheUserMayRunAndOpensThem) {
     EXPECT_NE(dynamic_cast<TTankhahSearchForm*>(form), nullptr);
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(launcher.openSearch(SearchFamily::PettyCash), form);  // created once
+}
+
+// Leaving a date filter the calendar does not have brings the message and the cursor back to
+// the box at fault; moving within the date does not.
+TEST_F(SearchForms, LeavingAnImpossibleDateFilterReturnsToItsBox) {
+    TCashSearchForm form(session->services);
+    form.show();
+    QApplication::setActiveWindow(&form);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    form.toDate.day->setText(s("30"));
+    form.toDate.month->setText(s("12"));
+    form.toDate.year->setText(s("1404"));
+    form.toDate.day->setFocus();
+    form.toDate.year->setFocus();
+    EXPECT_TRUE(session->dialog.shown().isEmpty());
+    form.words[0]->setFocus();
+    ASSERT_EQ(session->dialog.shown().size(), 1);
+    EXPECT_EQ(session->dialog.last().code, s("1ER"));
+    EXPECT_EQ(QApplication::focusWidget(), form.toDate.day);
+
+    form.toDate.year->setText(s("1403"));  // a leap year: the 30th is a date
+    form.words[0]->setFocus();
+    EXPECT_EQ(session->dialog.shown().size(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), form.words[0]);
 }
 
 TEST_F(SearchForms, CashSearchShowsSubtotalsApartAndSortsThemLast) {

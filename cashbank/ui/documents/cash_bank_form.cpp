@@ -450,7 +450,7 @@ QWidget* TCashBankForm::buildBottom() {
     connect(cancel_, &QPushButton::clicked, this, [this] {
         if (!guarded([this] { return logic_.cmdAbtalClick(); })) focusRefusal();
     });
-    connect(exit_, &QPushButton::clicked, this, &QWidget::hide);
+    connect(exit_, &QPushButton::clicked, this, &QWidget::close);
     return box;
 }
 
@@ -591,8 +591,17 @@ void TCashBankForm::applyColumns() {
 }
 
 void TCashBankForm::closeEvent(QCloseEvent* event) {
+    // Closing hides the form, which stays for the next call of its entry point.
     event->ignore();
-    hide();
+    if (confirmLeave()) hide();
+}
+
+bool TCashBankForm::confirmLeave() {
+    if (!logic_.isShown()) return true;
+    const bool leave = guarded([this] { return logic_.confirmLeave(); });
+    showValues();
+    if (!leave) focusRefusal();
+    return leave;
 }
 
 void TCashBankForm::showValues() {
@@ -654,6 +663,12 @@ void TCashBankForm::focusRefusal() {
             break;
         case HeaderField::Date:
             day_->setFocus();
+            break;
+        case HeaderField::Month:
+            month_->setFocus();
+            break;
+        case HeaderField::Year:
+            year_->setFocus();
             break;
         case HeaderField::ReferenceNumber:
             number_->setFocus();
@@ -747,10 +762,18 @@ bool TCashBankForm::eventFilter(QObject* watched, QEvent* event) {
         });
     } else if (watched == serial_ && type == QEvent::FocusOut) {
         guarded([this] { return logic_.serialLeave(); });
-    } else if (watched == day_ && type == QEvent::FocusOut) {
-        setTextKeepingCursor(day_, logic_.dayLeave(day_->text()));
-    } else if (watched == month_ && type == QEvent::FocusOut) {
-        setTextKeepingCursor(month_, logic_.monthLeave(month_->text()));
+    } else if ((watched == day_ || watched == month_ || watched == year_) &&
+               type == QEvent::FocusOut) {
+        if (watched == day_) setTextKeepingCursor(day_, logic_.dayLeave(day_->text()));
+        if (watched == month_) setTextKeepingCursor(month_, logic_.monthLeave(month_->text()));
+        // A message box taking focus, or a move between the date's own boxes, is not the user
+        // leaving the date.
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        QWidget* next = QApplication::focusWidget();
+        const bool withinDate = next == day_ || next == month_ || next == year_;
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+            !withinDate && !logic_.dateLeave())
+            focusRefusal();
     } else if (watched == treasuryCode_ && type == QEvent::FocusOut) {
         guarded([this] {
             logic_.treasuryCodeEntered(treasuryCode_->text());

@@ -41,6 +41,10 @@ class TCashBankForm : public QWidget {
     void setInvoiceNumber(const QString& number);
     QString invoiceNumber() const { return logic_.invoiceNumber(); }
 
+    // Unsaved work asks first (save, discard or stay); false: the user stays. Invokable by name,
+    // so the host asks every docked screen before it closes.
+    Q_INVOKABLE bool confirmLeave();
+
     CashBankDocument& logic() { return logic_; }
     tr::ui::DatasetModel* model() const { return model_; }
     QTableView* grid() const { return grid_; }

@@ -1,8 +1,10 @@
 #include "cashbank/ui/search/document_search_form.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QFont>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -119,6 +121,8 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
 
     fromDate = dateEdits(filters);
     toDate = dateEdits(filters);
+    for (const DateEdits* date : {&fromDate, &toDate})
+        for (QLineEdit* box : {date->day, date->month, date->year}) box->installEventFilter(this);
     const auto addDate = [&](const QString& text, const DateEdits& date, int column) {
         grid->addWidget(caption(text, filters), 1, column);
         auto* boxes = new QHBoxLayout;
@@ -232,13 +236,51 @@ void DocumentSearchForm::readFilters() {
 
 void DocumentSearchForm::mnuSearchClick() {
     readFilters();
-    // A refused amount leaves the last result as it was.
+    // A refused amount or date leaves the last result as it was.
     if (search_->mnuSearchClick() || search_->stopped()) resultOpened();
+    else
+        focusDateFault();
 }
 
 void DocumentSearchForm::mnuReplaceClick() {
     readFilters();
     if (search_->mnuReplaceClick()) resultOpened();
+    else
+        focusDateFault();
+}
+
+void DocumentSearchForm::focusDateFault() {
+    const DateFault& fault = search_->dateFault();
+    if (fault.filter == DateFilter::None) return;
+    const DateEdits& date = fault.filter == DateFilter::From ? fromDate : toDate;
+    switch (fault.part) {
+        case tr::persian::DatePart::Year:
+            date.year->setFocus();
+            break;
+        case tr::persian::DatePart::Month:
+            date.month->setFocus();
+            break;
+        default:
+            date.day->setFocus();
+            break;
+    }
+}
+
+bool DocumentSearchForm::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::FocusOut) return QWidget::eventFilter(watched, event);
+    for (const DateEdits* date : {&fromDate, &toDate}) {
+        const QList<QObject*> boxes = {date->day, date->month, date->year};
+        if (!boxes.contains(watched)) continue;
+        // A message box taking focus, or a move within the same date, is not leaving it.
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+            boxes.contains(QApplication::focusWidget()))
+            break;
+        readFilters();
+        if (!search_->datesRead()) focusDateFault();
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void DocumentSearchForm::resultOpened() {

@@ -51,8 +51,13 @@ class DocumentSearchForm : public QWidget {
     void mnuSearchClick();
     void mnuReplaceClick();
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     void readFilters();
+    // After a refused date: focus on the box at fault.
+    void focusDateFault();
     void resultOpened();
     DateEdits dateEdits(QWidget* owner);
 

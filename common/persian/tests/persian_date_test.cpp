@@ -122,3 +122,28 @@ TEST(FieldHandlers, ClampOnTypingAndPadOnLeaving) {
         EXPECT_EQ(padMonthText(text), QString::fromUtf8(c.paddedMonth)) << c.text;
     }
 }
+
+// The box a user must correct: the day beyond its month, then a month or a year that is none.
+TEST(PersianDate, InvalidDateNamesTheBoxAtFault) {
+    struct Case {
+        const char *year, *month, *day;
+        DatePart part;
+    };
+    const Case cases[] = {
+        {"1404", "07", "30", DatePart::None},  {"1404", "07", "31", DatePart::Day},
+        {"1404", "06", "31", DatePart::None},  {"1403", "12", "30", DatePart::None},  // leap
+        {"1404", "12", "30", DatePart::Day},   {"1404", "12", "29", DatePart::None},
+        {"1404", "7", "5", DatePart::None},    {"1404", "00", "05", DatePart::Month},
+        {"1404", "13", "05", DatePart::Month}, {"1404", "", "05", DatePart::Month},
+        {"1404", "03", "", DatePart::Day},     {"1404", "03", "00", DatePart::Day},
+        {"", "03", "05", DatePart::Year},      {"140", "03", "05", DatePart::Year},
+        {"0000", "03", "05", DatePart::Year},  {"", "", "", DatePart::Year},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(invalidDatePart(QString::fromUtf8(c.year), QString::fromUtf8(c.month),
+                                  QString::fromUtf8(c.day)),
+                  c.part)
+            << c.year << "/" << c.month << "/" << c.day;
+    }
+    EXPECT_EQ(latinDigits(QString::fromUtf8("۱۴۰۳/١٢/30")), QStringLiteral("1403/12/30"));
+}
