@@ -4,6 +4,7 @@
 
 #include <QTemporaryDir>
 
+#include "common/db/database_error.h"
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
 
@@ -27,6 +28,15 @@ protected:
     tr::db::ResultSet rows(const QString& sql) {
         auto r = db->execute(sql);
         return r.resultSets.empty() ? tr::db::ResultSet{} : r.resultSets.back();
+    }
+    // The message of the error `sql` raises, or "" when it runs.
+    QString refusal(const QString& sql) {
+        try {
+            db->execute(sql);
+        } catch (const tr::db::DatabaseError& e) {
+            return e.message();
+        }
+        return {};
     }
 
     QTemporaryDir dir;

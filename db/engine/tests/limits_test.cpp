@@ -77,15 +77,6 @@ class Limits : public EngineTest {
         EngineTest::SetUp();
         db->execute("Create Table T (n Int)");
     }
-    // The message of the error `sql` raises, or "" when it runs.
-    QString refusal(const QString& sql) {
-        try {
-            db->execute(sql);
-        } catch (const DatabaseError& e) {
-            return e.message();
-        }
-        return {};
-    }
 };
 
 TEST_F(Limits, DeepOrLongStatementsAreRefusedWithTheServersMessage) {

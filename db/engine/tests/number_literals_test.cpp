@@ -18,14 +18,6 @@ class NumberLiterals : public EngineTest {
         db->execute("Update T Set b = 3 Where a = 1");
         value("Select 12 + 1");
     }
-    QString refusal(const QString& sql) {
-        try {
-            db->execute(sql);
-        } catch (const DatabaseError& e) {
-            return e.message();
-        }
-        return {};
-    }
 };
 
 TEST_F(NumberLiterals, PersianAndArabicIndicDigitsAreRefusedNeverReadAsZero) {

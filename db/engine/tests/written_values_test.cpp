@@ -25,14 +25,6 @@ class WrittenValues : public EngineTest {
         tr::schema::createCompanySchema(*db);
         db->execute("Create Table ##W (Code Varchar(5), Name NVarchar(10), Amount Float, Qty Int)");
     }
-    QString refusal(const QString& sql) {
-        try {
-            db->execute(sql);
-        } catch (const DatabaseError& e) {
-            return e.message();
-        }
-        return {};
-    }
     int count(const char* table) {
         return value(QStringLiteral("Select Count(*) From ") + table).toInt();
     }
