@@ -95,9 +95,10 @@ void CashBankDocument::bind() {
     Query& grid = doc_->grid();
     const Query::Guard check = grid.BeforePost;
     grid.BeforePost = [this, check](Query& line) {
-        lineTextRefused_ = false;
+        refusedLineField_.clear();
         // A typed amount that does not read stays in its cell for the user to correct.
-        const QString refusal = tr::persian::readAmountCells(line, kAmountFields);
+        const QString refusal =
+            tr::persian::readAmountCells(line, kAmountFields, {}, &refusedLineField_);
         if (!refusal.isEmpty()) {
             messages_.show(refusal, kError);
             return false;
@@ -131,7 +132,7 @@ bool CashBankDocument::checkLineText(Query& line) {
     if (clean != des.AsString()) des.SetAsString(clean);
     const QString refusal = tr::text::lineRefusal(kDescriptionText, clean);
     if (refusal.isEmpty()) return true;
-    lineTextRefused_ = true;
+    refusedLineField_ = QStringLiteral("Des");
     messages_.show(refusal, kError);
     return false;
 }
@@ -166,7 +167,7 @@ bool CashBankDocument::checkHeaderText() {
 }
 
 QString CashBankDocument::lineFocusField() const {
-    if (lineTextRefused_) return QStringLiteral("Des");
+    if (!refusedLineField_.isEmpty()) return refusedLineField_;
     const AccountLevel level = doc_->lineFocus();
     return level == AccountLevel::None ? QString() : tr::vouchers::accountField(level);
 }

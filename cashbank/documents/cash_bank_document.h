@@ -231,7 +231,7 @@ class CashBankDocument {
     QString openedSerial_;
     tr::vouchers::HeaderField dateFocus_ = tr::vouchers::HeaderField::None;
     tr::vouchers::HeaderField textFocus_ = tr::vouchers::HeaderField::None;
-    bool lineTextRefused_ = false;
+    QString refusedLineField_;  // the cell a refused line returns to
     QString invoiceNumber_;
     bool invoiceMode_ = false;
     QString currencyName_;

@@ -2,7 +2,8 @@
 
 namespace tr::persian {
 
-QString readAmountCells(tr::db::Query& row, const QStringList& fields, const AmountRules& rules) {
+QString readAmountCells(tr::db::Query& row, const QStringList& fields, const AmountRules& rules,
+                        QString* fault) {
     for (const QString& name : fields) {
         if (!row.fieldNames().contains(name, Qt::CaseInsensitive)) continue;
         tr::db::Field cell = row.FieldByName(name);
@@ -10,7 +11,10 @@ QString readAmountCells(tr::db::Query& row, const QStringList& fields, const Amo
         if (value.typeId() != QMetaType::QString) continue;  // null or already a number
         const QString text = value.toString();
         const AmountReading reading = readAmount(text, rules);
-        if (!reading.ok()) return amountRefusal(reading, text, rules);
+        if (!reading.ok()) {
+            if (fault) *fault = name;
+            return amountRefusal(reading, text, rules);
+        }
         if (reading.empty)
             cell.Clear();
         else

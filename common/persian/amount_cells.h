@@ -9,10 +9,10 @@
 
 namespace tr::persian {
 
-// The refusal message of the first listed cell that does not read, empty when all read. Fields
-// the row does not have are skipped.
+// The refusal message of the first listed cell that does not read, empty when all read; `fault`
+// (when given) names that cell, for the grid to return to it. Fields the row lacks are skipped.
 QString readAmountCells(tr::db::Query& row, const QStringList& fields,
-                        const AmountRules& rules = {});
+                        const AmountRules& rules = {}, QString* fault = nullptr);
 
 // What an amount cell shows: its value formatted, a refused text as typed, nothing for null.
 QString amountCellText(const QVariant& value);

@@ -309,6 +309,7 @@ TEST_F(DocumentsTest, AnAmountThatIsNotANumberIsRefusedAndKeptForCorrection) {
     EXPECT_TRUE(admin->dialog.last().text.contains(QStringLiteral("5a000")));
     EXPECT_EQ(grid.state(), tr::db::Query::State::Insert);
     EXPECT_EQ(grid.FieldByName(QStringLiteral("Bes")).Value(), QVariant(QStringLiteral("5a000")));
+    EXPECT_EQ(receipt->lineFocusField(), QStringLiteral("Bes"));  // the grid returns to the cell
     EXPECT_EQ(lines(), 1);
     EXPECT_EQ(total(), 3000000.0);
     EXPECT_EQ(receipt->sumText(), QStringLiteral("3,000,000"));
