@@ -106,11 +106,12 @@ class BookWriter {
             if ((i + 1) % batch == 0 || i + 1 == total) {
                 transaction->commit();
                 transaction.reset();
+                // Statistics follow the book as it grows: a plan chosen for an empty book scans
+                // whole tables once it is large. A check that finds nothing stale costs little.
+                c_.execute(QStringLiteral("Exec sp_updatestats"));
                 if (options_.progress) options_.progress(i + 1, total);
             }
         }
-        // A grown book gets fresh planner statistics, as an administrator would run after a load.
-        c_.execute(QStringLiteral("Exec sp_updatestats"));
         report.seconds = clock.nsecsElapsed() / 1e9;
         return report;
     }

@@ -20,20 +20,24 @@
 
 namespace {
 
+// What the shell does with each batch: run it, show its SQLite text, or show SQLite's plan for it.
+enum class Mode { Run, Translate, Plan };
+
 struct Options {
     QString dataDirectory = QStringLiteral("demo-data");
     QString database;
     QString command;
-    bool translate = false;
+    Mode mode = Mode::Run;
     bool hasCommand = false;
     QString createDemo;
 };
 
 void usage() {
-    std::cerr << "usage: treasury-sql [-d DIR] [DATABASE] [-c \"statements\"] [--translate]\n"
+    std::cerr << "usage: treasury-sql [-d DIR] [DATABASE] [-c \"statements\"] [--translate | --plan]\n"
                  "       treasury-sql --create-demo DIR\n"
                  "Runs T-SQL on DATABASE (default: the company database of the data directory).\n"
-                 "Without -c, statements come from standard input (interactive on a terminal).\n";
+                 "Without -c, statements come from standard input (interactive on a terminal).\n"
+                 "--translate shows the SQLite text of each batch, --plan SQLite's plan for its first statement.\n";
 }
 
 QString errorText(const tr::db::DatabaseError& e) {
@@ -54,12 +58,12 @@ QString errorText(const tr::db::DatabaseError& e) {
 }
 
 // Runs one batch; answers false when it failed.
-bool runBatch(tr::engine::SqliteConnection& db, const QString& batch, bool translate, QTextStream& out,
+bool runBatch(tr::engine::SqliteConnection& db, const QString& batch, Mode mode, QTextStream& out,
               QTextStream& err) {
     if (batch.trimmed().isEmpty()) return true;
     try {
-        if (translate) {
-            out << db.translate(batch) << '\n';
+        if (mode != Mode::Run) {
+            out << (mode == Mode::Translate ? db.translate(batch) : db.explainQueryPlan(batch)) << '\n';
             return true;
         }
         const tr::db::ExecResult result = db.execute(batch);
@@ -81,7 +85,7 @@ QStringList splitOnGo(const QString& text) {
     return text.split(go);
 }
 
-int interactive(tr::engine::SqliteConnection& db, bool translate, QTextStream& out, QTextStream& err) {
+int interactive(tr::engine::SqliteConnection& db, Mode mode, QTextStream& out, QTextStream& err) {
     const QString historyFile = QDir::homePath() + QStringLiteral("/.treasury_sql_history");
     using_history();
     read_history(historyFile.toLocal8Bit().constData());
@@ -93,18 +97,18 @@ int interactive(tr::engine::SqliteConnection& db, bool translate, QTextStream& o
         if (!line.trimmed().isEmpty()) add_history(raw);
         free(raw);
         if (line.trimmed().compare(QLatin1String("GO"), Qt::CaseInsensitive) == 0) {
-            runBatch(db, batch, translate, out, err);
+            runBatch(db, batch, mode, out, err);
             batch.clear();
             continue;
         }
         if (batch.isEmpty() && (line.trimmed() == QLatin1String("quit") || line.trimmed() == QLatin1String("exit"))) break;
         batch += line + QLatin1Char('\n');
         if (line.trimmed().endsWith(QLatin1Char(';'))) {
-            runBatch(db, batch, translate, out, err);
+            runBatch(db, batch, mode, out, err);
             batch.clear();
         }
     }
-    runBatch(db, batch, translate, out, err);
+    runBatch(db, batch, mode, out, err);
     write_history(historyFile.toLocal8Bit().constData());
     return 0;
 }
@@ -122,7 +126,8 @@ int main(int argc, char** argv) {
         else if (a == QLatin1String("-c") && i + 1 < args.size()) {
             options.command = args[++i];
             options.hasCommand = true;
-        } else if (a == QLatin1String("--translate")) options.translate = true;
+        } else if (a == QLatin1String("--translate")) options.mode = Mode::Translate;
+        else if (a == QLatin1String("--plan")) options.mode = Mode::Plan;
         else if (a == QLatin1String("--create-demo") && i + 1 < args.size()) options.createDemo = args[++i];
         else if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
             usage();
@@ -144,13 +149,13 @@ int main(int argc, char** argv) {
         auto db = engine.open(options.database);
         if (options.hasCommand) {
             bool ok = true;
-            for (const QString& batch : splitOnGo(options.command)) ok = runBatch(*db, batch, options.translate, out, err) && ok;
+            for (const QString& batch : splitOnGo(options.command)) ok = runBatch(*db, batch, options.mode, out, err) && ok;
             return ok ? 0 : 1;
         }
-        if (isatty(STDIN_FILENO)) return interactive(*db, options.translate, out, err);
+        if (isatty(STDIN_FILENO)) return interactive(*db, options.mode, out, err);
         QTextStream in(stdin);
         bool ok = true;
-        for (const QString& batch : splitOnGo(in.readAll())) ok = runBatch(*db, batch, options.translate, out, err) && ok;
+        for (const QString& batch : splitOnGo(in.readAll())) ok = runBatch(*db, batch, options.mode, out, err) && ok;
         return ok ? 0 : 1;
     } catch (const tr::db::DatabaseError& e) {
         err << errorText(e);

@@ -28,7 +28,7 @@ Engine::Engine(const QString& dataDirectory) : dataDirectory_(QDir(dataDirectory
         throw tr::db::DatabaseError(QStringLiteral("Cannot create tempdb: ") + message);
     }
     procedures_.addProcedure(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const ProcedureArgs&) {
-        static_cast<SqliteConnection&>(c).analyze();
+        static_cast<SqliteConnection&>(c).refreshStatistics();
         return tr::db::ExecResult{};
     });
 }
@@ -68,7 +68,20 @@ void Engine::setTempTable(const QString& name, const std::optional<TempTable>& s
 }
 
 std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
-    return std::make_unique<SqliteConnection>(*this, databaseName);
+    auto connection = std::make_unique<SqliteConnection>(*this, databaseName);
+    // A book copied in, restored or written by an older version may come without statistics;
+    // without them every save scans whole tables. Checked once per book and engine.
+    const QString key = databaseName.trimmed().toLower();
+    bool first = false;
+    {
+        QMutexLocker lock(&stateLock_);
+        if (!statisticsChecked_.contains(key)) {
+            statisticsChecked_.insert(key);
+            first = true;
+        }
+    }
+    if (first) connection->refreshStatistics();
+    return connection;
 }
 
 void ProcedureRegistry::addProcedure(const QString& name, Procedure procedure) {

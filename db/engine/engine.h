@@ -3,6 +3,7 @@
 // in-memory tempdb for ## tables, the registry of stored procedures, and connections that accept
 // the suite's T-SQL dialect.
 #include <QHash>
+#include <QSet>
 #include <QMutex>
 #include <QString>
 #include <memory>
@@ -55,6 +56,7 @@ private:
     QHash<QString, quint64> tableGenerations_;
     QHash<QString, TempTable> tempTables_;
     quint64 lastGeneration_ = 0;
+    QSet<QString> statisticsChecked_;  // databases whose statistics were checked when first opened
 };
 
 }  // namespace tr::engine

@@ -14,6 +14,8 @@ constexpr int kMaxExpressionDepth = 256;
 constexpr int kMaxUnionTerms = 128;
 // Exec('...') texts and procedures running statements inside one another.
 constexpr int kMaxCallDepth = 32;
+// How long a statement waits for another connection's write lock before it is refused.
+constexpr int kBusyTimeoutMs = 30000;
 
 inline QString nestedTooDeeplyMessage() {
     return QStringLiteral(

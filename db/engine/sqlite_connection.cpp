@@ -13,6 +13,7 @@
 #include "db/engine/limits.h"
 #include "db/engine/literal_parameters.h"
 #include "db/engine/parser.h"
+#include "db/engine/planner_statistics.h"
 #include "db/engine/sqlite_functions.h"
 
 namespace tr::engine {
@@ -93,7 +94,7 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
     sqlite3_extended_result_codes(db_, 0);
     sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(db_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    sqlite3_busy_timeout(db_, 30000);
+    sqlite3_busy_timeout(db_, kBusyTimeoutMs);
     registerTsqlFunctions(db_, this);
     try {
         exec("PRAGMA journal_mode=WAL");
@@ -118,14 +119,21 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
 SqliteConnection::~SqliteConnection() {
     finalizeStatements();
     if (!db_) return;
-    // Keeps the planner's statistics fresh where the connection's queries showed they are stale.
-    if (depth_ == 0) sqlite3_exec(db_, "PRAGMA optimize", nullptr, nullptr, nullptr);
+    // Keeps the planner's statistics fresh where the connection's queries showed they are stale,
+    // from a sample as bounded as the engine's own refresh.
+    if (depth_ == 0) {
+        const QByteArray limit = "PRAGMA analysis_limit=" + QByteArray::number(kAnalysisRows);
+        sqlite3_exec(db_, limit.constData(), nullptr, nullptr, nullptr);
+        sqlite3_exec(db_, "PRAGMA optimize", nullptr, nullptr, nullptr);
+    }
     sqlite3_close(db_);
 }
 
-void SqliteConnection::analyze() {
-    finalizeStatements();  // plans made before the statistics would keep the old choices
-    exec("ANALYZE");
+bool SqliteConnection::refreshStatistics() {
+    if (!refreshStaleStatistics(db_, "main")) return false;
+    // Plans made before the statistics would keep the old choices.
+    if (stepping_ == 0) finalizeStatements();
+    return true;
 }
 
 void SqliteConnection::fail(const QString& message, int position) {

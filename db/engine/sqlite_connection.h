@@ -41,9 +41,10 @@ public:
     // How many statements this connection has translated: texts that share a translation (the
     // same text, or one differing only in literal values) do not add to it.
     quint64 translations() const { return translations_; }
-    // Gathers the tables' statistics for the query planner (what sp_updatestats runs); on a
-    // large book it lets a join start from the selective side.
-    void analyze();
+    // Gathers the planner's statistics again where tables outgrew them (what sp_updatestats runs
+    // and what the engine does when it first opens a book); on a large book they let a join start
+    // from the selective side. Answers whether it analysed.
+    bool refreshStatistics();
 
     // Used by the runtime functions.
     QVariant columnLength(const QString& table, const QString& column);

@@ -264,6 +264,24 @@ void varcharFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
     resultText(ctx, text);
 }
 
+// tsql_intkey(text): the integer a text names, for looking a row up by its key when the
+// statement compares the key's text with it (`Cast(IDX As Varchar(20)) = Document`). Whenever
+// the text equals the key's text under the collation, this gives the key; otherwise it may give
+// another number or Null, and the text comparison beside it decides.
+void intkeyFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    const int type = sqlite3_value_type(argv[0]);
+    if (type == SQLITE_NULL) return sqlite3_result_null(ctx);
+    if (type == SQLITE_INTEGER) return sqlite3_result_int64(ctx, sqlite3_value_int64(argv[0]));
+    const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
+    const char* end = p + sqlite3_value_bytes(argv[0]);
+    while (p < end && *p == ' ') ++p;
+    while (end > p && end[-1] == ' ') --end;
+    qint64 value = 0;
+    const auto [stop, error] = std::from_chars(p, end, value);
+    if (error != std::errc() || stop != end) return sqlite3_result_null(ctx);
+    sqlite3_result_int64(ctx, value);
+}
+
 // tsql_fit(value, width): a value on its way into a column. Text longer than the column's width
 // (in characters) is refused as the server refuses it, unless what is past the width is blanks,
 // which are dropped; a width of 0 marks a number column. A number that is not finite is refused
@@ -507,6 +525,7 @@ void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
     sqlite3_create_function(db, "tsql_divide", 2, pure, nullptr, divideFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_fit", 2, pure, nullptr, fitFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_varchar", 2, pure, nullptr, varcharFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_intkey", 1, pure, nullptr, intkeyFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_substring", 3, pure, nullptr, substringFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_right", 2, pure, nullptr, rightFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_charindex", 2, pure, nullptr, charindexFunction, nullptr, nullptr);

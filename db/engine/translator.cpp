@@ -86,6 +86,7 @@ struct Out {
     QString columnName;       // of a bare column reference
     bool columnRef = false;
     bool literal = false;     // a number or string written in the text
+    bool rowKey = false;      // a bare reference to a table's Identity column (its SQLite rowid)
     int parameter = 0;        // > 0: that literal, bound as ?parameter
     // The operators of a left-to-right chain at the top ("+" for + and -, "*" for * / %, "||",
     // "AND", "OR"): the next term of the same chain needs no parentheses around it, which keeps a
@@ -437,6 +438,7 @@ public:
                                          ? c.declaredType + QStringLiteral(" COLLATE TSQL")
                                          : c.declaredType;
                     o.columnName = c.name;
+                    o.rowKey = c.identity;
                     return o;
                 }
                 if (!qualifier.isEmpty() && t.known) {
@@ -492,7 +494,31 @@ public:
         if ((l.type == SqlType::Text || r.type == SqlType::Text) && !isNumeric(l.type) && !isNumeric(r.type)) {
             left += QStringLiteral(" COLLATE TSQL");
         }
-        return make(left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r), SqlType::Integer);
+        const QString sql = left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r);
+        if (op == QLatin1String("=")) {
+            if (const QString key = rowKeyLookup(*le, r, scope); !key.isEmpty())
+                return make(sql + QStringLiteral(" AND ") + key, SqlType::Integer);
+            if (const QString key = rowKeyLookup(*re, l, scope); !key.isEmpty())
+                return make(sql + QStringLiteral(" AND ") + key, SqlType::Integer);
+        }
+        return make(sql, SqlType::Integer);
+    }
+
+    // `Cast(<Identity column> As Varchar(n)) = <text>` can only be looked up from the text's side
+    // in the key's index, never from the key's side, so a date range on the text's table could
+    // not drive a join. Next to it goes the key compared with the number the text names: true
+    // whenever the comparison is (and Null exactly when it is), so the pair means what the
+    // comparison alone does while the planner may start from either table.
+    QString rowKeyLookup(const Expr& castSide, const Out& other, const Scope& scope) {
+        if (castSide.kind != Expr::Kind::Cast || other.type != SqlType::Text) return {};
+        const QString& n = castSide.type.name;
+        if (!n.contains(QLatin1String("CHAR")) || (castSide.type.length >= 0 && castSide.type.length < 20))
+            return {};  // a shorter text may cut a key to the server's overflow mark
+        const Expr* inner = castSide.args[0].get();
+        if (inner->kind != Expr::Kind::Column) return {};
+        const Out key = column(*inner, scope);
+        if (!key.rowKey) return {};
+        return key.sql + QStringLiteral(" = tsql_intkey(") + other.sql + QLatin1Char(')');
     }
 
     Out arithmetic(const Expr& e, const Scope& scope) {
