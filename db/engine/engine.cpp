@@ -27,7 +27,7 @@ Engine::Engine(const QString& dataDirectory) : dataDirectory_(QDir(dataDirectory
         sqlite3_close(tempdbKeeper_);
         throw tr::db::DatabaseError(QStringLiteral("Cannot create tempdb: ") + message);
     }
-    procedures_.addProcedure(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const ProcedureArgs&) {
+    procedures_.addUpkeep(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const ProcedureArgs&) {
         static_cast<SqliteConnection&>(c).refreshStatistics();
         return tr::db::ExecResult{};
     });
@@ -90,6 +90,11 @@ void ProcedureRegistry::addProcedure(const QString& name, Procedure procedure) {
 
 void ProcedureRegistry::addFunction(const QString& name, ScalarFunction function) {
     functions_.insert(name.toLower(), std::move(function));
+}
+
+void ProcedureRegistry::addUpkeep(const QString& name, Procedure procedure) {
+    addProcedure(name, std::move(procedure));
+    upkeep_.insert(name.toLower());
 }
 
 const Procedure* ProcedureRegistry::procedure(const QString& name) const {

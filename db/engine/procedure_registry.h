@@ -3,6 +3,7 @@
 // A procedure gets the calling connection and its arguments; it issues T-SQL through that connection
 // and the engine runs the whole call in one transaction.
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QVariant>
 #include <functional>
@@ -23,6 +24,10 @@ using ScalarFunction = std::function<QVariant(tr::db::Connection&, const Procedu
 class ProcedureRegistry {
 public:
     void addProcedure(const QString& name, Procedure procedure);
+    // Upkeep that must not wait for another writer (gathering statistics): outside a transaction
+    // the engine runs it without opening one, and it gives way when the book is busy.
+    void addUpkeep(const QString& name, Procedure procedure);
+    bool isUpkeep(const QString& name) const { return upkeep_.contains(name.toLower()); }
     void addFunction(const QString& name, ScalarFunction function);  // called as dbo.name(...)
     const Procedure* procedure(const QString& name) const;
     const ScalarFunction* function(const QString& name) const;
@@ -30,6 +35,7 @@ public:
 private:
     QHash<QString, Procedure> procedures_;
     QHash<QString, ScalarFunction> functions_;
+    QSet<QString> upkeep_;
 };
 
 }  // namespace tr::engine

@@ -632,13 +632,15 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
         case Step::Kind::Call: {
             const Procedure* procedure = engine_.procedures().procedure(step.procedure);
             if (!procedure) fail(QStringLiteral("Could not find stored procedure '%1'.").arg(step.procedure), step.position);
-            inTransaction([&] {
+            auto call = [&] {
                 const QString* outer = source_;
                 ExecResult r = (*procedure)(*this, step.args);
                 source_ = outer;
                 for (ResultSet& set : r.resultSets) result.resultSets.push_back(std::move(set));
                 result.rowsAffected += r.rowsAffected;
-            });
+            };
+            if (depth_ == 0 && engine_.procedures().isUpkeep(step.procedure)) call();
+            else inTransaction(call);
             return;
         }
         case Step::Kind::If: {

@@ -1,0 +1,102 @@
+#include "tests/support/statement_plans.h"
+
+#include <sqlite3.h>
+
+#include <QRegularExpression>
+#include <QSet>
+#include <mutex>
+
+namespace tr::test {
+
+namespace {
+
+std::mutex lock;
+std::vector<RecordedStatement> statements;
+QSet<QString> seen;
+std::vector<sqlite3*> handles;
+
+int traced(unsigned type, void*, void* p, void*) {
+    if (type == SQLITE_TRACE_CLOSE) {
+        std::lock_guard<std::mutex> guard(lock);
+        auto* db = static_cast<sqlite3*>(p);
+        std::erase(handles, db);
+        std::erase_if(statements, [db](const RecordedStatement& s) { return s.db == db; });
+        return 0;
+    }
+    auto* statement = static_cast<sqlite3_stmt*>(p);
+    const char* text = sqlite3_sql(statement);
+    if (!text || text[0] == '-') return 0;  // a trigger's own statements
+    const QString sql = QString::fromUtf8(text);
+    std::lock_guard<std::mutex> guard(lock);
+    if (seen.contains(sql)) return 0;
+    seen.insert(sql);
+    statements.push_back({sql, sqlite3_db_handle(statement)});
+    return 0;
+}
+
+int onOpen(sqlite3* db, char**, const sqlite3_api_routines*) {
+    sqlite3_trace_v2(db, SQLITE_TRACE_STMT | SQLITE_TRACE_CLOSE, traced, nullptr);
+    std::lock_guard<std::mutex> guard(lock);
+    handles.push_back(db);
+    return SQLITE_OK;
+}
+
+}  // namespace
+
+void StatementPlans::install() {
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(&onOpen));
+}
+
+void StatementPlans::clear() {
+    std::lock_guard<std::mutex> guard(lock);
+    statements.clear();
+    seen.clear();
+}
+
+std::vector<RecordedStatement> StatementPlans::recorded() {
+    std::lock_guard<std::mutex> guard(lock);
+    return statements;
+}
+
+QStringList StatementPlans::plan(sqlite3* db, const QString& sql) {
+    QStringList lines;
+    sqlite3_stmt* s = nullptr;
+    const QByteArray text = ("EXPLAIN QUERY PLAN " + sql).toUtf8();
+    if (sqlite3_prepare_v2(db, text.constData(), -1, &s, nullptr) != SQLITE_OK) {
+        lines << QStringLiteral("(no plan: ") + QString::fromUtf8(sqlite3_errmsg(db)) + QLatin1Char(')');
+    } else {
+        while (sqlite3_step(s) == SQLITE_ROW)
+            lines << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, 3)));
+    }
+    sqlite3_finalize(s);
+    return lines;
+}
+
+sqlite3* StatementPlans::handleOf(const QString& fileEnd) {
+    std::lock_guard<std::mutex> guard(lock);
+    for (sqlite3* db : handles) {
+        const char* file = sqlite3_db_filename(db, "main");
+        if (file && QString::fromUtf8(file).endsWith(fileEnd, Qt::CaseInsensitive)) return db;
+    }
+    return nullptr;
+}
+
+QStringList StatementPlans::fullReads(const QString& sql, const QStringList& plan, const QStringList& tables) {
+    QSet<QString> names;
+    for (const QString& table : tables) {
+        names.insert(table.toLower());
+        // The engine writes every table as "schema"."Table" AS "Alias".
+        const QRegularExpression alias(QStringLiteral("\"%1\"\\s+AS\\s+\"([^\"]+)\"").arg(table),
+                                       QRegularExpression::CaseInsensitiveOption);
+        for (auto m = alias.globalMatch(sql); m.hasNext();) names.insert(m.next().captured(1).toLower());
+    }
+    QStringList out;
+    for (const QString& line : plan) {
+        if (!line.startsWith(QLatin1String("SCAN "))) continue;
+        const QString name = line.mid(5).section(QLatin1Char(' '), 0, 0).toLower();
+        if (names.contains(name)) out << line;
+    }
+    return out;
+}
+
+}  // namespace tr::test

@@ -1,0 +1,33 @@
+#pragma once
+// Records the SQLite text of every statement run on SQLite handles opened after install(), so a
+// test can drive a screen and then ask SQLite how it would run each statement (with the
+// statistics of a large book loaded, say) and find the ones that read a whole large table.
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+struct sqlite3;
+
+namespace tr::test {
+
+struct RecordedStatement {
+    QString sql;          // as SQLite holds it, parameters as ?n
+    sqlite3* db = nullptr;  // the handle that ran it (still open while its connection is)
+};
+
+class StatementPlans {
+  public:
+    // Catches every SQLite handle opened from now on; call before the engine opens its files.
+    static void install();
+    static void clear();
+    // Distinct statements run since clear(), in the order first run.
+    static std::vector<RecordedStatement> recorded();
+    // SQLite's plan of `sql` on `db`, one detail line per row.
+    static QStringList plan(sqlite3* db, const QString& sql);
+    // The handle whose main database is the file `fileEnd` ends with.
+    static sqlite3* handleOf(const QString& fileEnd);
+    // The lines of `plan` that read all of one of `tables` (by its name or its alias in `sql`).
+    static QStringList fullReads(const QString& sql, const QStringList& plan, const QStringList& tables);
+};
+
+}  // namespace tr::test
