@@ -12,11 +12,11 @@ namespace tr::engine {
 inline constexpr int kAnalysisRows = 20000;
 
 // The tables of `schema` whose statistics are stale: none recorded while the table holds at least
-// 100 rows, or under a quarter of the rows it holds now (a sampled count is rough). Rows are
-// estimated from the row keys.
+// 100 rows, or under half the rows it holds now. Rows are estimated from the row keys.
 int staleStatisticsTables(sqlite3* db, const char* schema);
 
-// Analyses `schema` again when any of its tables is stale; answers whether it did. A busy book
+// Analyses `schema` again when any of its tables is stale, from a sample whose rows and
+// few-valued key prefixes are then counted in the indexes; answers whether it did. A busy book
 // is left as it is (the next check tries again).
 bool refreshStaleStatistics(sqlite3* db, const char* schema);
 
