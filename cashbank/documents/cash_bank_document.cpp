@@ -224,17 +224,11 @@ bool CashBankDocument::openSerial(const QString& serialText) {
     const QString serial = serialText.trimmed();
     int invoices = 0;
     const auto countInvoices = [&] {
-        if (!screen_.hasInvoice) return;
-        tr::db::Connection& c = services_.connection();
-        invoices = openQuery(c, QStringLiteral("Select Distinct SanadNoForosh From "
-                                               "R_ForoshRelatedNaghd Where WhatDoc = ") +
-                                    c.text(screen_.kindCode) + QStringLiteral(" And Serial = ") +
-                                    tr::db::sqlNumber(serial.toLongLong()))
-                       .RecordCount();
+        if (settledInvoiceCount) invoices = settledInvoiceCount(*this, serial);
     };
     if (!doc_->openDocument(serial, countInvoices)) return false;
     notify();
-    if (invoices > 1) messages_.show(QStringLiteral("اين شماره سريال چند فاکتوري است"), kError);
+    if (invoices > 1 && noteSeveralInvoices) noteSeveralInvoices(*this);
     return true;
 }
 

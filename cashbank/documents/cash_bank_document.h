@@ -54,6 +54,10 @@ class CashBankDocument {
     // Invoice mode: what the screen shows for the invoice handed in by the host.
     std::function<void(CashBankDocument&, const QString& invoiceNumber)> prepareForInvoice;
     std::function<void(CashBankDocument&)> importLines;  // the petty cash's spreadsheet import
+    // Opening a saved document: how many sales invoices it settles (read in the open's
+    // transaction), and the note shown afterwards when there are several.
+    std::function<int(CashBankDocument&, const QString& serial)> settledInvoiceCount;
+    std::function<void(CashBankDocument&)> noteSeveralInvoices;
     // Anything the form shows may have changed.
     std::function<void()> changed;
     // The screen's N_Global was made (on the first show, or again for another database), and is

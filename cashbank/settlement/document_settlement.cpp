@@ -8,6 +8,12 @@ DocumentSettlement::DocumentSettlement(CashBankDocument& logic) : logic_(logic) 
         settlement_ = std::make_unique<InvoiceSettlement>(d.services(), d.document());
     };
     logic_.documentReleasing = [this](CashBankDocument&) { settlement_.reset(); };
+    logic_.settledInvoiceCount = [this](CashBankDocument&, const QString& serial) {
+        return settlement_ ? settlement_->settledInvoiceCount(serial) : 0;
+    };
+    logic_.noteSeveralInvoices = [this](CashBankDocument&) {
+        if (settlement_) settlement_->noteMultiInvoice();
+    };
     logic_.prepareForInvoice = [this](CashBankDocument&, const QString& invoice) {
         if (!settlement_) return;
         // An empty number (a screen shown for plain documents) clears the one kept before; an
@@ -24,6 +30,8 @@ DocumentSettlement::~DocumentSettlement() {
     logic_.documentCreated = nullptr;
     logic_.documentReleasing = nullptr;
     logic_.prepareForInvoice = nullptr;
+    logic_.settledInvoiceCount = nullptr;
+    logic_.noteSeveralInvoices = nullptr;
     settlement_.reset();
 }
 

@@ -167,11 +167,6 @@ void InvoiceSettlement::noteMultiInvoice() {
     messages_.note(QStringLiteral("اين شماره سريال چند فاکتوري است"));
 }
 
-bool InvoiceSettlement::noteMultiInvoice(const QString& serial) {
-    if (settledInvoiceCount(serial) < 2) return false;
-    noteMultiInvoice();
-    return true;
-}
 
 QString InvoiceSettlement::invoicePeriod(const QString& invoice) const {
     tr::db::Connection& c = connection();

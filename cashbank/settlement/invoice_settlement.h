@@ -74,10 +74,10 @@ class InvoiceSettlement {
     // prepares a new one from it. Answers true when an existing document was opened.
     bool prepareForInvoice(const QString& invoice);
 
-    // After a serial was opened: the note when its document settles more than one invoice.
-    bool noteMultiInvoice(const QString& serial);
-    // How many invoices the document `serial` of this kind settles.
+    // How many sales invoices the document `serial` of this kind settles, and the note shown
+    // after opening one that settles several.
     int settledInvoiceCount(const QString& serial) const;
+    void noteMultiInvoice();
 
     // Saving step 10: invoice-bound links, or the dialog's pending allocations (else the saved
     // links, matched again to the new lines); then the invoices' balances of this kind.
@@ -120,7 +120,6 @@ class InvoiceSettlement {
     QString serialNumber() const;
     QString invoicePeriod(const QString& invoice) const;
     void writeInvoiceBoundLinks();
-    void noteMultiInvoice();
     // The invoices this document's saved links pay.
     QList<InvoiceKey> linkedInvoices() const;
     // `fromDialog`: the allocations were confirmed in the dialog (not re-linked saved ones).

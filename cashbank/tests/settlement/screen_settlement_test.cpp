@@ -139,6 +139,34 @@ TEST_F(ScreenSettlement, AnInvoicePaidByADepositKeepsItsBalanceWhenItsReceiptIsS
     EXPECT_DOUBLE_EQ(openBalance(kOpenInvoice), 25000000 - 5000000 - 3000000 - 12000000);
 }
 
+// Opened by its serial, a receipt that pays two invoices says so once; one paying a single
+// invoice, or a deposit's link to another invoice with the same serial, says nothing.
+TEST_F(ScreenSettlement, OpeningAReceiptThatPaysSeveralInvoicesSaysSo) {
+    auto receipt = show(ScreenId::CashGet, QStringLiteral("pnlScreens"));
+    fillHeader(*receipt->logic, 8000000);
+    ASSERT_TRUE(addCustomerLine(*receipt->logic, 5000000));
+    allocate(*receipt, kOpenInvoice, 5000000);
+    ASSERT_TRUE(addCustomerLine(*receipt->logic, 3000000));
+    allocate(*receipt, kSecondOpenInvoice, 3000000);
+    ASSERT_TRUE(receipt->logic->cmdOkClick());
+    const QString serial = receipt->logic->header().serial.trimmed();
+    receipt->logic->newDocumentClick();
+    fillHeader(*receipt->logic, 1000000);
+    ASSERT_TRUE(addCustomerLine(*receipt->logic, 1000000));
+    allocate(*receipt, kOpenInvoice, 1000000);
+    ASSERT_TRUE(receipt->logic->cmdOkClick());
+    const QString single = receipt->logic->header().serial.trimmed();
+
+    const QString note = QStringLiteral("اين شماره سريال چند فاکتوري است");
+    auto reader = show(ScreenId::CashGet, QStringLiteral("pnlScreens"));
+    const int shown = admin->dialog.shown().size();
+    ASSERT_TRUE(reader->logic->openSerial(single));
+    EXPECT_EQ(admin->dialog.shown().size(), shown);
+    ASSERT_TRUE(reader->logic->openSerial(serial));
+    ASSERT_EQ(admin->dialog.shown().size(), shown + 1);
+    EXPECT_EQ(admin->dialog.last().text, note);
+}
+
 TEST_F(ScreenSettlement, AScreenDockedAgainForPlainDocumentsForgetsTheInvoice) {
     auto receipt = show(ScreenId::CashGet, CashBankDocument::kInvoiceContainer, kOpenInvoice);
     EXPECT_TRUE(receipt->invoices().invoiceMode());

@@ -656,50 +656,32 @@ void TCashBankForm::showValues() {
 
 // ---- Focus and keys -----------------------------------------------------------------------------
 
+QWidget* TCashBankForm::headerBox(HeaderField field) const {
+    const std::pair<HeaderField, QWidget*> boxes[] = {
+        {HeaderField::Serial, serial_},
+        {HeaderField::Date, day_},
+        {HeaderField::Month, month_},
+        {HeaderField::Year, year_},
+        {HeaderField::ReferenceNumber, number_},
+        {HeaderField::TreasuryCode, treasuryCode_},
+        {HeaderField::Description, description_},
+        {HeaderField::Amount, amount_},
+        {HeaderField::Joz, joz_},
+        {HeaderField::Des1, depositor_ ? depositor_ : remitter_},
+        {HeaderField::Des2, remitterBank_},
+        {HeaderField::Des3, remitterBranchCode_},
+        {HeaderField::Des4, remitterBranchName_},
+    };
+    for (const auto& [f, box] : boxes)
+        if (f == field) return box;
+    return nullptr;
+}
+
 void TCashBankForm::focusRefusal() {
-    switch (logic_.focus()) {
-        case HeaderField::Serial:
-            serial_->setFocus();
-            break;
-        case HeaderField::Date:
-            day_->setFocus();
-            break;
-        case HeaderField::Month:
-            month_->setFocus();
-            break;
-        case HeaderField::Year:
-            year_->setFocus();
-            break;
-        case HeaderField::ReferenceNumber:
-            number_->setFocus();
-            break;
-        case HeaderField::TreasuryCode:
-            treasuryCode_->setFocus();
-            break;
-        case HeaderField::Description:
-            description_->setFocus();
-            break;
-        case HeaderField::Amount:
-            amount_->setFocus();
-            break;
-        case HeaderField::Joz:
-            if (joz_) joz_->setFocus();
-            break;
-        case HeaderField::Des1:
-            if (QLineEdit* box = depositor_ ? depositor_ : remitter_) box->setFocus();
-            break;
-        case HeaderField::Des2:
-            if (remitterBank_) remitterBank_->setFocus();
-            break;
-        case HeaderField::Des3:
-            if (remitterBranchCode_) remitterBranchCode_->setFocus();
-            break;
-        case HeaderField::Des4:
-            if (remitterBranchName_) remitterBranchName_->setFocus();
-            break;
-        case HeaderField::None:
-            if (logic_.grid().state() != tr::db::Query::State::Browse) focusRefusedCell();
-            break;
+    if (logic_.focus() == HeaderField::None) {
+        if (logic_.grid().state() != tr::db::Query::State::Browse) focusRefusedCell();
+    } else if (QWidget* box = headerBox(logic_.focus())) {
+        box->setFocus();
     }
 }
 

@@ -73,6 +73,8 @@ class TCashBankForm : public QWidget {
     void runMenu(MenuCommand command);
     void showValues();
     void focusRefusal();
+    // The header box of a field; none for a box this kind of screen lacks.
+    QWidget* headerBox(tr::vouchers::HeaderField field) const;
     void focusRefusedCell();
     void currentRowChanged(int row);
     void postOrAppend();
