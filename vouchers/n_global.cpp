@@ -579,6 +579,7 @@ void N_Global::logAction(const QString& type) {
 
 bool N_Global::save() {
     focus_ = HeaderField::None;
+    imbalance_.reset();
     const bool isNew = state_ == DocumentState::New;
     FailureRestore restore(*this);
     // 1. The serial in the description, once.
@@ -608,7 +609,10 @@ bool N_Global::save() {
         openQuery(c, QStringLiteral("Select Sum(") + column + QStringLiteral(") As ") + column +
                          QStringLiteral(" From ") + transferTable_);
     const double lines = balance.IsEmpty() ? 0.0 : balance.value(0, 0).toDouble();
-    if (!sameAmount(lines, header_.amount)) return refuse(QStringLiteral("سند تراز نميباشد."));
+    if (!sameAmount(lines, header_.amount)) {
+        imbalance_ = Imbalance{header_.amount, lines};
+        return refuse(QStringLiteral("سند تراز نميباشد."));
+    }
     // The header values that travel on the lines.
     const QString travelling =
         QStringLiteral("Update ") + transferTable_ + QStringLiteral(" Set Joz=") +

@@ -129,6 +129,12 @@ class N_Global {
     bool checkLine(tr::db::Query& line);
 
     bool save();            // the confirm command
+    // After a save refused as unbalanced: the header's amount and the lines' sum.
+    struct Imbalance {
+        double header = 0;
+        double lines = 0;
+    };
+    const std::optional<Imbalance>& imbalance() const { return imbalance_; }
     bool cancelDocument();  // ABTAL, dated by the header's date boxes
     bool undoCancel();      // RET_EBTAL
     bool deleteDocument();  // DELETE
@@ -208,6 +214,7 @@ class N_Global {
     bool cancelled_ = false;
     bool heldByAnother_ = false;
     HeaderField focus_ = HeaderField::None;
+    std::optional<Imbalance> imbalance_;
     QString rights_;
     QString captionSuffix_;
     BookVersion bookVersion_;

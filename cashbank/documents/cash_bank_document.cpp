@@ -834,6 +834,7 @@ bool CashBankDocument::confirmLeave() {
 }
 
 bool CashBankDocument::cmdOkClick() {
+    statusText_.clear();
     dateFocus_ = HeaderField::None;
     textFocus_ = HeaderField::None;
     if (!canSave() || !amountLeave()) return false;
@@ -841,8 +842,21 @@ bool CashBankDocument::cmdOkClick() {
     if (!doc_->checkHeader() || !checkHeaderText() || !checkDate()) return false;
     // Nothing after a successful save may reach the database: its error would reach the host
     // as a failed save of a saved document. A save keeps the currency, so keeps its name.
+    const bool edit = state() == DocumentState::Edit;
     const bool saved = doc_->save();
-    if (saved) openedSerial_ = header().serial.trimmed();
+    if (const auto& off = doc_->imbalance()) {
+        // Beside the refusal's own text: the two sums the user has to make agree.
+        using tr::persian::formatAmount;
+        statusText_ = QStringLiteral("مبلغ سند %1 - جمع رديفها %2 - اختلاف %3")
+                          .arg(formatAmount(off->header), formatAmount(off->lines),
+                               formatAmount(off->header - off->lines));
+    }
+    if (saved) {
+        openedSerial_ = header().serial.trimmed();
+        statusText_ = (edit ? QStringLiteral("سريال %1 اصلاح شد - سند حسابداري %2")
+                            : QStringLiteral("سريال %1 ثبت شد - سند حسابداري %2"))
+                          .arg(openedSerial_, header().voucherNo.trimmed());
+    }
     notify();
     return saved;
 }
@@ -854,9 +868,12 @@ bool CashBankDocument::cmdOkPrintClick() {
 }
 
 bool CashBankDocument::cmdDelClick() {
+    statusText_.clear();
     if (!canDelete()) return false;
+    const QString serial = header().serial.trimmed();
     const bool deleted = doc_->deleteDocument();
     if (deleted) {
+        statusText_ = QStringLiteral("سريال %1 حذف شد").arg(serial);
         openedSerial_.clear();
         currencyName_.clear();
     }
@@ -865,11 +882,16 @@ bool CashBankDocument::cmdDelClick() {
 }
 
 bool CashBankDocument::cmdAbtalClick() {
+    statusText_.clear();
     dateFocus_ = HeaderField::None;
     if (!canCancel()) return false;
     // Both actions pass the date boxes to the procedure; the cancellation is dated by them.
     if (!checkDate(false)) return false;
-    const bool done = cancelled() ? doc_->undoCancel() : doc_->cancelDocument();
+    const bool undo = cancelled();
+    const bool done = undo ? doc_->undoCancel() : doc_->cancelDocument();
+    if (done)
+        statusText_ = (undo ? QStringLiteral("سريال %1 از ابطال برگشت") : QStringLiteral("سريال %1 ابطال شد"))
+                          .arg(header().serial.trimmed());
     notify();
     return done;
 }

@@ -206,6 +206,10 @@ class CashBankDocument {
     bool cmdAbtalClick();
 
     static QString helpText();
+    // What the last save, cancel, undo or delete did, for the screen's status line (without a
+    // dialog); it stays while the user goes on to the next document, and a refused action of
+    // those four empties it.
+    const QString& statusText() const { return statusText_; }
 
   private:
     void bind();
@@ -233,6 +237,7 @@ class CashBankDocument {
     std::unique_ptr<tr::vouchers::N_Global> doc_;
     tr::db::MyDatabase* boundDatabase_ = nullptr;
     QString openedSerial_;
+    QString statusText_;
     tr::vouchers::HeaderField dateFocus_ = tr::vouchers::HeaderField::None;
     tr::vouchers::HeaderField textFocus_ = tr::vouchers::HeaderField::None;
     QString refusedLineField_;  // the cell a refused line returns to

@@ -76,6 +76,11 @@ TEST_P(EveryScreen, SavesReopensCancelsUndoesAndDeletes) {
     EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans Where WhatDoc = '") + kind +
                    QStringLiteral("'")),
               3);
+    // The status line says what was saved, with the voucher the book gave it.
+    const QString voucher = value(QStringLiteral("Select Max(SanadNo) From Asnad Where TypeSys = 'N'")).toString();
+    EXPECT_EQ(screen->statusText(), s("سريال ") + serial + s(" ثبت شد - سند حسابداري ") + voucher);
+    ASSERT_TRUE(screen->cmdOkClick());
+    EXPECT_EQ(screen->statusText(), s("سريال ") + serial + s(" اصلاح شد - سند حسابداري ") + voucher);
 
     // Reopened on another screen of the same kind, through the serial box.
     auto reader = open(GetParam());
@@ -99,6 +104,7 @@ TEST_P(EveryScreen, SavesReopensCancelsUndoesAndDeletes) {
     admin->dialog.answerYes();
     ASSERT_TRUE(screen->cmdAbtalClick());
     EXPECT_TRUE(screen->cancelled());
+    EXPECT_EQ(screen->statusText(), s("سريال ") + serial + s(" ابطال شد"));
     EXPECT_EQ(screen->cancelCaption(), s("برگشت از ابطال"));
     EXPECT_EQ(admin->dialog.last().code, QStringLiteral("3QR"));
     EXPECT_TRUE(ledgerIsConsistent());
@@ -106,6 +112,7 @@ TEST_P(EveryScreen, SavesReopensCancelsUndoesAndDeletes) {
     admin->dialog.answerYes();
     ASSERT_TRUE(screen->cmdAbtalClick());
     EXPECT_FALSE(screen->cancelled());
+    EXPECT_EQ(screen->statusText(), s("سريال ") + serial + s(" از ابطال برگشت"));
     EXPECT_EQ(screen->cancelCaption(), s("ابطال"));
     EXPECT_EQ(rows(QStringLiteral("Select * From Asnad Where TypeSys='N' And DocToDate='1'")), 0);
 
@@ -116,6 +123,7 @@ TEST_P(EveryScreen, SavesReopensCancelsUndoesAndDeletes) {
     for (const auto& row : lines.rows) former << row[0].toLongLong();
     admin->dialog.answerYes();
     ASSERT_TRUE(screen->cmdDelClick());
+    EXPECT_EQ(screen->statusText(), s("سريال ") + serial + s(" حذف شد"));
     EXPECT_TRUE(ledger::documentIsGone(company(), kind, serial.toLongLong(), former));
     EXPECT_TRUE(ledgerIsConsistent());
     EXPECT_EQ(screen->state(), DocumentState::New);
@@ -129,13 +137,22 @@ TEST_P(EveryScreen, RefusesAnUnbalancedSaveAndKeepsItsLines) {
     EXPECT_FALSE(screen->cmdOkClick());
     EXPECT_EQ(admin->dialog.last().text, s("سند تراز نميباشد."));
     EXPECT_EQ(admin->dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_EQ(screen->statusText(), s("مبلغ سند 5,000,000 - جمع رديفها 3,000,000 - اختلاف 2,000,000"));
     EXPECT_EQ(screen->state(), DocumentState::New);
     EXPECT_EQ(screen->grid().RecordCount(), 1);
     EXPECT_EQ(rows(QStringLiteral("Select * From Asnad Where TypeSys='N'")), 0);
-    // Corrected, the same document is accepted.
+    // Corrected, the same document is accepted; refused again, the status line no longer
+    // claims the save.
     ASSERT_TRUE(addLine(*screen, 2000000));
     EXPECT_TRUE(screen->cmdOkClick());
     EXPECT_TRUE(ledgerIsConsistent());
+    EXPECT_TRUE(screen->statusText().contains(s("ثبت شد")));
+    ASSERT_TRUE(addLine(*screen, 1000));
+    EXPECT_FALSE(screen->cmdOkClick());
+    EXPECT_EQ(screen->statusText(), s("مبلغ سند 5,000,000 - جمع رديفها 5,001,000 - اختلاف -1,000"));
+    screen->setAmountText(QStringLiteral("0"));
+    EXPECT_FALSE(screen->cmdOkClick());
+    EXPECT_TRUE(screen->statusText().isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen,

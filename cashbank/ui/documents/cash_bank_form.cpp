@@ -70,6 +70,10 @@ TCashBankForm::TCashBankForm(const tr::Services& services, ScreenId id, QWidget*
     buildGrid();
     layout->addWidget(grid_, 1);
     layout->addWidget(buildBottom());
+    status_ = new QLabel(this);
+    status_->setObjectName(QStringLiteral("lblStatus"));
+    status_->setFrameShape(QFrame::StyledPanel);
+    layout->addWidget(status_);
     buildMenu();
 
     logic_.changed = [this] { showValues(); };
@@ -609,6 +613,7 @@ void TCashBankForm::showValues() {
     showing_ = true;
     const tr::vouchers::DocumentHeader& h = logic_.header();
     caption_->setText(logic_.caption());
+    status_->setText(logic_.statusText());
     setTextKeepingCursor(serial_, h.serial);
     setTextKeepingCursor(day_, h.day);
     setTextKeepingCursor(month_, h.month);
