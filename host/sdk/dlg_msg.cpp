@@ -244,6 +244,14 @@ void TDlgMsg::setInfoPanelEnabled(bool enabled) {
 }
 
 int TDlgMsg::showModal() {
+    // A question asks before something that cannot be taken back (a cancellation, a deletion, a
+    // replacement): Enter answers "خير", the answer that changes nothing.
+    // Otherwise Enter confirms the message.
+    QPushButton* answer = nullptr;
+    for (Button b : {Button::No, Button::OK1, Button::OK2})
+        if (!answer && !button(b)->isHidden()) answer = button(b);
+    for (QPushButton* b : buttons_) b->setDefault(b == answer);
+    if (answer) answer->setFocus();
     return ModalRunner::current().exec(*this);
 }
 

@@ -77,6 +77,26 @@ TEST(TDlgMsg, QuestionShowsYesNoAndTheQuestionIcon) {
     EXPECT_EQ(runner.last().buttons, (QStringList{QStringLiteral("&بله"), QStringLiteral("&خير")}));
 }
 
+// Enter on a question answers "خير"; on a message it confirms.
+TEST(TDlgMsg, EnterAnswersNoToAQuestionAndOkToAMessage) {
+    RecordingModalRunner runner;
+    int answered = -1;  // the result Enter gave, -1 while the box stays open
+    const auto pressEnter = [&answered](QDialog& d) {
+        d.show();
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(&d, &enter);
+        answered = d.isVisible() ? -1 : d.result();
+    };
+    runner.answerBy(pressEnter);
+    TDlgMsg question;
+    tr::dialog::showMessage(question, QStringLiteral("آيا ابطال شود؟"), QString(), "3qr");
+    EXPECT_EQ(answered, tr::dialog::ResultNo);
+    runner.answerBy(pressEnter);
+    TDlgMsg error;
+    tr::dialog::showMessage(error, QStringLiteral("سند تراز نميباشد."), QString(), "1er");
+    EXPECT_EQ(answered, tr::dialog::ResultOk);
+}
+
 TEST(TDlgMsg, ErrorWithDefaultCaptionClosesWithOk) {
     RecordingModalRunner runner;
     TDlgMsg dlg;
