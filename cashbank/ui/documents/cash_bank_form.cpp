@@ -69,6 +69,12 @@ TCashBankForm::TCashBankForm(const tr::Services& services, ScreenId id, QWidget*
     layout->addWidget(buildLineEditor());
     buildGrid();
     layout->addWidget(grid_, 1);
+    // An empty grid says how a line is added.
+    emptyGridHint_ = new QLabel(QStringLiteral("براي افزودن رديف، در جدول كليد Insert را بزنيد"), grid_->viewport());
+    emptyGridHint_->setObjectName(QStringLiteral("lblEmptyGrid"));
+    emptyGridHint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    emptyGridHint_->setEnabled(false);
+    (new QVBoxLayout(grid_->viewport()))->addWidget(emptyGridHint_, 0, Qt::AlignCenter);
     layout->addWidget(buildBottom());
     status_ = new QLabel(this);
     status_->setObjectName(QStringLiteral("lblStatus"));
@@ -421,6 +427,9 @@ QWidget* TCashBankForm::buildBottom() {
         return b;
     };
     ok_ = button(QStringLiteral("cmdOk"), captions::kOk);
+    // The same key confirms on every document screen, from any box.
+    ok_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    ok_->setToolTip(QStringLiteral("Ctrl+S"));
     okPrint_ = button(QStringLiteral("cmdOkPrint"), captions::kOkPrint);
     newLayout_ = new QRadioButton(captions::kNewLayout, this);
     newLayout_->setObjectName(QStringLiteral("rbNew"));
@@ -614,6 +623,8 @@ void TCashBankForm::showValues() {
     const tr::vouchers::DocumentHeader& h = logic_.header();
     caption_->setText(logic_.caption());
     status_->setText(logic_.statusText());
+    emptyGridHint_->setVisible(logic_.grid().RecordCount() == 0 &&
+                               logic_.grid().state() == tr::db::Query::State::Browse);
     setTextKeepingCursor(serial_, h.serial);
     setTextKeepingCursor(day_, h.day);
     setTextKeepingCursor(month_, h.month);
@@ -788,6 +799,11 @@ bool TCashBankForm::eventFilter(QObject* watched, QEvent* event) {
     if ((watched == day_ || watched == month_ || watched == year_) && !key->text().isEmpty() &&
         key->text().at(0).isPrint() && !CashBankDocument::isDateCharacter(key->text().at(0)))
         return true;
+    if (watched == serial_ && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+        // As leaving the box does: the serial typed is opened when it is saved.
+        guarded([this] { return logic_.serialLeave(); });
+        return true;
+    }
     if (watched == serial_ && key->key() == Qt::Key_Up) {
         spinUp_->click();
         return true;

@@ -85,7 +85,8 @@ class TCashBankForm : public QWidget {
     CashBankDocument logic_;
     ui::ScreenWiring wiring_{logic_, this};  // after logic_: it unhooks before the logic goes
     QLabel* caption_ = nullptr;
-    QLabel* status_ = nullptr;  // what the last save, cancel, undo or delete did
+    QLabel* status_ = nullptr;
+    QLabel* emptyGridHint_ = nullptr;  // what the last save, cancel, undo or delete did
     QLineEdit* serial_ = nullptr;
     QToolButton* spinUp_ = nullptr;
     QToolButton* spinDown_ = nullptr;
