@@ -16,6 +16,8 @@ const QString DocumentSearch::kReplaceQuestion =
     QStringLiteral("کلمات شرح در تمام رديفهاي اسناد يافت شده با کلمات جايگزين عوض شوند؟");
 const QString DocumentSearch::kNoReplacementMessage = QStringLiteral("کلمه جايگزين وارد نشده است.");
 const QString DocumentSearch::kGrandTotal = QStringLiteral("جمع کل ");
+const QString DocumentSearch::kNoDocumentMessage =
+    QStringLiteral("اين رديف سندي ندارد که از اينجا باز شود.");
 
 namespace {
 
@@ -346,6 +348,25 @@ QString DocumentSearch::accountName(const QString& code) const {
     const auto r = connection().execute(family_.nameLookup + text(code.trimmed()));
     if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
     return r.resultSets.front().rows.front().at(0).toString();
+}
+
+std::optional<DocumentSearch::ListedDocument> DocumentSearch::documentAt(int row) {
+    if (!result_.Active() || row < 0 || row >= result_.RecordCount()) return std::nullopt;
+    const auto field = [&](const char* name) {
+        const int column = result_.fieldIndex(QString::fromLatin1(name));
+        return column < 0 ? QString() : result_.value(row, column).toString().trimmed();
+    };
+    if (isTotalRow(field("sOrder")) || field("Serial").isEmpty()) return std::nullopt;
+    return ListedDocument{field("WhatDoc"), field("Serial")};
+}
+
+bool DocumentSearch::openRow(int row) {
+    const std::optional<ListedDocument> listed = documentAt(row);
+    if (!listed) return false;
+    const std::optional<bool> opened =
+        openDocument ? openDocument(listed->kind, listed->serial) : std::nullopt;
+    if (!opened) tr::dialog::Messages(services_.dialog).show(kNoDocumentMessage, QStringLiteral("1IR"));
+    return opened.value_or(false);
 }
 
 }  // namespace tr::cashbank

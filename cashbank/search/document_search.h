@@ -5,6 +5,7 @@
 // descriptions of every line of the vouchers found.
 #include <QString>
 #include <array>
+#include <functional>
 #include <optional>
 
 #include "cashbank/search/search_families.h"
@@ -96,6 +97,22 @@ class DocumentSearch {
 
     tr::db::Query& result() { return result_; }
     static bool isTotalRow(const QString& sOrder) { return !sOrder.trimmed().isEmpty(); }
+
+    // The document a result row (in the result's current order) lists; nothing for a total row.
+    struct ListedDocument {
+        QString kind;    // WhatDoc of the row
+        QString serial;
+    };
+    std::optional<ListedDocument> documentAt(int row);
+    // Opens the document of a result row in its screen (double-click or Enter on the row)
+    // through `openDocument`. A total row opens nothing; a row of a kind no screen here saves
+    // (money moved in by another document) is answered with a message. Whether one opened.
+    bool openRow(int row);
+    // Set by the form that shows the result: opens `serial` of `kind` in that kind's screen and
+    // answers whether it did (the user may stay on unsaved work); nothing when no screen here
+    // saves that kind.
+    std::function<std::optional<bool>(const QString& kind, const QString& serial)> openDocument;
+    static const QString kNoDocumentMessage;
 
   private:
     tr::db::Connection& connection() const { return services_.connection(); }

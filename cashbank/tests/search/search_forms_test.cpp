@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include "cashbank/tests/search/search_fixture.h"
+#include "cashbank/ui/documents/cash_bank_form.h"
 #include "cashbank/ui/search/document_search_form.h"
 #include "cashbank/ui/search/search_form.h"
 #include "common/ui/dataset_model.h"
@@ -131,6 +132,61 @@ TEST_F(SearchForms, CashSearchShowsSubtotalsApartAndSortsThemLast) {
     }
     EXPECT_EQ(orders, s("----XXXY"));
     EXPECT_EQ(model->index(0, amount).data().toString(), s("74,500,000"));
+}
+
+// A row of the result opens its document in its screen: double-click or Enter, as in the pickers;
+// a total row opens nothing, and a row no screen here saves says so.
+TEST_F(SearchForms, ARowOpensItsDocumentInItsScreen) {
+    Doc payment = receipt(3, 74500000);
+    payment.kind = s("20");
+    for (const Doc& d : {receipt(1, 1250000), payment}) save(d);
+    session->global.rights = tr::fullRights({s("N_A_CASHGET_"), s("N_A_CASHPAY_")});
+
+    TCashSearchForm form(session->services);
+    form.resize(1100, 560);
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    form.fromDate.day->setText(s("1"));
+    form.fromDate.month->setText(s("1"));
+    form.fromDate.year->setText(s("1404"));
+    form.mnuSearchClick();
+    tr::ui::DatasetModel* model = form.model();
+    const int serial = model->fieldColumn(s("Serial")), kind = model->fieldColumn(s("WhatDoc"));
+    const auto rowOf = [&](const QString& whatDoc) {
+        for (int r = 0; r < model->rowCount(); ++r)
+            if (model->index(r, kind).data().toString().trimmed() == whatDoc) return r;
+        return -1;
+    };
+    const auto window = [&](const QString& whatDoc) -> TCashBankForm* {
+        for (TCashBankForm* w : form.findChildren<TCashBankForm*>())
+            if (w->logic().screen().kindCode == whatDoc) return w;
+        return nullptr;
+    };
+    ASSERT_GE(rowOf(s("10")), 0);
+    ASSERT_GE(rowOf(s("20")), 0);
+
+    const QModelIndex receiptRow = model->index(rowOf(s("10")), serial);
+    form.grid()->setCurrentIndex(receiptRow);
+    emit form.grid()->doubleClicked(receiptRow);
+    ASSERT_NE(window(s("10")), nullptr);
+    EXPECT_TRUE(window(s("10"))->isVisible());
+    EXPECT_EQ(window(s("10"))->logic().header().serial.trimmed(), s("1"));
+    EXPECT_EQ(window(s("10"))->logic().grid().RecordCount(), 1);
+
+    form.grid()->setFocus();
+    form.grid()->setCurrentIndex(model->index(rowOf(s("20")), serial));
+    QTest::keyClick(form.grid(), Qt::Key_Return);
+    ASSERT_NE(window(s("20")), nullptr);
+    EXPECT_EQ(window(s("20"))->logic().header().serial.trimmed(), s("3"));
+    EXPECT_TRUE(session->dialog.shown().isEmpty());
+
+    // The grand total is the last row.
+    EXPECT_FALSE(form.search().openRow(model->rowCount() - 1));
+    EXPECT_TRUE(session->dialog.shown().isEmpty());
+    form.search().openDocument = [](const QString&, const QString&) { return std::optional<bool>(); };
+    EXPECT_FALSE(form.search().openRow(rowOf(s("10"))));
+    ASSERT_EQ(session->dialog.shown().size(), 1);
+    EXPECT_EQ(session->dialog.last().text, DocumentSearch::kNoDocumentMessage);
 }
 
 }  // namespace

@@ -617,6 +617,12 @@ bool TCashBankForm::confirmLeave() {
     return leave;
 }
 
+bool TCashBankForm::openSerial(const QString& serial) {
+    const bool opened = guarded([&] { return logic_.openSerial(serial); });
+    showValues();
+    return opened;
+}
+
 void TCashBankForm::showValues() {
     if (!logic_.isShown()) return;
     showing_ = true;

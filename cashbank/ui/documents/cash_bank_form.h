@@ -44,6 +44,8 @@ class TCashBankForm : public QWidget {
     // Unsaved work asks first (save, discard or stay); false: the user stays. Invokable by name,
     // so the host asks every docked screen before it closes.
     Q_INVOKABLE bool confirmLeave();
+    // Opens a saved document of this screen's kind (a search result's row); false when none.
+    bool openSerial(const QString& serial);
 
     CashBankDocument& logic() { return logic_; }
     tr::ui::DatasetModel* model() const { return model_; }

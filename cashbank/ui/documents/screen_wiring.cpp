@@ -1,6 +1,7 @@
 #include "cashbank/ui/documents/screen_wiring.h"
 
 #include "cashbank/search/document_pickers.h"
+#include "cashbank/ui/documents/cash_bank_form.h"
 #include "cashbank/ui/printing/document_printing.h"
 #include "cashbank/ui/search/document_search_form.h"
 #include "cashbank/ui/settlement/cash_in_factor_dialog.h"
@@ -51,6 +52,16 @@ void ScreenWiring::openSearch() {
     else if (kind == QLatin1String("90")) search = new TBardashtSearchForm(services, form_);
     else if (kind == QLatin1String("60")) search = new THavalehSearchForm(services, form_);
     else search = new TCashSearchForm(services, form_);
+    // A row of this screen's own kind opens here; the others in a window of their screen.
+    auto* form = static_cast<DocumentSearchForm*>(search);
+    form->search().openDocument = [this, form](const QString& kind, const QString& serial) -> std::optional<bool> {
+        if (kind != logic_.screen().kindCode) return form->openInWindow(kind, serial);
+        auto* screen = static_cast<TCashBankForm*>(form_);
+        if (!screen->confirmLeave()) return false;
+        screen->window()->raise();
+        screen->window()->activateWindow();
+        return screen->openSerial(serial);
+    };
     search->setWindowFlag(Qt::Window);
     search->setAttribute(Qt::WA_DeleteOnClose);
     search->show();

@@ -9,13 +9,17 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QRegularExpressionValidator>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "cashbank/documents/cash_bank_screens.h"
+#include "cashbank/ui/documents/cash_bank_form.h"
 #include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/title_sorter.h"
@@ -70,8 +74,11 @@ DocumentSearchForm::DateEdits DocumentSearchForm::dateEdits(QWidget* owner) {
 
 DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamily family,
                                        QWidget* parent)
-    : QWidget(parent), search_(std::make_unique<DocumentSearch>(services, family)) {
+    : QWidget(parent), services_(services), search_(std::make_unique<DocumentSearch>(services, family)) {
     const SearchFamilyRow& row = search_->family();
+    search_->openDocument = [this](const QString& kind, const QString& serial) {
+        return openInWindow(kind, serial);
+    };
     setObjectName(row.gridKey + QStringLiteral("Form"));
     setWindowTitle(row.caption);
     setLayoutDirection(Qt::RightToLeft);
@@ -197,6 +204,10 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     grid_->verticalHeader()->setDefaultSectionSize(24);
     grid_->verticalHeader()->hide();
     sorter_ = new tr::ui::TitleSorter(grid_, model_, QStringLiteral("sOrder, "));
+    // A row's document opens in its screen, by double-click or Enter, as the pickers choose.
+    connect(grid_, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { search_->openRow(index.row()); });
+    grid_->installEventFilter(this);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
@@ -207,10 +218,34 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     layout->addWidget(grid_, 1);
 }
 
-DocumentSearchForm::~DocumentSearchForm() = default;
+DocumentSearchForm::~DocumentSearchForm() {
+    // The windows hold a reference to services_, which goes before QWidget deletes its children.
+    for (const QPointer<QWidget>& window : std::as_const(documentWindows_)) delete window.data();
+}
 
 void DocumentSearchForm::setServices(const tr::Services& services) {
+    services_ = services;
     search_->setServices(services);
+}
+
+std::optional<bool> DocumentSearchForm::openInWindow(const QString& kind, const QString& serial) {
+    const auto& screens = cashBankScreens();
+    const auto screen = std::find_if(screens.begin(), screens.end(),
+                                     [&](const CashBankScreen& s) { return s.kindCode == kind; });
+    if (screen == screens.end()) return std::nullopt;
+    QPointer<QWidget>& window = documentWindows_[kind];
+    if (!window) {
+        auto* form = new TCashBankForm(services_, screen->id, this);
+        form->setWindowFlag(Qt::Window);
+        form->resize(1100, 700);
+        window = form;
+    }
+    auto* form = static_cast<TCashBankForm*>(window.data());
+    form->show();
+    form->raise();
+    form->activateWindow();
+    if (!form->confirmLeave()) return false;  // the user stays on unsaved work there
+    return form->openSerial(serial);
 }
 
 void DocumentSearchForm::readFilters() {
@@ -267,6 +302,13 @@ void DocumentSearchForm::focusDateFault() {
 }
 
 bool DocumentSearchForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == grid_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) && grid_->currentIndex().isValid()) {
+            search_->openRow(grid_->currentIndex().row());
+            return true;
+        }
+    }
     if (event->type() != QEvent::FocusOut) return QWidget::eventFilter(watched, event);
     for (const DateEdits* date : {&fromDate, &toDate}) {
         const QList<QObject*> boxes = {date->day, date->month, date->year};

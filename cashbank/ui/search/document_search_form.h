@@ -2,6 +2,8 @@
 // The five document search forms over DocumentSearch: the filters, F5 / "نمايش نتيجه جستجو",
 // the right-to-left result grid with its totals drawn apart, and title-click sorting that keeps
 // the totals last. Each documented class only names its family.
+#include <QHash>
+#include <QPointer>
 #include <QWidget>
 #include <array>
 #include <memory>
@@ -51,6 +53,11 @@ class DocumentSearchForm : public QWidget {
     void mnuSearchClick();
     void mnuReplaceClick();
 
+    // Opens a saved document of `kind` in a window of its screen, one window per kind, kept
+    // while this form lives; nothing when no screen here saves the kind. The result's rows open
+    // this way unless whoever opened the search sets search().openDocument otherwise.
+    std::optional<bool> openInWindow(const QString& kind, const QString& serial);
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -61,7 +68,9 @@ class DocumentSearchForm : public QWidget {
     void resultOpened();
     DateEdits dateEdits(QWidget* owner);
 
+    tr::Services services_;  // the document windows keep a reference to it
     std::unique_ptr<DocumentSearch> search_;
+    QHash<QString, QPointer<QWidget>> documentWindows_;
     QTableView* grid_;
     tr::ui::DatasetModel* model_;
     tr::ui::TitleSorter* sorter_ = nullptr;
