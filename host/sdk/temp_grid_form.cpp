@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "common/db/query.h"
+#include "common/persian/amount_cells.h"
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
 
@@ -83,7 +84,14 @@ void TTempGridForm::load() {
         if (source < 0) continue;
         for (int r = 0; r < rowCount(); ++r) {
             auto* item = new QTableWidgetItem;
-            item->setData(Qt::DisplayRole, rows_.rows[r][source]);
+            const QVariant& value = rows_.rows[r][source];
+            // Amounts are doubles: shown as every amount is, never in exponent notation.
+            if (value.typeId() == QMetaType::Double) {
+                item->setData(Qt::DisplayRole, tr::persian::amountCellText(value));
+                item->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+            } else {
+                item->setData(Qt::DisplayRole, value);
+            }
             grid_->setItem(r, c, item);
         }
     }

@@ -88,6 +88,17 @@ TEST_F(PickList, ShowsTheCallersColumnsInOrderWithTheirWidths) {
     EXPECT_EQ(form.grid()->horizontalHeaderItem(4)->text(), "IDX");
 }
 
+// An amount in a list reads as on every screen: grouped, never in exponent form.
+TEST_F(PickList, ShowsAmountsGrouped) {
+    db.rows.columns = {"FixDes", "Koll", "Moein", "Tafsily", "IDX", "Mablagh"};
+    for (auto& row : db.rows.rows) row.push_back(5000000.0);
+    form.setColumns({{"FixDes", QStringLiteral("شرح"), 200}, {"Mablagh", QStringLiteral("مبلغ"), 90}});
+    form.load();
+    EXPECT_EQ(form.grid()->item(0, 1)->text(), QStringLiteral("5,000,000"));
+    runner.chooseRow(0);
+    EXPECT_EQ(form.choose()->value("Mablagh").toDouble(), 5000000.0);  // the value itself is kept
+}
+
 TEST_F(PickList, EscapeAndAnEmptyListAnswerNothing) {
     runner.answerBy([](QDialog& d) {
         QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
