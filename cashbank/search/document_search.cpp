@@ -1,8 +1,11 @@
 #include "cashbank/search/document_search.h"
 
+#include <QSaveFile>
+
 #include "common/db/query_helpers.h"
 #include "common/db/scoped_temp_table.h"
 #include "common/db/sql_literal.h"
+#include "common/text/csv.h"
 #include "common/text/single_line_text.h"
 #include "common/persian/amount.h"
 
@@ -367,6 +370,33 @@ bool DocumentSearch::openRow(int row) {
         openDocument ? openDocument(listed->kind, listed->serial) : std::nullopt;
     if (!opened) tr::dialog::Messages(services_.dialog).show(kNoDocumentMessage, QStringLiteral("1IR"));
     return opened.value_or(false);
+}
+
+bool DocumentSearch::saveCsv(const QString& path) {
+    QStringList fields, titles;
+    for (const QString& field : resultFields()) {
+        const QString title = fieldCaption(field);
+        if (title.isEmpty() || result_.fieldIndex(field) < 0) continue;
+        fields << field;
+        titles << title;
+    }
+    QList<QStringList> rows;
+    for (int row = 0; result_.Active() && row < result_.RecordCount(); ++row) {
+        QStringList values;
+        for (const QString& field : fields) {
+            const QVariant v = result_.value(row, result_.fieldIndex(field));
+            values << (v.isNull() ? QString()
+                       : v.typeId() == QMetaType::Double ? tr::db::sqlNumber(v.toDouble())
+                                                          : v.toString().trimmed());
+        }
+        rows << values;
+    }
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(tr::text::csvFile(titles, rows)) >= 0 && file.commit())
+        return true;
+    tr::dialog::Messages(services_.dialog)
+        .show(QStringLiteral("فايل %1 ذخيره نشد: %2").arg(path, file.errorString()), QStringLiteral("1ER"));
+    return false;
 }
 
 }  // namespace tr::cashbank

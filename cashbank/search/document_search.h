@@ -114,6 +114,11 @@ class DocumentSearch {
     std::function<std::optional<bool>(const QString& kind, const QString& serial)> openDocument;
     static const QString kNoDocumentMessage;
 
+    // Saves the result as shown (its titled columns, in its current order, totals included) as a
+    // CSV file for spreadsheet programs; amounts are plain numbers there. A file that cannot be
+    // written is refused with a message ("1ER"). Whether it was saved.
+    bool saveCsv(const QString& path);
+
   private:
     tr::db::Connection& connection() const { return services_.connection(); }
     QString text(const QString& value) const { return connection().text(value); }

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QFont>
 #include <QHeaderView>
 #include <QLabel>
@@ -187,6 +189,41 @@ TEST_F(SearchForms, ARowOpensItsDocumentInItsScreen) {
     EXPECT_FALSE(form.search().openRow(rowOf(s("10"))));
     ASSERT_EQ(session->dialog.shown().size(), 1);
     EXPECT_EQ(session->dialog.last().text, DocumentSearch::kNoDocumentMessage);
+}
+
+// The result saved as a CSV file opens in a spreadsheet with its Persian text and plain amounts.
+TEST_F(SearchForms, TheResultIsSavedAsACsvFileForSpreadsheets) {
+    Doc a = receipt(1, 1250000);
+    a.description = s("دريافت وجه, نقد");
+    save(a);
+    TCashSearchForm form(session->services);
+    form.fromDate.day->setText(s("1"));
+    form.fromDate.month->setText(s("1"));
+    form.fromDate.year->setText(s("1404"));
+    form.mnuSearchClick();
+    ASSERT_GT(form.model()->rowCount(), 0);
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath(s("نتيجه.csv"));
+    form.askSavePath = [&] { return path; };
+    form.csvAction()->trigger();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    ASSERT_TRUE(bytes.startsWith("\xEF\xBB\xBF"));
+    const QStringList lines = QString::fromUtf8(bytes.mid(3)).split(s("\r\n"), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), form.model()->rowCount() + 1);
+    EXPECT_TRUE(lines[0].contains(s("شرح")));
+    EXPECT_TRUE(lines[0].contains(s("مبلغ")));
+    EXPECT_TRUE(lines[1].contains(s("1250000")));
+    EXPECT_TRUE(lines[1].contains(s("\"دريافت وجه, نقد")));  // quoted: it holds a comma
+    EXPECT_TRUE(lines.last().contains(DocumentSearch::kGrandTotal.trimmed()));
+
+    // A folder that is not there: refused with a message, nothing written.
+    form.askSavePath = [&] { return dir.filePath(s("no/such/folder/x.csv")); };
+    form.csvAction()->trigger();
+    ASSERT_FALSE(session->dialog.shown().isEmpty());
+    EXPECT_EQ(session->dialog.last().code, s("1ER"));
 }
 
 }  // namespace

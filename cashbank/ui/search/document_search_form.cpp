@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QFocusEvent>
 #include <QFont>
 #include <QGridLayout>
@@ -93,6 +94,14 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     connect(searchAction_, &QAction::triggered, this, &DocumentSearchForm::mnuSearchClick);
     QAction* replace = menu->addAction(QStringLiteral("جايگزيني کلمات در شرح اسناد"));
     connect(replace, &QAction::triggered, this, &DocumentSearchForm::mnuReplaceClick);
+    menu->addSeparator();
+    csvAction_ = menu->addAction(QStringLiteral("ذخيره نتيجه در فايل CSV ..."));
+    connect(csvAction_, &QAction::triggered, this, &DocumentSearchForm::saveCsvClick);
+    askSavePath = [this] {
+        return QFileDialog::getSaveFileName(this, QStringLiteral("ذخيره نتيجه جستجو"),
+                                            windowTitle() + QStringLiteral(".csv"),
+                                            QStringLiteral("CSV (*.csv)"));
+    };
 
     auto* title = new QLabel(row.caption, this);
     title->setAlignment(Qt::AlignCenter);
@@ -226,6 +235,11 @@ DocumentSearchForm::~DocumentSearchForm() {
 void DocumentSearchForm::setServices(const tr::Services& services) {
     services_ = services;
     search_->setServices(services);
+}
+
+void DocumentSearchForm::saveCsvClick() {
+    const QString path = askSavePath ? askSavePath() : QString();
+    if (!path.isEmpty()) search_->saveCsv(path);
 }
 
 std::optional<bool> DocumentSearchForm::openInWindow(const QString& kind, const QString& serial) {

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "cashbank/search/document_search.h"
@@ -52,6 +53,11 @@ class DocumentSearchForm : public QWidget {
 
     void mnuSearchClick();
     void mnuReplaceClick();
+    // "ذخيره نتيجه در فايل CSV ...": asks for a file through askSavePath (a file dialog unless
+    // set otherwise) and saves the result there.
+    void saveCsvClick();
+    QAction* csvAction() const { return csvAction_; }
+    std::function<QString()> askSavePath;
 
     // Opens a saved document of `kind` in a window of its screen, one window per kind, kept
     // while this form lives; nothing when no screen here saves the kind. The result's rows open
@@ -75,6 +81,7 @@ class DocumentSearchForm : public QWidget {
     tr::ui::DatasetModel* model_;
     tr::ui::TitleSorter* sorter_ = nullptr;
     QAction* searchAction_;
+    QAction* csvAction_ = nullptr;
 };
 
 class TCashSearchForm : public DocumentSearchForm {
