@@ -166,6 +166,25 @@ TEST_F(FormTest, AReceiptTypedThroughItsWidgetsIsPostedAsAVoucher) {
     EXPECT_FALSE(form->isVisible());
 }
 
+// A cancelled document says so above its lines; undone, the mark goes.
+TEST_F(FormTest, ACancelledDocumentIsMarkedAboveItsLines) {
+    auto* form = dock<TCashGetForm>();
+    CashBankDocument& logic = form->logic();
+    fillHeader(logic, 1000);
+    ASSERT_TRUE(addLine(logic, 1000));
+    ASSERT_TRUE(logic.cmdOkClick());
+    auto* mark = form->widget<QLabel>(QStringLiteral("lblCancelled"));
+    EXPECT_FALSE(mark->isVisible());
+    admin->dialog.answerYes();
+    ASSERT_TRUE(logic.cmdAbtalClick());
+    EXPECT_TRUE(mark->isVisible());
+    EXPECT_EQ(mark->text(), s("(ابطال شده است)"));
+    screenshot(form, QStringLiteral("cash_get_cancelled"));
+    admin->dialog.answerYes();
+    ASSERT_TRUE(logic.cmdAbtalClick());
+    EXPECT_FALSE(mark->isVisible());
+}
+
 // Leaving the date with a day its month does not have brings the message and puts the cursor
 // back in the day box; moving between the date's own boxes does not.
 TEST_F(FormTest, LeavingAnImpossibleDateReturnsToItsBox) {

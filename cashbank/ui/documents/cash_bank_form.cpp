@@ -67,6 +67,12 @@ TCashBankForm::TCashBankForm(const tr::Services& services, ScreenId id, QWidget*
     layout->addWidget(caption_);
     layout->addWidget(buildHeader());
     layout->addWidget(buildLineEditor());
+    // A cancelled document says so above its lines, in the words its print uses.
+    cancelledMark_ = new QLabel(QStringLiteral("(ابطال شده است)"), this);
+    cancelledMark_->setObjectName(QStringLiteral("lblCancelled"));
+    cancelledMark_->setStyleSheet(QStringLiteral("color:#b00020; font-weight:bold;"));
+    cancelledMark_->hide();
+    layout->addWidget(cancelledMark_);
     buildGrid();
     layout->addWidget(grid_, 1);
     // An empty grid says how a line is added.
@@ -629,6 +635,7 @@ void TCashBankForm::showValues() {
     const tr::vouchers::DocumentHeader& h = logic_.header();
     caption_->setText(logic_.caption());
     status_->setText(logic_.statusText());
+    cancelledMark_->setVisible(logic_.cancelled());
     emptyGridHint_->setVisible(logic_.grid().RecordCount() == 0 &&
                                logic_.grid().state() == tr::db::Query::State::Browse);
     setTextKeepingCursor(serial_, h.serial);

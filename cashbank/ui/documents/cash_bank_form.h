@@ -88,7 +88,8 @@ class TCashBankForm : public QWidget {
     ui::ScreenWiring wiring_{logic_, this};  // after logic_: it unhooks before the logic goes
     QLabel* caption_ = nullptr;
     QLabel* status_ = nullptr;
-    QLabel* emptyGridHint_ = nullptr;  // what the last save, cancel, undo or delete did
+    QLabel* emptyGridHint_ = nullptr;
+    QLabel* cancelledMark_ = nullptr;  // what the last save, cancel, undo or delete did
     QLineEdit* serial_ = nullptr;
     QToolButton* spinUp_ = nullptr;
     QToolButton* spinDown_ = nullptr;
