@@ -6,6 +6,7 @@
 
 #include "host/sdk/dlg_msg.h"
 #include "host/sdk/my_date.h"
+#include "host/sdk/qt_translations.h"
 #include "host/sdk/show_state_form.h"
 #include "host/sdk/temp_grid_form.h"
 
@@ -64,6 +65,8 @@ void storeSession(tr::Global* global, tr::sdk::MyDate* myDate, tr::db::MyDatabas
     moduleServices.pickList = tempGridForm;
     moduleServices.progress = showStateForm;
     moduleServices.myDate = myDate;
+    // The module's print previews and file dialogs are Qt's: in Persian, whatever the host loads.
+    tr::sdk::installQtPersianTranslations();
 }
 
 void registerSlot(FormSlot slot, SlotHooks hooks) {

@@ -11,6 +11,7 @@
 #include "host/app/main_window.h"
 #include "host/app/treasury_library.h"
 #include "host/sdk/persian_font.h"
+#include "host/sdk/qt_translations.h"
 
 int main(int argc, char** argv) {
     // Read before the GUI application exists: help and refusals need no display.
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("treasury-host"));
     QApplication::setLayoutDirection(Qt::RightToLeft);
     QApplication::setFont(tr::sdk::persianFont(13));
+    tr::sdk::installQtPersianTranslations();
 
     tr::host::DataDirectory directory(options.data);
     if (directory.demoCreated())
