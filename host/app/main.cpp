@@ -2,6 +2,7 @@
 // (creating the demo company there on first run) and opens libtreasury's screens.
 #include <QApplication>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTimer>
 #include <cstdio>
 
@@ -42,7 +43,11 @@ int main(int argc, char** argv) {
     if (!treasury.load(options.library))
         QMessageBox::warning(nullptr, QStringLiteral("خزانه داري"), treasury.errorString());
     tr::host::MainWindow window(session, treasury);
-    window.show();
+    // The desk uses the whole screen, as the suite's own window does; without a window manager
+    // to maximize it, it takes the screen's free area itself.
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        window.setGeometry(screen->availableGeometry());
+    window.showMaximized();
     if (!options.screen.isEmpty() && !window.openScreen(options.screen))
         std::fprintf(stderr, "treasury-host: no screen of the loaded library is titled %s\n",
                      qPrintable(options.screen));

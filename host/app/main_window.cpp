@@ -31,6 +31,7 @@ MainWindow::MainWindow(HostSession& session, TreasuryLibrary& library, QWidget* 
 
     tree_->setObjectName(QStringLiteral("screenTree"));
     tree_->setHeaderLabel(QStringLiteral("صفحه هاي خزانه داري"));
+    tree_->header()->setDefaultAlignment(Qt::AlignCenter);  // clear of the window's edge
     tree_->setMinimumWidth(220);
     // Not "pnlContent": a receipt docked into a container of that name settles an invoice.
     content_->setObjectName(QStringLiteral("pnlScreens"));
