@@ -67,10 +67,15 @@ QLabel* caption(const QString& text, QWidget* owner) {
 
 }  // namespace
 
-DocumentSearchForm::DateEdits DocumentSearchForm::dateEdits(QWidget* owner) {
-    return {digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
-            digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
-            digitsBox(owner, 50, QStringLiteral("\\d{0,4}"))};
+// `name` gives the boxes their names: edFromDay, edFromMonth, edFromYear and the like.
+DocumentSearchForm::DateEdits DocumentSearchForm::dateEdits(QWidget* owner, const QString& name) {
+    DateEdits d{digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
+                digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
+                digitsBox(owner, 50, QStringLiteral("\\d{0,4}"))};
+    d.day->setObjectName(QStringLiteral("ed%1Day").arg(name));
+    d.month->setObjectName(QStringLiteral("ed%1Month").arg(name));
+    d.year->setObjectName(QStringLiteral("ed%1Year").arg(name));
+    return d;
 }
 
 DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamily family,
@@ -135,8 +140,8 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     grid->addWidget(toCode, 0, 6);
     grid->addWidget(toName, 0, 7, 1, 3);
 
-    fromDate = dateEdits(filters);
-    toDate = dateEdits(filters);
+    fromDate = dateEdits(filters, QStringLiteral("From"));
+    toDate = dateEdits(filters, QStringLiteral("To"));
     for (const DateEdits* date : {&fromDate, &toDate})
         for (QLineEdit* box : {date->day, date->month, date->year}) box->installEventFilter(this);
     const auto addDate = [&](const QString& text, const DateEdits& date, int column) {

@@ -72,7 +72,7 @@ class DocumentSearchForm : public QWidget {
     // After a refused date: focus on the box at fault.
     void focusDateFault();
     void resultOpened();
-    DateEdits dateEdits(QWidget* owner);
+    DateEdits dateEdits(QWidget* owner, const QString& name);
 
     tr::Services services_;  // the document windows keep a reference to it
     std::unique_ptr<DocumentSearch> search_;
