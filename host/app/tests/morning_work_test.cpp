@@ -10,6 +10,10 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QProcess>
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -164,6 +168,29 @@ TEST_F(MorningAtTheDesk, AReceiptFromTheTreeToTheSearchAndBack) {
     type(form, "edAtfCh", QStringLiteral("89"));
     QTest::mouseClick(form->findChild<QPushButton*>(QStringLiteral("cmdOk")), Qt::LeftButton);
     EXPECT_TRUE(status(form).startsWith(QStringLiteral("سريال 1 اصلاح شد"))) << lastMessage().toStdString();
+
+    // Confirmed and printed: the preview's printer is sent to a PDF, whose text is read back.
+    const QString pdf = dir.filePath(QStringLiteral("receipt.pdf"));
+    runner.answerBy([&pdf](QDialog& d) {
+        auto* preview = qobject_cast<QPrintPreviewDialog*>(&d);
+        if (!preview) return;
+        preview->printer()->setOutputFormat(QPrinter::PdfFormat);
+        preview->printer()->setOutputFileName(pdf);
+        preview->findChild<QPrintPreviewWidget*>()->print();
+    });
+    QTest::mouseClick(form->findChild<QPushButton*>(QStringLiteral("cmdOkPrint")), Qt::LeftButton);
+    QProcess pdftotext;
+    pdftotext.start(QStringLiteral("pdftotext"), {QStringLiteral("-enc"), QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
+    ASSERT_TRUE(pdftotext.waitForFinished(30000));
+    // The PDF holds shaped letters, Arabic-Indic digits and direction marks: read as plain text.
+    QString printed;
+    for (const QChar c : QString::fromUtf8(pdftotext.readAllStandardOutput()).normalized(QString::NormalizationForm_KC)) {
+        if ((c >= QChar(0x202A) && c <= QChar(0x202E)) || c == QChar(0x200E) || c == QChar(0x200F)) continue;
+        printed += c.isDigit() ? QChar(u'0' + c.digitValue()) : c;
+    }
+    EXPECT_TRUE(printed.contains(QStringLiteral("3,000,000"))) << printed.toStdString();
+    EXPECT_TRUE(printed.contains(QStringLiteral("1404/03/31"))) << printed.toStdString();
+    EXPECT_TRUE(printed.contains(QStringLiteral("سهم شریک"))) << printed.toStdString();
 
     // Cancelled and the cancellation undone, each after its question.
     auto* cancel = form->findChild<QPushButton*>(QStringLiteral("cmdAbtal"));
