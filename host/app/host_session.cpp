@@ -74,6 +74,7 @@ QString DataDirectory::rights(int userId, const QString& code, const QString& ye
 
 HostSession::HostSession(DataDirectory& data, const User& user, const CompanyYear& company)
     : company_(company),
+      userDisplayName_(user.fullName.trimmed().isEmpty() ? user.name : user.fullName.trimmed()),
       connection_(
           data.engine().open(QStringLiteral("Corvask_%1_%2").arg(company.code, company.year))),
       commandQuery_(std::make_unique<tr::db::Query>(connection_.get())),

@@ -64,6 +64,8 @@ class HostSession {
     HostSession& operator=(const HostSession&) = delete;
 
     const CompanyYear& company() const { return company_; }
+    // The user as people call them: the full name when the suite knows one, else the login.
+    const QString& userDisplayName() const { return userDisplayName_; }
     tr::Global& global() { return global_; }
     tr::sdk::MyDate& myDate() { return myDate_; }
     tr::db::MyDatabase& myDatabase() { return myDatabase_; }
@@ -73,6 +75,7 @@ class HostSession {
 
   private:
     CompanyYear company_;
+    QString userDisplayName_;
     std::unique_ptr<tr::engine::SqliteConnection> connection_;
     std::unique_ptr<tr::db::Query> commandQuery_;
     tr::db::MyDatabase myDatabase_;

@@ -72,7 +72,7 @@ MainWindow::MainWindow(HostSession& session, TreasuryLibrary& library, QWidget* 
     const auto& g = session.global();
     for (const QString& text :
          {QStringLiteral("شرکت: %1").arg(session.company().name),
-          QStringLiteral("سال مالي: %1").arg(g.sYear), QStringLiteral("كاربر: %1").arg(g.userName)})
+          QStringLiteral("سال مالي: %1").arg(g.sYear), QStringLiteral("كاربر: %1").arg(session.userDisplayName())})
         statusBar()->addPermanentWidget(new QLabel(text));
     if (!library_.isLoaded())
         statusBar()->showMessage(QStringLiteral("كتابخانه خزانه داري بارگذاري نشد"));

@@ -100,7 +100,9 @@ TEST_F(HostApp, AScreenOpenedFromTheTreeIsDockedMaximizedInTheContentArea) {
     for (auto* label : window.statusBar()->findChildren<QLabel*>()) status << label->text();
     EXPECT_TRUE(status.join('|').contains(QStringLiteral("1404")))
         << status.join('|').toStdString();
-    EXPECT_TRUE(status.join('|').contains(QStringLiteral("admin")));
+    // The user as people call them, not the login.
+    EXPECT_TRUE(status.join('|').contains(QStringLiteral("مدير سيستم"))) << status.join('|').toStdString();
+    EXPECT_FALSE(status.join('|').contains(QStringLiteral("admin")));
 
     QWidget* form = openFromTree(window, kFixDes);
     ASSERT_NE(form, nullptr);
