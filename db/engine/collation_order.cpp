@@ -6,16 +6,11 @@
 
 #include "common/db/database_error.h"
 #include "common/text/tsql_collation.h"
+#include "db/engine/sql_identifiers.h"
 
 namespace tr::engine {
 
 namespace {
-
-QString quoted(const QString& name) {
-    QString n = name;
-    n.replace(QLatin1Char('"'), QLatin1String("\"\""));
-    return QLatin1Char('"') + n + QLatin1Char('"');
-}
 
 void run(sqlite3* db, const QString& sql) {
     char* error = nullptr;
@@ -43,7 +38,7 @@ QStringList column(sqlite3* db, const QString& sql) {
 }
 
 int stampedOrder(sqlite3* db, const QString& schema) {
-    return column(db, QStringLiteral("PRAGMA %1.user_version").arg(quoted(schema)))
+    return column(db, QStringLiteral("PRAGMA %1.user_version").arg(quoteIdent(schema)))
         .value(0)
         .toInt();
 }
@@ -53,7 +48,7 @@ QStringList indexesOnTsqlText(sqlite3* db, const QString& schema) {
     QStringList found;
     const QStringList indexes =
         column(db, QStringLiteral("SELECT name FROM %1.sqlite_master WHERE type = 'index'")
-                       .arg(quoted(schema)));
+                       .arg(quoteIdent(schema)));
     for (const QString& index : indexes) {
         const QStringList collations = column(
             db, QStringLiteral("SELECT coll FROM pragma_index_xinfo(%1, %2) WHERE key = 1")
@@ -78,9 +73,9 @@ void bringCollationOrderUpToDate(sqlite3* db, const QString& schema) {
         // Another connection may have done it while this one waited for the write lock.
         if (stampedOrder(db, schema) < tr::text::kTsqlCollationVersion) {
             for (const QString& index : indexesOnTsqlText(db, schema))
-                run(db, QStringLiteral("REINDEX %1.%2").arg(quoted(schema), quoted(index)));
+                run(db, QStringLiteral("REINDEX %1.%2").arg(quoteIdent(schema), quoteIdent(index)));
             run(db, QStringLiteral("PRAGMA %1.user_version = %2")
-                        .arg(quoted(schema))
+                        .arg(quoteIdent(schema))
                         .arg(tr::text::kTsqlCollationVersion));
         }
         if (own) run(db, QStringLiteral("COMMIT"));

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "db/engine/limits.h"
+#include "db/engine/sql_identifiers.h"
 
 namespace tr::engine {
 
@@ -17,12 +18,6 @@ namespace {
 
 // Distinct key prefixes counted by seeking through an index, at most this many seeks each.
 constexpr int kMaxPrefixSeeks = 512;
-
-QByteArray quoted(const QByteArray& name) {
-    QByteArray n = name;
-    n.replace('"', "\"\"");
-    return '"' + n + '"';
-}
 
 // Runs `sql` and hands each row to `row`; false when it could not be prepared or stepped.
 template <typename F>
@@ -48,11 +43,43 @@ QByteArray textAt(sqlite3_stmt* s, int column) {
 // between are counted. Nothing for a table without row keys.
 std::optional<qint64> rowKeyRows(sqlite3* db, const QByteArray& schema, const QByteArray& table) {
     qint64 ends[2] = {0, 0};
-    const QByteArray from = " FROM " + schema + '.' + quoted(table);
+    const QByteArray from = " FROM " + schema + '.' + quoteIdent(table);
     if (!eachRow(db, "SELECT max(rowid)" + from, [&](sqlite3_stmt* s) { ends[1] = sqlite3_column_int64(s, 0); }) ||
         !eachRow(db, "SELECT min(rowid)" + from, [&](sqlite3_stmt* s) { ends[0] = sqlite3_column_int64(s, 0); }))
         return std::nullopt;
     return ends[1] == 0 ? 0 : ends[1] - ends[0] + 1;
+}
+
+// Each table's rows by rowKeyRows, lower-case name to count; tables without row keys absent.
+using TableRows = QHash<QByteArray, qint64>;
+
+TableRows tableRows(sqlite3* db, const QByteArray& schema, bool& haveStatistics) {
+    TableRows rows;
+    std::vector<QByteArray> tables;
+    haveStatistics = false;
+    eachRow(db, "SELECT name FROM " + schema + ".sqlite_master WHERE type = 'table'", [&](sqlite3_stmt* s) {
+        const QByteArray name = textAt(s, 0);
+        if (name == "sqlite_stat1") haveStatistics = true;
+        else if (!name.startsWith("sqlite_")) tables.push_back(name);
+    });
+    for (const QByteArray& table : tables)
+        if (const std::optional<qint64> n = rowKeyRows(db, schema, table)) rows.insert(table.toLower(), *n);
+    return rows;
+}
+
+// Whether any table is stale: none recorded while the table holds at least 100 rows, or fewer
+// than half the rows it holds now.
+bool anyStale(sqlite3* db, const QByteArray& schema, const TableRows& rows, bool haveStatistics) {
+    // The first figure of a table's statistics is the rows it had (the table's own line, or
+    // each index's, which count the same rows).
+    QHash<QByteArray, qint64> recorded;
+    if (haveStatistics) {
+        eachRow(db, "SELECT tbl, max(CAST(stat AS INTEGER)) FROM " + schema + ".sqlite_stat1 GROUP BY tbl",
+                [&](sqlite3_stmt* s) { recorded.insert(textAt(s, 0).toLower(), sqlite3_column_int64(s, 1)); });
+    }
+    for (auto it = rows.cbegin(); it != rows.cend(); ++it)
+        if (it.value() >= 100 && it.value() > 2 * recorded.value(it.key(), 0)) return true;
+    return false;
 }
 
 // Counts the distinct values of an index's first columns by seeking from one value to the next,
@@ -63,8 +90,8 @@ public:
     PrefixCounter(sqlite3* db, const QByteArray& schema, const QByteArray& table, const QList<QByteArray>& columns) {
         QByteArray equal;
         for (int j = 0; j < columns.size(); ++j) {
-            const QByteArray c = quoted(columns[j]);
-            const QByteArray head = "SELECT min(" + c + ") FROM " + schema + '.' + quoted(table) + " WHERE " + equal;
+            const QByteArray c = quoteIdent(columns[j]);
+            const QByteArray head = "SELECT min(" + c + ") FROM " + schema + '.' + quoteIdent(table) + " WHERE " + equal;
             sqlite3_stmt* first = nullptr;
             sqlite3_stmt* next = nullptr;
             sqlite3_prepare_v2(db, head + c + " IS NOT NULL", -1, &first, nullptr);
@@ -132,24 +159,23 @@ private:
 // prefix, it records the sample's size as the rows per prefix, so a column of a few values over
 // millions of rows looks selective (the cash box of a voucher line, say) and the planner starts
 // a search from it. Such figures, and the rows, are replaced by counts taken from the indexes.
-void correctSampledFigures(sqlite3* db, const QByteArray& schema) {
+void correctSampledFigures(sqlite3* db, const QByteArray& schema, const TableRows& rows) {
     struct Line {
         QByteArray table, index, stat;
     };
     std::vector<Line> lines;
     eachRow(db, "SELECT tbl, idx, stat FROM " + schema + ".sqlite_stat1",
             [&](sqlite3_stmt* s) { lines.push_back({textAt(s, 0), textAt(s, 1), textAt(s, 2)}); });
-    QHash<QByteArray, std::optional<qint64>> rows;
     for (Line& line : lines) {
-        if (!rows.contains(line.table)) rows.insert(line.table, rowKeyRows(db, schema, line.table));
-        const std::optional<qint64> n = rows.value(line.table);
+        const auto found = rows.constFind(line.table.toLower());
         QList<QByteArray> figures = line.stat.split(' ');
-        if (!n || *n <= 0 || figures.isEmpty()) continue;
+        if (found == rows.cend() || found.value() <= 0 || figures.isEmpty()) continue;
+        const std::optional<qint64> n = found.value();
         figures[0] = QByteArray::number(*n);
         if (!line.index.isEmpty()) {
             QList<QByteArray> columns;
             bool plain = true;
-            eachRow(db, "PRAGMA " + schema + ".index_info(" + quoted(line.index) + ")", [&](sqlite3_stmt* s) {
+            eachRow(db, "PRAGMA " + schema + ".index_info(" + quoteIdent(line.index) + ")", [&](sqlite3_stmt* s) {
                 if (sqlite3_column_int(s, 1) < 0) plain = false;  // an expression, not a column
                 columns << textAt(s, 2);
             });
@@ -188,42 +214,18 @@ void correctSampledFigures(sqlite3* db, const QByteArray& schema) {
 
 }  // namespace
 
-int staleStatisticsTables(sqlite3* db, const char* schemaName) {
-    const QByteArray schema = quoted(schemaName);
-    std::vector<QByteArray> tables;
-    bool haveStatistics = false;
-    eachRow(db, "SELECT name FROM " + schema + ".sqlite_master WHERE type = 'table'", [&](sqlite3_stmt* s) {
-        const QByteArray name = textAt(s, 0);
-        if (name == "sqlite_stat1") haveStatistics = true;
-        else if (!name.startsWith("sqlite_")) tables.push_back(name);
-    });
-    // The first figure of a table's statistics is the rows it had (the table's own line, or
-    // each index's, which count the same rows).
-    QHash<QByteArray, qint64> recorded;
-    if (haveStatistics) {
-        eachRow(db, "SELECT tbl, max(CAST(stat AS INTEGER)) FROM " + schema + ".sqlite_stat1 GROUP BY tbl",
-                [&](sqlite3_stmt* s) { recorded.insert(textAt(s, 0).toLower(), sqlite3_column_int64(s, 1)); });
-    }
-    int stale = 0;
-    for (const QByteArray& table : tables) {
-        const std::optional<qint64> rows = rowKeyRows(db, schema, table);
-        if (!rows) continue;  // a table without row keys: left to the planner's defaults
-        const qint64 known = recorded.value(table.toLower(), 0);
-        if (*rows >= 100 && *rows > 2 * known) ++stale;
-    }
-    return stale;
-}
-
 bool refreshStaleStatistics(sqlite3* db, const char* schemaName) {
-    if (staleStatisticsTables(db, schemaName) == 0) return false;
+    const QByteArray schema = quoteIdent(QByteArray(schemaName));
+    bool haveStatistics = false;
+    const TableRows rows = tableRows(db, schema, haveStatistics);
+    if (!anyStale(db, schema, rows, haveStatistics)) return false;
     // Another connection's write would hold the analysis up for the whole busy timeout.
     sqlite3_busy_timeout(db, 0);
     const QByteArray limit = "PRAGMA analysis_limit=" + QByteArray::number(kAnalysisRows);
     sqlite3_exec(db, limit.constData(), nullptr, nullptr, nullptr);
-    const QByteArray schema = quoted(schemaName);
     const bool done = sqlite3_exec(db, "ANALYZE " + schema, nullptr, nullptr, nullptr) == SQLITE_OK;
     sqlite3_exec(db, "PRAGMA analysis_limit=0", nullptr, nullptr, nullptr);
-    if (done) correctSampledFigures(db, schema);
+    if (done) correctSampledFigures(db, schema, rows);
     sqlite3_busy_timeout(db, kBusyTimeoutMs);
     return done;
 }

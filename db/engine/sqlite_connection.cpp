@@ -14,6 +14,7 @@
 #include "db/engine/literal_parameters.h"
 #include "db/engine/parser.h"
 #include "db/engine/planner_statistics.h"
+#include "db/engine/sql_identifiers.h"
 #include "db/engine/sqlite_functions.h"
 
 namespace tr::engine {
@@ -73,12 +74,6 @@ QString errorMessage(sqlite3* db) {
     return message;
 }
 
-QString quoteIdent(const QString& name) {
-    QString n = name;
-    n.replace(QLatin1Char('"'), QLatin1String("\"\""));
-    return QLatin1Char('"') + n + QLatin1Char('"');
-}
-
 }  // namespace
 
 SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
@@ -119,13 +114,9 @@ SqliteConnection::SqliteConnection(Engine& engine, const QString& databaseName)
 SqliteConnection::~SqliteConnection() {
     finalizeStatements();
     if (!db_) return;
-    // Keeps the planner's statistics fresh where the connection's queries showed they are stale,
-    // from a sample as bounded as the engine's own refresh.
-    if (depth_ == 0) {
-        const QByteArray limit = "PRAGMA analysis_limit=" + QByteArray::number(kAnalysisRows);
-        sqlite3_exec(db_, limit.constData(), nullptr, nullptr, nullptr);
-        sqlite3_exec(db_, "PRAGMA optimize", nullptr, nullptr, nullptr);
-    }
+    // Keeps the planner's statistics fresh where the connection's writes outgrew them. SQLite's
+    // own PRAGMA optimize would analyse from an uncorrected sample and undo the counted figures.
+    if (depth_ == 0) refreshStaleStatistics(db_, "main");
     sqlite3_close(db_);
 }
 

@@ -7,6 +7,7 @@
 #include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
 #include "db/engine/limits.h"
+#include "db/engine/sql_identifiers.h"
 
 namespace tr::engine {
 
@@ -33,12 +34,6 @@ SqlType typeOfDeclaration(const QString& declaredType) {
 namespace {
 
 bool isNumeric(SqlType t) { return t == SqlType::Integer || t == SqlType::Real; }
-
-QString quoteIdent(const QString& name) {
-    QString n = name;
-    n.replace(QLatin1Char('"'), QLatin1String("\"\""));
-    return QLatin1Char('"') + n + QLatin1Char('"');
-}
 
 QString quoteText(const QString& value) {
     QString v = value;
@@ -495,13 +490,12 @@ public:
             left += QStringLiteral(" COLLATE TSQL");
         }
         const QString sql = left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r);
+        QString key;
         if (op == QLatin1String("=")) {
-            if (const QString key = rowKeyLookup(*le, r, scope); !key.isEmpty())
-                return make(sql + QStringLiteral(" AND ") + key, SqlType::Integer);
-            if (const QString key = rowKeyLookup(*re, l, scope); !key.isEmpty())
-                return make(sql + QStringLiteral(" AND ") + key, SqlType::Integer);
+            key = rowKeyLookup(*le, r, scope);
+            if (key.isEmpty()) key = rowKeyLookup(*re, l, scope);
         }
-        return make(sql, SqlType::Integer);
+        return make(key.isEmpty() ? sql : sql + QStringLiteral(" AND ") + key, SqlType::Integer);
     }
 
     // `Cast(<Identity column> As Varchar(n)) = <text>` can only be looked up from the text's side
