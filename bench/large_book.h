@@ -57,15 +57,23 @@ class SilentDialog : public tr::dialog::MessageDialog {
     }
 };
 
+// A connection to the demo company through `engine`, its flushes lowered to `sync`.
+inline std::unique_ptr<tr::engine::SqliteConnection> openCompanyAt(tr::engine::Engine& engine, Sync sync) {
+    lastOpened = nullptr;
+    auto c = tr::bench::openDemoCompany(engine);
+    if (lastOpened) sqlite3_exec(lastOpened, pragmaOf(sync), nullptr, nullptr, nullptr);
+    return c;
+}
+
 struct LargeBook {
     std::unique_ptr<tr::engine::Engine> engine;
+    QString dir;
     QString file;
     qint64 documents = 0;
 
     LargeBook() {
         sqlite3_auto_extension(reinterpret_cast<void (*)()>(&rememberHandle));
-        const QString dir =
-            qEnvironmentVariable("TR_BENCH_BOOK_DIR", QStringLiteral(TR_BENCH_BOOK_DIR));
+        dir = qEnvironmentVariable("TR_BENCH_BOOK_DIR", QStringLiteral(TR_BENCH_BOOK_DIR));
         const qint64 target =
             qEnvironmentVariable("TR_BENCH_BOOK_DOCUMENTS", QStringLiteral("1000000")).toLongLong();
         engine = tr::bench::openDemoEngine(dir);
@@ -89,12 +97,7 @@ struct LargeBook {
         std::fprintf(stderr, "book: %lld documents\n", static_cast<long long>(documents));
     }
 
-    std::unique_ptr<tr::engine::SqliteConnection> open(Sync sync) {
-        lastOpened = nullptr;
-        auto c = tr::bench::openDemoCompany(*engine);
-        if (lastOpened) sqlite3_exec(lastOpened, pragmaOf(sync), nullptr, nullptr, nullptr);
-        return c;
-    }
+    std::unique_ptr<tr::engine::SqliteConnection> open(Sync sync) { return openCompanyAt(*engine, sync); }
 };
 
 inline LargeBook& book() {

@@ -44,12 +44,9 @@ std::unique_ptr<tr::engine::SqliteConnection> openBook(Statistics statistics, st
     }
     QElapsedTimer clock;
     clock.start();
-    engine = tr::bench::openDemoEngine(qEnvironmentVariable("TR_BENCH_BOOK_DIR", QStringLiteral(TR_BENCH_BOOK_DIR)));
-    tr::bench::lastOpened = nullptr;
-    auto c = tr::bench::openDemoCompany(*engine);
+    engine = tr::bench::openDemoEngine(book().dir);
+    auto c = tr::bench::openCompanyAt(*engine, Sync::Full);
     openMs = clock.nsecsElapsed() / 1e6;
-    if (tr::bench::lastOpened)
-        sqlite3_exec(tr::bench::lastOpened, tr::bench::pragmaOf(Sync::Full), nullptr, nullptr, nullptr);
     return c;
 }
 

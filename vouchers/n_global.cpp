@@ -400,7 +400,7 @@ bool N_Global::openDocument(const QString& serialText, const std::function<void(
     state_ = DocumentState::Edit;
     cancelled_ = cancelled;
     bookVersion_ = version;
-    captionSuffix_ = cancelled_ ? QStringLiteral("(ابطال شده است)") : QString();
+    captionSuffix_ = cancelled_ ? kCancelledMark : QString();
     focus_ = HeaderField::None;
     if (opened) opened(*this);
     markUnmodified();
@@ -693,7 +693,7 @@ bool N_Global::cancelDocument() {
     const std::optional<bool> cancelled = runAndRecheckCancelled(DocumentAction::Cancel);
     if (!cancelled) return false;
     cancelled_ = *cancelled;
-    if (cancelled_) captionSuffix_ = QStringLiteral("(ابطال شده است)");
+    if (cancelled_) captionSuffix_ = kCancelledMark;
     return cancelled_;
 }
 

@@ -86,8 +86,10 @@ class N_Global {
 
     // "ثبت " or "اصلاح ".
     QString stateCaption() const;
-    // "(ابطال شده است)", "(به روزآوري شده است)" or empty.
+    // kCancelledMark, "(به روزآوري شده است)" or empty.
     const QString& captionSuffix() const { return captionSuffix_; }
+    // How a cancelled document is marked: after the caption, above the lines and on the print.
+    static inline const QString kCancelledMark = QStringLiteral("(ابطال شده است)");
     QString caption() const { return stateCaption() + kind_.title + captionSuffix_; }
 
     // Length of the screen's description box; the serial appended on saving stays inside it.

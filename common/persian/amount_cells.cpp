@@ -29,4 +29,8 @@ QString amountCellText(const QVariant& value) {
     return formatAmount(value.toDouble());
 }
 
+QVariant cellDisplay(const QVariant& value) {
+    return value.typeId() == QMetaType::Double ? QVariant(amountCellText(value)) : value;
+}
+
 }  // namespace tr::persian

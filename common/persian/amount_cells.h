@@ -16,5 +16,8 @@ QString readAmountCells(tr::db::Query& row, const QStringList& fields,
 
 // What an amount cell shows: its value formatted, a refused text as typed, nothing for null.
 QString amountCellText(const QVariant& value);
+// What any grid or list cell shows of a value: amounts (doubles) as every amount is shown, never
+// in exponent notation; other values as they are.
+QVariant cellDisplay(const QVariant& value);
 
 }  // namespace tr::persian

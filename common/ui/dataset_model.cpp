@@ -148,9 +148,7 @@ QVariant DatasetModel::data(const QModelIndex& index, int role) const {
     const auto format = formats_.constFind(key(columns_[index.column()]));
     if (format != formats_.constEnd() && *format) return (*format)(value);
     if (value.isNull()) return QString();
-    // Amounts are doubles: shown as every amount is, never in exponent notation.
-    if (value.typeId() == QMetaType::Double) return tr::persian::amountCellText(value);
-    return value;
+    return tr::persian::cellDisplay(value);
 }
 
 QVariant DatasetModel::headerData(int section, Qt::Orientation orientation, int role) const {

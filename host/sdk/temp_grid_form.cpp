@@ -85,13 +85,8 @@ void TTempGridForm::load() {
         for (int r = 0; r < rowCount(); ++r) {
             auto* item = new QTableWidgetItem;
             const QVariant& value = rows_.rows[r][source];
-            // Amounts are doubles: shown as every amount is, never in exponent notation.
-            if (value.typeId() == QMetaType::Double) {
-                item->setData(Qt::DisplayRole, tr::persian::amountCellText(value));
-                item->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-            } else {
-                item->setData(Qt::DisplayRole, value);
-            }
+            item->setData(Qt::DisplayRole, tr::persian::cellDisplay(value));
+            if (value.typeId() == QMetaType::Double) item->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
             grid_->setItem(r, c, item);
         }
     }

@@ -27,7 +27,18 @@ QString s(const char* text) {
     return QString::fromUtf8(text);
 }
 
-class SearchForms : public SearchTest {};
+class SearchForms : public SearchTest {
+  protected:
+    // A shown cash search from the start of 1404, as the user fills its first date.
+    static void showFromYearStart(TCashSearchForm& form) {
+        form.resize(1100, 560);
+        form.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+        form.fromDate.day->setText(QStringLiteral("1"));
+        form.fromDate.month->setText(QStringLiteral("1"));
+        form.fromDate.year->setText(QStringLiteral("1404"));
+    }
+};
 
 TEST_F(SearchForms, LauncherShowsTheSearchesTheUserMayRunAndOpensThem) {
     session->global.rights =
@@ -92,12 +103,7 @@ TEST_F(SearchForms, CashSearchShowsSubtotalsApartAndSortsThemLast) {
     cancel(s("10"), 2, s("2"));
 
     TCashSearchForm form(session->services);
-    form.resize(1100, 560);
-    form.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
-    form.fromDate.day->setText(s("1"));
-    form.fromDate.month->setText(s("1"));
-    form.fromDate.year->setText(s("1404"));
+    showFromYearStart(form);
     form.fromCode->setText(s("1"));
     emit form.fromCode->editingFinished();
     EXPECT_EQ(form.fromName->text(), s("صندوق مرکزي"));
@@ -145,12 +151,7 @@ TEST_F(SearchForms, ARowOpensItsDocumentInItsScreen) {
     session->global.rights = tr::fullRights({s("N_A_CASHGET_"), s("N_A_CASHPAY_")});
 
     TCashSearchForm form(session->services);
-    form.resize(1100, 560);
-    form.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
-    form.fromDate.day->setText(s("1"));
-    form.fromDate.month->setText(s("1"));
-    form.fromDate.year->setText(s("1404"));
+    showFromYearStart(form);
     form.mnuSearchClick();
     tr::ui::DatasetModel* model = form.model();
     const int serial = model->fieldColumn(s("Serial")), kind = model->fieldColumn(s("WhatDoc"));
@@ -197,9 +198,7 @@ TEST_F(SearchForms, TheResultIsSavedAsACsvFileForSpreadsheets) {
     a.description = s("دريافت وجه, نقد");
     save(a);
     TCashSearchForm form(session->services);
-    form.fromDate.day->setText(s("1"));
-    form.fromDate.month->setText(s("1"));
-    form.fromDate.year->setText(s("1404"));
+    showFromYearStart(form);
     form.mnuSearchClick();
     ASSERT_GT(form.model()->rowCount(), 0);
 

@@ -68,7 +68,7 @@ TCashBankForm::TCashBankForm(const tr::Services& services, ScreenId id, QWidget*
     layout->addWidget(buildHeader());
     layout->addWidget(buildLineEditor());
     // A cancelled document says so above its lines, in the words its print uses.
-    cancelledMark_ = new QLabel(QStringLiteral("(ابطال شده است)"), this);
+    cancelledMark_ = new QLabel(tr::vouchers::N_Global::kCancelledMark, this);
     cancelledMark_->setObjectName(QStringLiteral("lblCancelled"));
     cancelledMark_->setStyleSheet(QStringLiteral("color:#b00020; font-weight:bold;"));
     cancelledMark_->hide();
@@ -624,6 +624,9 @@ bool TCashBankForm::confirmLeave() {
 }
 
 bool TCashBankForm::openSerial(const QString& serial) {
+    window()->raise();
+    window()->activateWindow();
+    if (!confirmLeave()) return false;
     const bool opened = guarded([&] { return logic_.openSerial(serial); });
     showValues();
     return opened;

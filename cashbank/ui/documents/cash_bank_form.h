@@ -44,7 +44,8 @@ class TCashBankForm : public QWidget {
     // Unsaved work asks first (save, discard or stay); false: the user stays. Invokable by name,
     // so the host asks every docked screen before it closes.
     Q_INVOKABLE bool confirmLeave();
-    // Opens a saved document of this screen's kind (a search result's row); false when none.
+    // Brings the screen to the front and opens a saved document of its kind (a search result's
+    // row), after the unsaved-work prompt; false when the user stays or there is none.
     bool openSerial(const QString& serial);
 
     CashBankDocument& logic() { return logic_; }
@@ -87,9 +88,9 @@ class TCashBankForm : public QWidget {
     CashBankDocument logic_;
     ui::ScreenWiring wiring_{logic_, this};  // after logic_: it unhooks before the logic goes
     QLabel* caption_ = nullptr;
-    QLabel* status_ = nullptr;
+    QLabel* status_ = nullptr;  // what the last save, cancel, undo or delete did
     QLabel* emptyGridHint_ = nullptr;
-    QLabel* cancelledMark_ = nullptr;  // what the last save, cancel, undo or delete did
+    QLabel* cancelledMark_ = nullptr;
     QLineEdit* serial_ = nullptr;
     QToolButton* spinUp_ = nullptr;
     QToolButton* spinDown_ = nullptr;

@@ -56,11 +56,7 @@ void ScreenWiring::openSearch() {
     auto* form = static_cast<DocumentSearchForm*>(search);
     form->search().openDocument = [this, form](const QString& kind, const QString& serial) -> std::optional<bool> {
         if (kind != logic_.screen().kindCode) return form->openInWindow(kind, serial);
-        auto* screen = static_cast<TCashBankForm*>(form_);
-        if (!screen->confirmLeave()) return false;
-        screen->window()->raise();
-        screen->window()->activateWindow();
-        return screen->openSerial(serial);
+        return static_cast<TCashBankForm*>(form_)->openSerial(serial);
     };
     search->setWindowFlag(Qt::Window);
     search->setAttribute(Qt::WA_DeleteOnClose);

@@ -18,6 +18,7 @@
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
 #include "vouchers/document_kinds.h"
+#include "vouchers/n_global.h"
 
 namespace tr::cashbank::ui {
 
@@ -76,8 +77,8 @@ QString amountWords(double amount) {
 
 QString cancelledMark(const DocumentPrint& d, const QString& style) {
     if (!d.cancelled) return {};
-    return QStringLiteral("<br/><span style=\"") + style +
-           QStringLiteral("\">(ابطال شده است)</span>");
+    return QStringLiteral("<br/><span style=\"") + style + QStringLiteral("\">") +
+           tr::vouchers::N_Global::kCancelledMark + QStringLiteral("</span>");
 }
 
 // Label-value pairs of the header, in reading order; empty values are left out.

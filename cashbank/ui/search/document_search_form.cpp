@@ -234,7 +234,7 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
 
 DocumentSearchForm::~DocumentSearchForm() {
     // The windows hold a reference to services_, which goes before QWidget deletes its children.
-    for (const QPointer<QWidget>& window : std::as_const(documentWindows_)) delete window.data();
+    for (const QPointer<TCashBankForm>& window : std::as_const(documentWindows_)) delete window.data();
 }
 
 void DocumentSearchForm::setServices(const tr::Services& services) {
@@ -252,18 +252,13 @@ std::optional<bool> DocumentSearchForm::openInWindow(const QString& kind, const 
     const auto screen = std::find_if(screens.begin(), screens.end(),
                                      [&](const CashBankScreen& s) { return s.kindCode == kind; });
     if (screen == screens.end()) return std::nullopt;
-    QPointer<QWidget>& window = documentWindows_[kind];
-    if (!window) {
-        auto* form = new TCashBankForm(services_, screen->id, this);
+    QPointer<TCashBankForm>& form = documentWindows_[kind];
+    if (!form) {
+        form = new TCashBankForm(services_, screen->id, this);
         form->setWindowFlag(Qt::Window);
         form->resize(1100, 700);
-        window = form;
     }
-    auto* form = static_cast<TCashBankForm*>(window.data());
     form->show();
-    form->raise();
-    form->activateWindow();
-    if (!form->confirmLeave()) return false;  // the user stays on unsaved work there
     return form->openSerial(serial);
 }
 

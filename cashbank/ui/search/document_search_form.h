@@ -27,6 +27,8 @@ class TitleSorter;
 
 namespace tr::cashbank {
 
+class TCashBankForm;
+
 class DocumentSearchForm : public QWidget {
     Q_OBJECT
   public:
@@ -76,7 +78,7 @@ class DocumentSearchForm : public QWidget {
 
     tr::Services services_;  // the document windows keep a reference to it
     std::unique_ptr<DocumentSearch> search_;
-    QHash<QString, QPointer<QWidget>> documentWindows_;
+    QHash<QString, QPointer<TCashBankForm>> documentWindows_;
     QTableView* grid_;
     tr::ui::DatasetModel* model_;
     tr::ui::TitleSorter* sorter_ = nullptr;
