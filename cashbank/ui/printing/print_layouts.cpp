@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QPageLayout>
 #include <QPageSize>
+#include <QPaintEngine>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QTextBlock>
@@ -13,6 +14,7 @@
 #include <QTextDocument>
 #include <QTextOption>
 
+#include "cashbank/ui/printing/outline_painting.h"
 #include "common/persian/amount.h"
 #include "common/persian/amount_words.h"
 #include "host/sdk/modal_runner.h"
@@ -401,7 +403,11 @@ void renderTo(QTextDocument& document, QPrinter& printer) {
     // Laid out on the printer itself, the page size is the printable area and nothing is scaled.
     document.documentLayout()->setPaintDevice(&printer);
     document.setPageSize(printer.pageRect(QPrinter::DevicePixel).size());
-    document.print(&printer);
+    // The preview's printer records pages as pictures, whose text replays in the wrong order.
+    if (printer.paintEngine() && printer.paintEngine()->type() == QPaintEngine::Picture)
+        paintAsOutlines(document, printer);
+    else
+        document.print(&printer);
 }
 
 namespace {

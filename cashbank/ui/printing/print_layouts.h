@@ -21,7 +21,8 @@ QString voucherHtml(const VoucherPrint& voucher);
 
 // A document ready to lay out on a printer (font, direction, the HTML).
 std::unique_ptr<QTextDocument> printableDocument(const QString& html);
-// Lays the document out on the printer's page and prints every page.
+// Lays the document out on the printer's page and prints every page (in the print preview, with
+// glyphs as outlines so the preview shows what paper and PDF show).
 void renderTo(QTextDocument& document, QPrinter& printer);
 
 // Both answer false when nothing was printed (file not writable, preview closed unseen is fine).
