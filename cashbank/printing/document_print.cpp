@@ -88,18 +88,6 @@ QString treasuryLookup(Connection& c, TreasuryObject object, const QString& code
            c.text(code);
 }
 
-QString companyName(const tr::Services& services) {
-    const tr::Global& g = *services.global;
-    if (g.sCode.trimmed().isEmpty()) return {};
-    Connection& c = services.connection();
-    Query q =
-        openQuery(c, QStringLiteral("Select CompanyNam From CORVASK_Sdc..SDC_Company Where "
-                                    "LTrim(RTrim(sCode)) = ") +
-                         c.text(g.sCode.trimmed()) + QStringLiteral(" And LTrim(RTrim(sYear)) = ") +
-                         c.text(g.sYear.trimmed()));
-    return q.IsEmpty() ? QString() : field(q, "CompanyNam");
-}
-
 QString kindName(Connection& c, const TreasuryDocumentKind& kind) {
     Query q = openQuery(c, QStringLiteral("Select NDocNam From N_AsnadNaghd Where "
                                           "LTrim(RTrim(WhatDoc)) = ") +
@@ -224,6 +212,29 @@ double DocumentPrint::linesTotal() const {
     return total;
 }
 
+QString companyName(const tr::Services& services) {
+    const tr::Global& g = *services.global;
+    if (g.sCode.trimmed().isEmpty()) return {};
+    Connection& c = services.connection();
+    Query q =
+        openQuery(c, QStringLiteral("Select CompanyNam From CORVASK_Sdc..SDC_Company Where "
+                                    "LTrim(RTrim(sCode)) = ") +
+                         c.text(g.sCode.trimmed()) + QStringLiteral(" And LTrim(RTrim(sYear)) = ") +
+                         c.text(g.sYear.trimmed()));
+    return q.IsEmpty() ? QString() : field(q, "CompanyNam");
+}
+
+QString userFullName(const tr::Services& services, const QString& login) {
+    const QString name = login.trimmed();
+    if (name.isEmpty()) return {};
+    Connection& c = services.connection();
+    Query q = openQuery(c, QStringLiteral("Select FullName From CORVASK_Sdc..SDC_User Where "
+                                          "LTrim(RTrim(UserName)) = ") +
+                               c.text(name));
+    const QString full = q.IsEmpty() ? QString() : field(q, "FullName");
+    return full.isEmpty() ? name : full;
+}
+
 std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, const QString& kind,
                                                const QString& serial) {
     Connection& c = services.connection();
@@ -239,6 +250,7 @@ std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, con
     d.serial = *s;
     d.companyName = companyName(services);
     d.userName = h->user.isEmpty() ? services.global->userName : h->user;
+    d.userFullName = userFullName(services, d.userName);
     d.voucherNo = h->voucherNo;
     d.reference = h->reference;
     d.part = h->part;
@@ -265,6 +277,7 @@ DocumentPrint emptyDocumentPrint(const tr::Services& services, const QString& ki
         d.kindName = kindName(services.connection(), *k);
     d.companyName = companyName(services);
     d.userName = services.global->userName;
+    d.userFullName = userFullName(services, d.userName);
     return d;
 }
 
@@ -378,6 +391,7 @@ std::optional<VoucherPrint> loadVoucherPrint(const tr::Services& services, const
     v.date = h->date;
     v.companyName = companyName(services);
     v.userName = h->user.isEmpty() ? services.global->userName : h->user;
+    v.userFullName = userFullName(services, v.userName);
     Query q = openQuery(c, QStringLiteral("Select A.Raj, A.Koll, A.Moein, A.Tafsily, A.Tafsily2, "
                                           "A.ProjectCod, A.Des, A.Bed, A.Bes") +
                                kAccountNames + QStringLiteral(" From Asnad As A") + kAccountJoins +

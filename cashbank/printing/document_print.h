@@ -29,7 +29,8 @@ struct DocumentPrint {
     QString treasuryName;   // CashNam
     QString serial;         // SerialNoCash
     QString companyName;    // CompanyNam
-    QString userName;       // UserNam: who saved the document
+    QString userName;       // UserNam: who saved the document (the login)
+    QString userFullName;   // printed: that user as people call them
     qint64 voucherNo = 0;   // SanadNo
     QString reference;      // NumWhatDoc2: the reference number typed in the header (AtfCh)
     QString part;           // the bank forms' part number (Joz); printed, not a column
@@ -43,6 +44,11 @@ struct DocumentPrint {
 
     double linesTotal() const;
 };
+
+// The company of the session's company year, as the suite names it ("" when unknown).
+QString companyName(const tr::Services& services);
+// A user as people call them: the suite's full name for `login`, else the login itself.
+QString userFullName(const tr::Services& services, const QString& login);
 
 // Null when the kind is not a cash or bank kind or no document has that serial.
 std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, const QString& kind,
@@ -82,6 +88,7 @@ struct VoucherPrint {
     QString date;
     QString companyName;
     QString userName;
+    QString userFullName;
     std::vector<VoucherPrintLine> lines;
 
     double totalBed() const;

@@ -372,27 +372,39 @@ bool DocumentSearch::openRow(int row) {
     return opened.value_or(false);
 }
 
-bool DocumentSearch::saveCsv(const QString& path) {
-    QStringList fields, titles;
+DocumentSearch::ShownResult DocumentSearch::shownResult() {
+    ShownResult shown;
     for (const QString& field : resultFields()) {
         const QString title = fieldCaption(field);
         if (title.isEmpty() || result_.fieldIndex(field) < 0) continue;
-        fields << field;
-        titles << title;
+        shown.fields << field;
+        shown.titles << title;
     }
-    QList<QStringList> rows;
+    const int order = result_.fieldIndex(QStringLiteral("sOrder"));
     for (int row = 0; result_.Active() && row < result_.RecordCount(); ++row) {
-        QStringList values;
-        for (const QString& field : fields) {
-            const QVariant v = result_.value(row, result_.fieldIndex(field));
-            values << (v.isNull() ? QString()
-                       : v.typeId() == QMetaType::Double ? tr::db::sqlNumber(v.toDouble())
-                                                          : v.toString().trimmed());
+        QVariantList values;
+        for (const QString& field : shown.fields)
+            values << result_.value(row, result_.fieldIndex(field));
+        shown.rows << values;
+        shown.totals << (order >= 0 && isTotalRow(result_.value(row, order).toString()));
+    }
+    return shown;
+}
+
+bool DocumentSearch::saveCsv(const QString& path) {
+    const ShownResult shown = shownResult();
+    QList<QStringList> rows;
+    for (const QVariantList& values : shown.rows) {
+        QStringList texts;
+        for (const QVariant& v : values) {
+            texts << (v.isNull() ? QString()
+                      : v.typeId() == QMetaType::Double ? tr::db::sqlNumber(v.toDouble())
+                                                         : v.toString().trimmed());
         }
-        rows << values;
+        rows << texts;
     }
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(tr::text::csvFile(titles, rows)) >= 0 && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(tr::text::csvFile(shown.titles, rows)) >= 0 && file.commit())
         return true;
     tr::dialog::Messages(services_.dialog)
         .show(QStringLiteral("فايل %1 ذخيره نشد: %2").arg(path, file.errorString()), QStringLiteral("1ER"));

@@ -114,6 +114,15 @@ class DocumentSearch {
     std::function<std::optional<bool>(const QString& kind, const QString& serial)> openDocument;
     static const QString kNoDocumentMessage;
 
+    // The result as shown: its titled columns and, in its current order, every row's values
+    // (totals included, flagged).
+    struct ShownResult {
+        QStringList fields, titles;
+        QList<QVariantList> rows;
+        QList<bool> totals;
+    };
+    ShownResult shownResult();
+
     // Saves the result as shown (its titled columns, in its current order, totals included) as a
     // CSV file for spreadsheet programs; amounts are plain numbers there. A file that cannot be
     // written is refused with a message ("1ER"). Whether it was saved.

@@ -12,6 +12,7 @@
 
 #include "cashbank/tests/printing/print_fixture.h"
 #include "common/db/query_helpers.h"
+#include "tests/support/pdf_text.h"
 #include "tests/support/recording_modal_runner.h"
 
 namespace tr::cashbank::testing {
@@ -99,6 +100,9 @@ TEST_F(DocumentPrintingTest, EachLayoutAndTheVoucherPrintToPdf) {
         ASSERT_TRUE(printed) << c.name;
         EXPECT_GT(QFileInfo(pdf).size(), 1000) << c.name;
         EXPECT_TRUE(renderPng(pdf, u(c.name))) << c.name;
+        // Signed by the user's full name, not the login.
+        EXPECT_TRUE(tr::test::pdfPlainText(pdf).contains(tr::test::pdfFolded(u("مدير سيستم"))))
+            << c.name;
     }
 }
 

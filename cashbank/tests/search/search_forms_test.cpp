@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QPrintPreviewWidget>
 #include <QTemporaryDir>
 #include <QFont>
 #include <QHeaderView>
@@ -18,7 +19,10 @@
 #include "cashbank/ui/documents/cash_bank_form.h"
 #include "cashbank/ui/search/document_search_form.h"
 #include "cashbank/ui/search/search_form.h"
+#include "cashbank/ui/search/search_result_print.h"
 #include "common/ui/dataset_model.h"
+#include "tests/support/pdf_text.h"
+#include "tests/support/recording_modal_runner.h"
 
 namespace tr::cashbank::testing {
 namespace {
@@ -204,7 +208,7 @@ TEST_F(SearchForms, TheResultIsSavedAsACsvFileForSpreadsheets) {
 
     QTemporaryDir dir;
     const QString path = dir.filePath(s("نتيجه.csv"));
-    form.askSavePath = [&] { return path; };
+    form.askSavePath = [&](const QString&) { return path; };
     form.csvAction()->trigger();
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -219,10 +223,60 @@ TEST_F(SearchForms, TheResultIsSavedAsACsvFileForSpreadsheets) {
     EXPECT_TRUE(lines.last().contains(DocumentSearch::kGrandTotal.trimmed()));
 
     // A folder that is not there: refused with a message, nothing written.
-    form.askSavePath = [&] { return dir.filePath(s("no/such/folder/x.csv")); };
+    form.askSavePath = [&](const QString&) { return dir.filePath(s("no/such/folder/x.csv")); };
     form.csvAction()->trigger();
     ASSERT_FALSE(session->dialog.shown().isEmpty());
     EXPECT_EQ(session->dialog.last().code, s("1ER"));
+}
+
+// Printed as shown: the search's caption and filters, the rows with their amounts and the total,
+// and the full name of who printed it; the preview holds the same pages, in landscape.
+TEST_F(SearchForms, TheResultPrintsToPdfAndPreviewAsShown) {
+    // Left in the build tree for a look by eye.
+    QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+    const QString pdf = QStringLiteral(TR_SCREENS_DIR "/search_result.pdf");
+    QFile::remove(pdf);
+    TCashSearchForm form(session->services);
+    showFromYearStart(form);
+    form.askSavePath = [&](const QString& suffix) {
+        EXPECT_EQ(suffix, QStringLiteral("pdf"));
+        return pdf;
+    };
+    // Before any search there is nothing to print.
+    form.pdfAction()->trigger();
+    ASSERT_EQ(session->dialog.shown().size(), 1);
+    EXPECT_EQ(session->dialog.last().text, ui::kNothingToPrint);
+    EXPECT_FALSE(QFile::exists(pdf));
+
+    Doc a = receipt(1, 1250000);
+    a.description = s("دريافت (قسط 2/3)");
+    save(a);
+    save(receipt(2, 40000));
+    form.mnuSearchClick();
+    ASSERT_GT(form.model()->rowCount(), 2);
+    form.pdfAction()->trigger();
+    EXPECT_EQ(session->dialog.shown().size(), 1);
+    const QString printed = tr::test::pdfPlainText(pdf);
+    for (const QString& expected :
+         {form.search().family().caption, s("تاريخ از 1404/01/01"), s("1,250,000"),
+          s("1,290,000"), DocumentSearch::kGrandTotal.trimmed(), s("مدير سيستم")})
+        EXPECT_TRUE(printed.contains(tr::test::pdfFolded(expected))) << expected.toStdString() << "\n"
+                                                << printed.toStdString();
+
+    tr::test::RecordingModalRunner runner;
+    int pages = 0;
+    bool landscape = false;
+    runner.answerBy([&](QDialog& dialog) {
+        dialog.show();
+        auto* preview = dialog.findChild<QPrintPreviewWidget*>();
+        pages = preview->pageCount();
+        landscape = preview->orientation() == QPageLayout::Landscape;
+        dialog.reject();
+    });
+    form.printAction()->trigger();
+    EXPECT_EQ(pages, 1);
+    EXPECT_TRUE(landscape);
+    EXPECT_EQ(form.printAction()->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_P));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <QTextOption>
 
 #include "cashbank/ui/printing/outline_painting.h"
+#include "cashbank/ui/printing/print_html.h"
 #include "common/persian/amount.h"
 #include "common/persian/amount_words.h"
 #include "host/sdk/modal_runner.h"
@@ -28,9 +29,10 @@ namespace {
 
 using tr::vouchers::TreasuryObject;
 
-QString esc(const QString& text) {
-    return text.toHtmlEscaped();
-}
+using html::cell;
+using html::esc;
+using html::row;
+using html::table;
 
 using tr::persian::persianDigits;
 
@@ -105,25 +107,6 @@ QString accountCode(const DocumentPrintLine& l) {
     // Codes read left to right whatever the page direction: a left-to-right embedding keeps a
     // project code's letters from splitting the numbers apart.
     return QChar(0x202A) + esc(persianDigits(parts.join(QLatin1Char('-')))) + QChar(0x202C);
-}
-
-// Qt lays table columns out left to right whatever the direction: rows take their cells in
-// reading order (right to left) and write them mirrored.
-QString row(const QStringList& cellsInReadingOrder) {
-    QString out = QStringLiteral("<tr>");
-    for (auto it = cellsInReadingOrder.crbegin(); it != cellsInReadingOrder.crend(); ++it)
-        out += *it;
-    return out + QStringLiteral("</tr>");
-}
-
-QString cell(const QString& html, const QString& attributes = {}) {
-    return QStringLiteral("<td ") + attributes + QStringLiteral(">") + html +
-           QStringLiteral("</td>");
-}
-
-QString table(const QString& attributes, const QString& rows) {
-    return QStringLiteral("<table width=\"100%\" ") + attributes + QStringLiteral(">") + rows +
-           QStringLiteral("</table>");
 }
 
 // User texts are printed with Persian digits like everything else on the page.
@@ -236,7 +219,7 @@ QString newLayout(const DocumentPrint& d) {
     h += QStringLiteral(
              "<p align=\"right\" style=\"margin-top:6px; font-size:8pt; "
              "color:#555555;\">كاربر : ") +
-         esc(d.userName) + QStringLiteral("</p></body>");
+         esc(d.userFullName) + QStringLiteral("</p></body>");
     return h;
 }
 
@@ -262,7 +245,7 @@ QString oldLayout(const DocumentPrint& d) {
         {QStringLiteral("تاريخ"), persianDigits(d.date)},
         {QStringLiteral("سند"), d.voucherNo ? number(d.voucherNo) : QString()}};
     pairs += headerFields(d);
-    pairs.append({QStringLiteral("كاربر"), d.userName});
+    pairs.append({QStringLiteral("كاربر"), d.userFullName});
     QString fields;
     for (int i = 0; i < pairs.size(); i += 3) {
         QStringList cells;
@@ -373,7 +356,7 @@ QString voucherHtml(const VoucherPrint& v) {
     h += QStringLiteral(
              "<p align=\"right\" style=\"margin-top:6px; font-size:8pt; "
              "color:#555555;\">كاربر : ") +
-         esc(v.userName) + QStringLiteral("</p></body></html>");
+         esc(v.userFullName) + QStringLiteral("</p></body></html>");
     return h;
 }
 
@@ -414,18 +397,20 @@ namespace {
 
 // The layouts measure borders and padding in pixels; at screen resolution they keep their size
 // on paper, and text and rules stay vector in a PDF whatever the resolution.
-void preparePrinter(QPrinter& printer, const QString& title) {
+void preparePrinter(QPrinter& printer, const QString& title,
+                    QPageLayout::Orientation orientation) {
     printer.setDocName(title);
     printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setPageOrientation(QPageLayout::Portrait);
+    printer.setPageOrientation(orientation);
     printer.setPageMargins(QMarginsF(12, 12, 12, 12), QPageLayout::Millimeter);
 }
 
 }  // namespace
 
-bool printToPdf(const QString& html, const QString& title, const QString& pdfPath) {
+bool printToPdf(const QString& html, const QString& title, const QString& pdfPath,
+                QPageLayout::Orientation orientation) {
     QPrinter printer(QPrinter::ScreenResolution);
-    preparePrinter(printer, title);
+    preparePrinter(printer, title, orientation);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(pdfPath);
     QFile::remove(pdfPath);
@@ -435,9 +420,9 @@ bool printToPdf(const QString& html, const QString& title, const QString& pdfPat
 }
 
 bool showPrintPreview(const QString& html, const QString& title, QWidget* parent,
-                      const QString& key) {
+                      const QString& key, QPageLayout::Orientation orientation) {
     QPrinter printer(QPrinter::ScreenResolution);
-    preparePrinter(printer, title);
+    preparePrinter(printer, title, orientation);
     auto document = printableDocument(html);
     QPrintPreviewDialog preview(&printer, parent);
     preview.setWindowTitle(title);

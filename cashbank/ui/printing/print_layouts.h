@@ -2,6 +2,7 @@
 // The built-in print layouts of a cash or bank document ("جديد" and "قديم") and of its voucher:
 // right-to-left rich text laid out on the printer's page, to a PDF file or to a print preview
 // whose modal show goes through tr::sdk::ModalRunner.
+#include <QPageLayout>
 #include <QString>
 #include <memory>
 
@@ -26,9 +27,11 @@ std::unique_ptr<QTextDocument> printableDocument(const QString& html);
 void renderTo(QTextDocument& document, QPrinter& printer);
 
 // Both answer false when nothing was printed (file not writable, preview closed unseen is fine).
-bool printToPdf(const QString& html, const QString& title, const QString& pdfPath);
+bool printToPdf(const QString& html, const QString& title, const QString& pdfPath,
+                QPageLayout::Orientation orientation = QPageLayout::Portrait);
 // `key` names the preview window (the report key of a voucher print).
 bool showPrintPreview(const QString& html, const QString& title, QWidget* parent,
-                      const QString& key = {});
+                      const QString& key = {},
+                      QPageLayout::Orientation orientation = QPageLayout::Portrait);
 
 }  // namespace tr::cashbank::ui

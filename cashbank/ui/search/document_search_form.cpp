@@ -1,5 +1,6 @@
 #include "cashbank/ui/search/document_search_form.h"
 
+
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -21,6 +22,8 @@
 
 #include "cashbank/documents/cash_bank_screens.h"
 #include "cashbank/ui/documents/cash_bank_form.h"
+#include "cashbank/ui/search/search_result_print.h"
+#include "common/dialog/message_dialog.h"
 #include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/title_sorter.h"
@@ -100,12 +103,19 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     QAction* replace = menu->addAction(QStringLiteral("جايگزيني کلمات در شرح اسناد"));
     connect(replace, &QAction::triggered, this, &DocumentSearchForm::mnuReplaceClick);
     menu->addSeparator();
+    printAction_ = menu->addAction(QStringLiteral("چاپ نتيجه جستجو ..."));
+    printAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    printAction_->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(printAction_);
+    connect(printAction_, &QAction::triggered, this, &DocumentSearchForm::printClick);
+    pdfAction_ = menu->addAction(QStringLiteral("ذخيره نتيجه در فايل PDF ..."));
+    connect(pdfAction_, &QAction::triggered, this, &DocumentSearchForm::savePdfClick);
     csvAction_ = menu->addAction(QStringLiteral("ذخيره نتيجه در فايل CSV ..."));
     connect(csvAction_, &QAction::triggered, this, &DocumentSearchForm::saveCsvClick);
-    askSavePath = [this] {
-        return QFileDialog::getSaveFileName(this, QStringLiteral("ذخيره نتيجه جستجو"),
-                                            windowTitle() + QStringLiteral(".csv"),
-                                            QStringLiteral("CSV (*.csv)"));
+    askSavePath = [this](const QString& suffix) {
+        return QFileDialog::getSaveFileName(
+            this, QStringLiteral("ذخيره نتيجه جستجو"), windowTitle() + QLatin1Char('.') + suffix,
+            suffix.toUpper() + QStringLiteral(" (*.") + suffix + QLatin1Char(')'));
     };
 
     auto* title = new QLabel(row.caption, this);
@@ -243,8 +253,21 @@ void DocumentSearchForm::setServices(const tr::Services& services) {
 }
 
 void DocumentSearchForm::saveCsvClick() {
-    const QString path = askSavePath ? askSavePath() : QString();
+    const QString path = askSavePath ? askSavePath(QStringLiteral("csv")) : QString();
     if (!path.isEmpty()) search_->saveCsv(path);
+}
+
+void DocumentSearchForm::savePdfClick() {
+    const QString path = askSavePath ? askSavePath(QStringLiteral("pdf")) : QString();
+    if (path.isEmpty()) return;
+    if (!ui::printSearchResult(services_, *search_, ui::PrintTarget::pdf(path), this) &&
+        search_->result().Active())
+        tr::dialog::Messages(services_.dialog)
+            .show(QStringLiteral("فايل %1 ذخيره نشد.").arg(path), QStringLiteral("1ER"));
+}
+
+void DocumentSearchForm::printClick() {
+    ui::printSearchResult(services_, *search_, ui::PrintTarget::preview(), this);
 }
 
 std::optional<bool> DocumentSearchForm::openInWindow(const QString& kind, const QString& serial) {

@@ -55,11 +55,16 @@ class DocumentSearchForm : public QWidget {
 
     void mnuSearchClick();
     void mnuReplaceClick();
-    // "ذخيره نتيجه در فايل CSV ...": asks for a file through askSavePath (a file dialog unless
-    // set otherwise) and saves the result there.
+    // "ذخيره نتيجه در فايل CSV ..." and "ذخيره نتيجه در فايل PDF ...": ask for a file through
+    // askSavePath (a file dialog unless set otherwise; its argument is the file suffix) and
+    // save the result there. "چاپ نتيجه جستجو ..." (Ctrl+P) shows it in the print preview.
     void saveCsvClick();
+    void savePdfClick();
+    void printClick();
     QAction* csvAction() const { return csvAction_; }
-    std::function<QString()> askSavePath;
+    QAction* pdfAction() const { return pdfAction_; }
+    QAction* printAction() const { return printAction_; }
+    std::function<QString(const QString& suffix)> askSavePath;
 
     // Opens a saved document of `kind` in a window of its screen, one window per kind, kept
     // while this form lives; nothing when no screen here saves the kind. The result's rows open
@@ -84,6 +89,8 @@ class DocumentSearchForm : public QWidget {
     tr::ui::TitleSorter* sorter_ = nullptr;
     QAction* searchAction_;
     QAction* csvAction_ = nullptr;
+    QAction* pdfAction_ = nullptr;
+    QAction* printAction_ = nullptr;
 };
 
 class TCashSearchForm : public DocumentSearchForm {
