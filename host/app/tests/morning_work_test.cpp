@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -20,6 +21,8 @@
 #include <QTreeWidget>
 
 #include "host/app/host_session.h"
+#include "host/app/login_dialog.h"
+#include "db/schema/demo_company.h"
 #include "host/app/main_window.h"
 #include "host/app/treasury_library.h"
 #include "tests/support/pdf_text.h"
@@ -41,10 +44,29 @@ class MorningAtTheDesk : public ::testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(library.load()) << library.errorString().toStdString();
-        window = std::make_unique<MainWindow>(session, library);
+        logIn();
+        ASSERT_NE(session, nullptr);
+        window = std::make_unique<MainWindow>(*session, library);
         window->resize(1366, 768);
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    // The login as the user meets it: the first user of the list, the demo company's newest year
+    // preselected, Enter to log in.
+    void logIn() {
+        LoginDialog login(data);
+        login.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&login));
+        login.userBox()->setFocus();
+        QTest::keyClick(login.userBox(), Qt::Key_Home);
+        EXPECT_EQ(login.userBox()->currentText(), QStringLiteral("مدير سيستم"));
+        EXPECT_EQ(login.companyYear().code, QString::fromLatin1(tr::schema::demo::kCompanyCode));
+        QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+        login.grab().save(QStringLiteral(TR_SCREENS_DIR "/morning_0_login.png"));
+        QTest::keyClick(login.userBox(), Qt::Key_Return);
+        ASSERT_EQ(login.result(), QDialog::Accepted);
+        session = std::make_unique<HostSession>(data, login.user(), login.companyYear());
     }
 
     QLineEdit* box(QWidget* form, const char* name) {
@@ -92,7 +114,7 @@ class MorningAtTheDesk : public ::testing::Test {
 
     QTemporaryDir dir;
     DataDirectory data{dir.path()};
-    HostSession session{data, data.activeUsers().front(), data.companies().front()};
+    std::unique_ptr<HostSession> session;
     TreasuryLibrary library;
     std::unique_ptr<MainWindow> window;
     tr::test::RecordingModalRunner runner;
