@@ -6,6 +6,7 @@
 #include "common/db/scoped_temp_table.h"
 #include "common/db/sql_literal.h"
 #include "common/text/csv.h"
+#include "common/text/xlsx.h"
 #include "common/text/single_line_text.h"
 #include "common/persian/amount.h"
 
@@ -406,9 +407,22 @@ bool DocumentSearch::saveCsv(const QString& path) {
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(tr::text::csvFile(shown.titles, rows)) >= 0 && file.commit())
         return true;
-    tr::dialog::Messages(services_.dialog)
-        .show(QStringLiteral("فايل %1 ذخيره نشد: %2").arg(path, file.errorString()), QStringLiteral("1ER"));
+    refuseFile(path, file.errorString());
     return false;
+}
+
+bool DocumentSearch::saveXlsx(const QString& path) {
+    const ShownResult shown = shownResult();
+    const QString fault =
+        tr::text::writeXlsx(path, family_.caption, shown.titles, shown.rows, shown.totals);
+    if (fault.isEmpty()) return true;
+    refuseFile(path, fault);
+    return false;
+}
+
+void DocumentSearch::refuseFile(const QString& path, const QString& reason) const {
+    tr::dialog::Messages(services_.dialog)
+        .show(QStringLiteral("فايل %1 ذخيره نشد: %2").arg(path, reason), QStringLiteral("1ER"));
 }
 
 }  // namespace tr::cashbank

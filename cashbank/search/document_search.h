@@ -127,6 +127,9 @@ class DocumentSearch {
     // CSV file for spreadsheet programs; amounts are plain numbers there. A file that cannot be
     // written is refused with a message ("1ER"). Whether it was saved.
     bool saveCsv(const QString& path);
+    // The same as an Excel workbook (.xlsx): one right-to-left sheet, amounts as numbers with
+    // group separators, totals bold. Refused like saveCsv.
+    bool saveXlsx(const QString& path);
 
   private:
     tr::db::Connection& connection() const { return services_.connection(); }
@@ -139,6 +142,7 @@ class DocumentSearch {
     bool shouldStop();
     void finishStopped();
     void openResult();
+    void refuseFile(const QString& path, const QString& reason) const;
 
     tr::Services services_;
     const SearchFamilyRow& family_;

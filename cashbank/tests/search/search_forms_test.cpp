@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QPrintPreviewWidget>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QFont>
 #include <QHeaderView>
@@ -227,6 +228,53 @@ TEST_F(SearchForms, TheResultIsSavedAsACsvFileForSpreadsheets) {
     form.csvAction()->trigger();
     ASSERT_FALSE(session->dialog.shown().isEmpty());
     EXPECT_EQ(session->dialog.last().code, s("1ER"));
+}
+
+// Reads one part of a zip file (an .xlsx is one) through the system's Python.
+QString zipPart(const QString& zip, const QString& part) {
+    QProcess python;
+    python.start(QStringLiteral("/usr/bin/python3"),
+                 {QStringLiteral("-c"),
+                  QStringLiteral("import sys, zipfile; "
+                                 "sys.stdout.buffer.write(zipfile.ZipFile(sys.argv[1]).read(sys.argv[2]))"),
+                  zip, part});
+    python.waitForFinished(30000);
+    return QString::fromUtf8(python.readAllStandardOutput());
+}
+
+// The Excel workbook: one right-to-left sheet, Persian titles and texts, amounts as numbers.
+TEST_F(SearchForms, TheResultIsSavedAsAnExcelWorkbook) {
+    Doc a = receipt(1, 1250000);
+    a.description = s("دريافت وجه نقد");
+    save(a);
+    TCashSearchForm form(session->services);
+    showFromYearStart(form);
+    form.mnuSearchClick();
+    ASSERT_GT(form.model()->rowCount(), 0);
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath(s("نتيجه.xlsx"));
+    form.askSavePath = [&](const QString& suffix) {
+        EXPECT_EQ(suffix, QStringLiteral("xlsx"));
+        return path;
+    };
+    form.xlsxAction()->trigger();
+    EXPECT_TRUE(session->dialog.shown().isEmpty());
+    const QString sheet = zipPart(path, QStringLiteral("xl/worksheets/sheet1.xml"));
+    const QString strings = zipPart(path, QStringLiteral("xl/sharedStrings.xml"));
+    EXPECT_TRUE(sheet.contains(s("rightToLeft=\"1\""))) << sheet.toStdString();
+    EXPECT_TRUE(sheet.contains(s("<v>1250000</v>"))) << sheet.toStdString();
+    for (const QString& text :
+         {s("شرح"), s("مبلغ"), s("دريافت وجه نقد"), DocumentSearch::kGrandTotal.trimmed()})
+        EXPECT_TRUE(strings.contains(text)) << text.toStdString();
+    EXPECT_FALSE(QFile::exists(path + s(".part")));
+
+    // A folder that is not there: refused with a message, nothing left behind.
+    form.askSavePath = [&](const QString&) { return dir.filePath(s("no/such/folder/x.xlsx")); };
+    form.xlsxAction()->trigger();
+    ASSERT_EQ(session->dialog.shown().size(), 1);
+    EXPECT_EQ(session->dialog.last().code, s("1ER"));
+    EXPECT_FALSE(QFile::exists(dir.filePath(s("no/such/folder/x.xlsx"))));
 }
 
 // Printed as shown: the search's caption and filters, the rows with their amounts and the total,

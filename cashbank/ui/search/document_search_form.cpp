@@ -112,6 +112,8 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     connect(pdfAction_, &QAction::triggered, this, &DocumentSearchForm::savePdfClick);
     csvAction_ = menu->addAction(QStringLiteral("ذخيره نتيجه در فايل CSV ..."));
     connect(csvAction_, &QAction::triggered, this, &DocumentSearchForm::saveCsvClick);
+    xlsxAction_ = menu->addAction(QStringLiteral("ذخيره نتيجه در فايل Excel ..."));
+    connect(xlsxAction_, &QAction::triggered, this, &DocumentSearchForm::saveXlsxClick);
     askSavePath = [this](const QString& suffix) {
         return QFileDialog::getSaveFileName(
             this, QStringLiteral("ذخيره نتيجه جستجو"), windowTitle() + QLatin1Char('.') + suffix,
@@ -255,6 +257,11 @@ void DocumentSearchForm::setServices(const tr::Services& services) {
 void DocumentSearchForm::saveCsvClick() {
     const QString path = askSavePath ? askSavePath(QStringLiteral("csv")) : QString();
     if (!path.isEmpty()) search_->saveCsv(path);
+}
+
+void DocumentSearchForm::saveXlsxClick() {
+    const QString path = askSavePath ? askSavePath(QStringLiteral("xlsx")) : QString();
+    if (!path.isEmpty()) search_->saveXlsx(path);
 }
 
 void DocumentSearchForm::savePdfClick() {

@@ -55,13 +55,15 @@ class DocumentSearchForm : public QWidget {
 
     void mnuSearchClick();
     void mnuReplaceClick();
-    // "ذخيره نتيجه در فايل CSV ..." and "ذخيره نتيجه در فايل PDF ...": ask for a file through
+    // "ذخيره نتيجه در فايل CSV ...", "... Excel ..." and "... PDF ...": ask for a file through
     // askSavePath (a file dialog unless set otherwise; its argument is the file suffix) and
     // save the result there. "چاپ نتيجه جستجو ..." (Ctrl+P) shows it in the print preview.
     void saveCsvClick();
+    void saveXlsxClick();
     void savePdfClick();
     void printClick();
     QAction* csvAction() const { return csvAction_; }
+    QAction* xlsxAction() const { return xlsxAction_; }
     QAction* pdfAction() const { return pdfAction_; }
     QAction* printAction() const { return printAction_; }
     std::function<QString(const QString& suffix)> askSavePath;
@@ -89,6 +91,7 @@ class DocumentSearchForm : public QWidget {
     tr::ui::TitleSorter* sorter_ = nullptr;
     QAction* searchAction_;
     QAction* csvAction_ = nullptr;
+    QAction* xlsxAction_ = nullptr;
     QAction* pdfAction_ = nullptr;
     QAction* printAction_ = nullptr;
 };
