@@ -15,10 +15,13 @@ struct ResultSet {
     int columnIndex(const QString& name) const;  // case-insensitive; -1 when absent
 };
 
-// What one call of Connection::execute gave: every result set, in order, and the rows changed.
+// What one call of Connection::execute gave: every result set, in order, the rows changed, and
+// the identity (row key) of the last row an Insert of the call itself added, as Scope_Identity()
+// gives it (0 when none; inserts of procedures and Exec('...') it ran are other scopes).
 struct ExecResult {
     std::vector<ResultSet> resultSets;
     qint64 rowsAffected = 0;
+    qint64 lastIdentity = 0;
 };
 
 }  // namespace tr::db

@@ -105,8 +105,12 @@ bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned,
     values.reserve(statement->parameters.size());
     for (const LiteralParameter& p : statement->parameters)
         values.push_back(parameterValue(scanned.literals[p.literal], p.negate));
-    if (shapedTexts_.size() >= kMaxCachedTexts) shapedTexts_.clear();
-    shapedTexts_.insert(sql, ShapedText{statement, values, scanned.firstPosition});
+    // A text is kept for running again unchanged only when it reads: a write's values (a new
+    // row's serial, key and amounts) seldom come again, and keeping each would cost more than it saves.
+    if (!statement->translation.step.writes) {
+        if (shapedTexts_.size() >= kMaxCachedTexts) shapedTexts_.clear();
+        shapedTexts_.insert(sql, ShapedText{statement, values, scanned.firstPosition});
+    }
     runStatements(statement->translation.step, result, scanned.firstPosition, &values);
     return true;
 }

@@ -495,7 +495,10 @@ void SqliteConnection::runSqlUntraced(const QString& sql, ExecResult& result, in
     if (columnCount > 0) {
         result.resultSets.push_back(std::move(set));
     } else if (!sqlite3_stmt_readonly(statement)) {
-        result.rowsAffected += sqlite3_changes(db_);
+        const int changed = sqlite3_changes(db_);
+        result.rowsAffected += changed;
+        if (changed > 0 && sql.startsWith(QLatin1String("INSERT ")))
+            result.lastIdentity = sqlite3_last_insert_rowid(db_);
     }
 }
 

@@ -398,7 +398,7 @@ class DocumentCall {
                              const QString& codWhatDoc2, const QVariant& namWhatDoc2,
                              const QVariant& manabeh, const Record& extras) {
         const QString sep = QStringLiteral(", ");
-        c_.execute(
+        const tr::db::ExecResult inserted = c_.execute(
             QStringLiteral("Insert Into N_NaghdTrans (WhatDoc, Serial, Raj, CodWhatDoc, WhatDoc2, "
                            "CodWhatDoc2, NamWhatDoc2, Joz, ManabehCod, SanadDate, Des1, Des2, "
                            "Des3, Des4) Values (") +
@@ -408,7 +408,7 @@ class DocumentCall {
             literal(c_, manabeh) + sep + c_.text(date) + sep + literal(c_, extras["Des1"]) + sep +
             literal(c_, extras["Des2"]) + sep + literal(c_, extras["Des3"]) + sep +
             literal(c_, extras["Des4"]) + QStringLiteral(")"));
-        return firstColumn(c_, QStringLiteral("Select Scope_Identity()")).toLongLong();
+        return inserted.lastIdentity;
     }
 
     void insertVoucherLine(qint64 voucherNo, const QString& date, int raj, qint64 idx,

@@ -63,3 +63,15 @@ TEST_F(Translator, ScopeIdentityIsTheKeyOfTheConnectionsLastInsert) {
     other->execute("Insert Into Asnad (Document) Values ('c')");
     EXPECT_EQ(value("Select Scope_Identity()").toLongLong(), value("Select IDX From Asnad Where Document = 'b'").toLongLong());
 }
+
+// A call answers the key of the row its own Insert added, so a procedure needs no second
+// statement to read it; rows added by Exec('...') belong to another scope.
+TEST_F(Translator, AnInsertAnswersTheKeyOfItsRow) {
+    const tr::db::ExecResult first = db->execute("Insert Into Asnad (Document) Values ('a')");
+    EXPECT_EQ(first.lastIdentity, value("Select IDX From Asnad Where Document = 'a'").toLongLong());
+    const tr::db::ExecResult again = db->execute("Insert Into Asnad (Document) Values ('b')");
+    EXPECT_EQ(again.lastIdentity, first.lastIdentity + 1);
+    EXPECT_EQ(db->execute("Insert Into Asnad (Document) Select Document From Asnad Where 1 = 0").lastIdentity, 0);
+    EXPECT_EQ(db->execute("Exec('Insert Into Asnad (Document) Values (''c'')')").lastIdentity, 0);
+    EXPECT_EQ(db->execute("Update Asnad Set Des = 'x' Where Document = 'a'").lastIdentity, 0);
+}
