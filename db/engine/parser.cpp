@@ -929,7 +929,9 @@ private:
             expectOp(")");
             return e;
         }
-        if (!t.quoted && isReserved(t)) unexpected(t);
+        // Left( and Right( are the string functions; the words alone start a join.
+        const bool stringFunction = (t.isWord("LEFT") || t.isWord("RIGHT")) && token(1).isOp("(");
+        if (!t.quoted && isReserved(t) && !stringFunction) unexpected(t);
         // name, name.name..., function call, T.*
         QStringList parts;
         parts << t.text;

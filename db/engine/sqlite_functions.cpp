@@ -11,9 +11,11 @@
 #include <optional>
 #include <vector>
 
+#include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
 #include "common/text/tsql_collation.h"
 #include "db/engine/sqlite_connection.h"
+#include "db/tsql/builtin_functions.h"
 
 namespace tr::engine {
 
@@ -517,6 +519,8 @@ bool tsqlLike(const QString& pattern, const QString& text, QChar escape) {
 void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
     const int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     sqlite3_create_collation(db, "TSQL", SQLITE_UTF8, nullptr, collate);
+    // The translator's own helpers: T-SQL LIKE, conversions, `+` and `/` of unknown types,
+    // fitting a value to its column, a text as a row key, a dropped table's mark, dbo.f(...).
     sqlite3_create_function(db, "like", 2, pure, nullptr, likeFunction, nullptr, nullptr);
     sqlite3_create_function(db, "like", 3, pure, nullptr, likeFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_num", 1, pure, nullptr, numFunction, nullptr, nullptr);
@@ -526,24 +530,37 @@ void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
     sqlite3_create_function(db, "tsql_fit", 2, pure, nullptr, fitFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_varchar", 2, pure, nullptr, varcharFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_intkey", 1, pure, nullptr, intkeyFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_substring", 3, pure, nullptr, substringFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_right", 2, pure, nullptr, rightFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_charindex", 2, pure, nullptr, charindexFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_charindex", 3, pure, nullptr, charindexFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_patindex", 2, pure, nullptr, patindexFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_replace", 3, pure, nullptr, replaceFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_replicate", 2, pure, nullptr, replicateFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_round", 3, pure, nullptr, roundFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_floor", 1, pure, nullptr, mathFunction<std::floor>, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_ceiling", 1, pure, nullptr, mathFunction<std::ceil>, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_sign", 1, pure, nullptr, mathFunction<signOf>, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_isnumeric", 1, pure, nullptr, isnumericFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_getdate", 0, SQLITE_UTF8, nullptr, getdateFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_col_length", 2, SQLITE_UTF8, connection, colLengthFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_object_id", 1, SQLITE_UTF8, connection, objectIdFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_retired", 1, SQLITE_UTF8, connection, retiredFunction, nullptr, nullptr);
-    sqlite3_create_function(db, "tsql_db_name", 0, SQLITE_UTF8, connection, dbNameFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_call", -1, SQLITE_UTF8, connection, callFunction, nullptr, nullptr);
+
+    // The helpers the built-in functions' spellings call, as the dialect's table names them.
+    struct Helper {
+        const char* name;
+        void (*function)(sqlite3_context*, int, sqlite3_value**);
+        bool pure;  // the same arguments always give the same answer
+    };
+    static const Helper helpers[] = {
+        {"tsql_substring", substringFunction, true}, {"tsql_right", rightFunction, true},
+        {"tsql_charindex", charindexFunction, true}, {"tsql_patindex", patindexFunction, true},
+        {"tsql_replace", replaceFunction, true},     {"tsql_replicate", replicateFunction, true},
+        {"tsql_varchar", varcharFunction, true},     {"tsql_round", roundFunction, true},
+        {"tsql_floor", mathFunction<std::floor>, true}, {"tsql_ceiling", mathFunction<std::ceil>, true},
+        {"tsql_sign", mathFunction<signOf>, true},   {"tsql_isnumeric", isnumericFunction, true},
+        // The clock and the connection's catalogue and database answer differently over time.
+        {"tsql_getdate", getdateFunction, false},    {"tsql_col_length", colLengthFunction, false},
+        {"tsql_object_id", objectIdFunction, false}, {"tsql_db_name", dbNameFunction, false},
+    };
+    for (const tr::tsql::BuiltinFunction& f : tr::tsql::builtinFunctions()) {
+        if (!f.runtime) continue;
+        const Helper* helper = nullptr;
+        for (const Helper& h : helpers)
+            if (qstrcmp(h.name, f.runtime) == 0) helper = &h;
+        if (!helper) throw tr::db::DatabaseError(QStringLiteral("No runtime helper %1").arg(QLatin1String(f.runtime)));
+        for (int n = f.runtimeMinArgs; n <= f.runtimeMaxArgs; ++n) {
+            sqlite3_create_function(db, f.runtime, n, helper->pure ? pure : SQLITE_UTF8, connection,
+                                    helper->function, nullptr, nullptr);
+        }
+    }
 }
 
 }  // namespace tr::engine

@@ -8,6 +8,7 @@
 #include "common/db/sql_literal.h"
 #include "db/engine/limits.h"
 #include "db/engine/sql_identifiers.h"
+#include "db/tsql/builtin_functions.h"
 
 namespace tr::engine {
 
@@ -761,150 +762,70 @@ public:
         }
         std::vector<Out> a;
         for (const ExprPtr& arg : e.args) a.push_back(expr(*arg, scope));
-        auto want = [&](size_t lo, size_t hi) {
-            if (a.size() < lo || a.size() > hi) {
-                fail(QStringLiteral("The %1 function requires %2 argument(s)").arg(name).arg(lo == hi ? QString::number(lo)
-                                                                   : QStringLiteral("%1 to %2").arg(lo).arg(hi)),
-                     e.position);
+        const tr::tsql::BuiltinFunction* f = tr::tsql::findBuiltin(name);
+        if (!f) fail(QStringLiteral("'%1' is not a recognized built-in function name").arg(e.text), e.position);
+        if (int(a.size()) < f->minArgs || int(a.size()) > f->maxArgs) {
+            fail(QStringLiteral("The %1 function requires %2 argument(s)")
+                     .arg(name)
+                     .arg(f->minArgs == f->maxArgs ? QString::number(f->minArgs)
+                                                   : QStringLiteral("%1 to %2").arg(f->minArgs).arg(f->maxArgs)),
+                 e.position);
+        }
+        const SqlType first = a.empty() ? SqlType::Unknown : a[0].type;
+        SqlType type = f->result == tr::tsql::ResultType::Text      ? SqlType::Text
+                       : f->result == tr::tsql::ResultType::Integer ? SqlType::Integer
+                       : f->result == tr::tsql::ResultType::Real    ? SqlType::Real
+                                                                    : first;
+        QString spelling = QString::fromLatin1(f->sqlite);
+        QStringList args;
+        for (const Out& o : a) args << o.sql;
+        switch (f->rule) {
+            case tr::tsql::Rule::Spelling:
+                break;
+            case tr::tsql::Rule::IsNull:
+                if (first == SqlType::Null || first == SqlType::Unknown) type = a[1].type;
+                break;
+            case tr::tsql::Rule::Substring: {
+                bool ok = false;
+                const int start = e.args[1]->kind == Expr::Kind::Number ? e.args[1]->text.toInt(&ok) : 0;
+                if (ok && start >= 1) spelling = QStringLiteral("substr(%*)");
+                break;
             }
-        };
-        auto call = [&](const QString& f, SqlType type) {
-            QStringList parts;
-            for (const Out& o : a) parts << o.sql;
-            return make(f + QLatin1Char('(') + parts.join(QStringLiteral(", ")) + QLatin1Char(')'), type, true);
-        };
-        if (name == QLatin1String("ISNULL")) {
-            want(2, 2);
-            return make(QStringLiteral("ifnull(%1, %2)").arg(a[0].sql, a[1].sql),
-                        a[0].type == SqlType::Null || a[0].type == SqlType::Unknown ? a[1].type : a[0].type, true);
+            case tr::tsql::Rule::Round:
+                if (a.size() == 2) args << QStringLiteral("0");
+                break;
+            case tr::tsql::Rule::Count:
+                if (e.distinct) args[0].prepend(QStringLiteral("DISTINCT "));
+                break;
+            case tr::tsql::Rule::Aggregate:
+                if (name == QLatin1String("SUM") || name == QLatin1String("AVG")) {
+                    if (first == SqlType::Text) args[0] = toNumber(a[0], e.args[0].get()).sql;
+                    if (name == QLatin1String("AVG") || first != SqlType::Integer) type = SqlType::Real;
+                } else if (first == SqlType::Text && !a[0].columnRef) {
+                    args[0] = QLatin1Char('(') + args[0] + QStringLiteral(") COLLATE TSQL");
+                }
+                if (e.distinct) args[0].prepend(QStringLiteral("DISTINCT "));
+                break;
         }
-        if (name == QLatin1String("COALESCE")) {
-            want(1, 64);
-            return call(QStringLiteral("coalesce"), a[0].type);
-        }
-        if (name == QLatin1String("LTRIM") || name == QLatin1String("RTRIM") || name == QLatin1String("TRIM")) {
-            want(1, 1);
-            return make(name.toLower() + QStringLiteral("(%1, ' ')").arg(a[0].sql), SqlType::Text, true);
-        }
-        if (name == QLatin1String("UPPER") || name == QLatin1String("LOWER")) {
-            want(1, 1);
-            return call(name.toLower(), SqlType::Text);
-        }
-        if (name == QLatin1String("LEN")) {
-            want(1, 1);
-            return make(QStringLiteral("length(rtrim(%1, ' '))").arg(a[0].sql), SqlType::Integer, true);
-        }
-        if (name == QLatin1String("DATALENGTH")) {
-            want(1, 1);
-            return call(QStringLiteral("length"), SqlType::Integer);
-        }
-        if (name == QLatin1String("SUBSTRING")) {
-            want(3, 3);
-            bool ok = false;
-            const int start = e.args[1]->kind == Expr::Kind::Number ? e.args[1]->text.toInt(&ok) : 0;
-            if (ok && start >= 1) return call(QStringLiteral("substr"), SqlType::Text);
-            return call(QStringLiteral("tsql_substring"), SqlType::Text);
-        }
-        if (name == QLatin1String("LEFT")) {
-            want(2, 2);
-            return make(QStringLiteral("tsql_substring(%1, 1, %2)").arg(a[0].sql, a[1].sql), SqlType::Text, true);
-        }
-        if (name == QLatin1String("RIGHT")) {
-            want(2, 2);
-            return call(QStringLiteral("tsql_right"), SqlType::Text);
-        }
-        if (name == QLatin1String("CHARINDEX")) {
-            want(2, 3);
-            return call(QStringLiteral("tsql_charindex"), SqlType::Integer);
-        }
-        if (name == QLatin1String("PATINDEX")) {
-            want(2, 2);
-            return call(QStringLiteral("tsql_patindex"), SqlType::Integer);
-        }
-        if (name == QLatin1String("REPLACE")) {
-            want(3, 3);
-            return call(QStringLiteral("tsql_replace"), SqlType::Text);
-        }
-        if (name == QLatin1String("REPLICATE")) {
-            want(2, 2);
-            return call(QStringLiteral("tsql_replicate"), SqlType::Text);
-        }
-        if (name == QLatin1String("SPACE")) {
-            want(1, 1);
-            return make(QStringLiteral("tsql_replicate(' ', %1)").arg(a[0].sql), SqlType::Text, true);
-        }
-        if (name == QLatin1String("STR")) {
-            want(1, 3);
-            return make(QStringLiteral("tsql_varchar(%1, -1)").arg(a[0].sql), SqlType::Text, true);
-        }
-        if (name == QLatin1String("ABS")) {
-            want(1, 1);
-            return call(QStringLiteral("abs"), a[0].type);
-        }
-        if (name == QLatin1String("ROUND")) {
-            want(2, 3);
-            if (a.size() == 3) return call(QStringLiteral("tsql_round"), SqlType::Real);
-            return make(QStringLiteral("tsql_round(%1, %2, 0)").arg(a[0].sql, a[1].sql), SqlType::Real, true);
-        }
-        if (name == QLatin1String("FLOOR") || name == QLatin1String("CEILING") || name == QLatin1String("SIGN")) {
-            want(1, 1);
-            return call(QStringLiteral("tsql_") + name.toLower(), a[0].type);
-        }
-        if (name == QLatin1String("COUNT")) {
-            want(1, 1);
-            return make(QStringLiteral("count(") + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) + a[0].sql +
-                            QLatin1Char(')'),
-                        SqlType::Integer, true);
-        }
-        if (name == QLatin1String("SUM") || name == QLatin1String("AVG") || name == QLatin1String("MIN") ||
-            name == QLatin1String("MAX")) {
-            want(1, 1);
-            SqlType type = a[0].type;
-            QString inner = a[0].sql;
-            if (name == QLatin1String("SUM") || name == QLatin1String("AVG")) {
-                if (type == SqlType::Text) inner = toNumber(a[0], e.args[0].get()).sql;
-                if (name == QLatin1String("AVG") || type != SqlType::Integer) type = SqlType::Real;
-            } else if (type == SqlType::Text && !a[0].columnRef) {
-                inner = QLatin1Char('(') + inner + QStringLiteral(") COLLATE TSQL");
+        return make(spelled(spelling, args), type, true);
+    }
+
+    // A call as a target spells it: %1 ... %9 stand for the arguments, %* for all of them.
+    static QString spelled(const QString& spelling, const QStringList& args) {
+        QString out;
+        for (qsizetype i = 0; i < spelling.size(); ++i) {
+            const QChar c = spelling.at(i);
+            if (c != QLatin1Char('%') || i + 1 >= spelling.size()) {
+                out += c;
+                continue;
             }
-            return make(name.toLower() + QLatin1Char('(') + (e.distinct ? QStringLiteral("DISTINCT ") : QString()) +
-                            inner + QLatin1Char(')'),
-                        type, true);
+            const QChar next = spelling.at(++i);
+            if (next == QLatin1Char('*')) out += args.join(QStringLiteral(", "));
+            else if (next.isDigit() && next.digitValue() >= 1 && next.digitValue() <= args.size())
+                out += args[next.digitValue() - 1];
+            else out += c, out += next;
         }
-        if (name == QLatin1String("GETDATE") || name == QLatin1String("CURRENT_TIMESTAMP")) {
-            want(0, 0);
-            return make(QStringLiteral("tsql_getdate()"), SqlType::Text, true);
-        }
-        if (name == QLatin1String("SCOPE_IDENTITY")) {
-            // The row key of the connection's last insert; procedures read it right after theirs.
-            want(0, 0);
-            return make(QStringLiteral("nullif(last_insert_rowid(), 0)"), SqlType::Integer, true);
-        }
-        if (name == QLatin1String("COL_LENGTH")) {
-            want(2, 2);
-            return call(QStringLiteral("tsql_col_length"), SqlType::Integer);
-        }
-        if (name == QLatin1String("OBJECT_ID")) {
-            want(1, 2);
-            return make(QStringLiteral("tsql_object_id(%1)").arg(a[0].sql), SqlType::Integer, true);
-        }
-        if (name == QLatin1String("CHAR") || name == QLatin1String("NCHAR")) {
-            want(1, 1);
-            return call(QStringLiteral("char"), SqlType::Text);
-        }
-        if (name == QLatin1String("ASCII") || name == QLatin1String("UNICODE")) {
-            want(1, 1);
-            return call(QStringLiteral("unicode"), SqlType::Integer);
-        }
-        if (name == QLatin1String("DB_NAME")) {
-            want(0, 0);
-            return make(QStringLiteral("tsql_db_name()"), SqlType::Text, true);
-        }
-        if (name == QLatin1String("ISNUMERIC")) {
-            want(1, 1);
-            return call(QStringLiteral("tsql_isnumeric"), SqlType::Integer);
-        }
-        fail(QStringLiteral("'%1' is not a recognized built-in function name").arg(e.text), e.position);
+        return out;
     }
 
     // ---- statements --------------------------------------------------------------------------
