@@ -27,7 +27,7 @@ Engine::Engine(const QString& dataDirectory) : dataDirectory_(QDir(dataDirectory
         sqlite3_close(tempdbKeeper_);
         throw tr::db::DatabaseError(QStringLiteral("Cannot create tempdb: ") + message);
     }
-    procedures_.addUpkeep(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const ProcedureArgs&) {
+    procedures_.addUpkeep(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const tr::tsql::ProcedureArgs&) {
         static_cast<SqliteConnection&>(c).refreshStatistics();
         return tr::db::ExecResult{};
     });
@@ -82,29 +82,6 @@ std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
     }
     if (first) connection->refreshStatistics();
     return connection;
-}
-
-void ProcedureRegistry::addProcedure(const QString& name, Procedure procedure) {
-    procedures_.insert(name.toLower(), std::move(procedure));
-}
-
-void ProcedureRegistry::addFunction(const QString& name, ScalarFunction function) {
-    functions_.insert(name.toLower(), std::move(function));
-}
-
-void ProcedureRegistry::addUpkeep(const QString& name, Procedure procedure) {
-    addProcedure(name, std::move(procedure));
-    upkeep_.insert(name.toLower());
-}
-
-const Procedure* ProcedureRegistry::procedure(const QString& name) const {
-    auto it = procedures_.constFind(name.toLower());
-    return it == procedures_.constEnd() ? nullptr : &it.value();
-}
-
-const ScalarFunction* ProcedureRegistry::function(const QString& name) const {
-    auto it = functions_.constFind(name.toLower());
-    return it == functions_.constEnd() ? nullptr : &it.value();
 }
 
 }  // namespace tr::engine

@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 
-#include "db/engine/procedure_registry.h"
+#include "db/tsql/procedure_registry.h"
 
 struct sqlite3;
 
@@ -29,7 +29,7 @@ public:
     bool databaseExists(const QString& databaseName) const;
     // Opens (creating the file when missing) a connection whose current database is `databaseName`.
     std::unique_ptr<SqliteConnection> open(const QString& databaseName);
-    ProcedureRegistry& procedures() { return procedures_; }
+    tr::tsql::ProcedureRegistry& procedures() { return procedures_; }
     const QString& tempdbUri() const { return tempdbUri_; }
     // A table's generation, renewed whenever any connection creates, drops or alters it, so that
     // only the translations that read that table's columns are made again. `table` is
@@ -51,7 +51,7 @@ private:
     QString dataDirectory_;
     QString tempdbUri_;
     sqlite3* tempdbKeeper_ = nullptr;  // keeps the shared in-memory tempdb alive
-    ProcedureRegistry procedures_;
+    tr::tsql::ProcedureRegistry procedures_;
     mutable QMutex stateLock_;  // the table generations and the ## tables
     QHash<QString, quint64> tableGenerations_;
     QHash<QString, TempTable> tempTables_;

@@ -357,7 +357,7 @@ QVariant SqliteConnection::objectId(const QString& name) {
 }
 
 QVariant SqliteConnection::callFunction(const QString& name, const std::vector<QVariant>& args) {
-    const ScalarFunction* f = engine_.procedures().function(name);
+    const tr::tsql::ScalarFunction* f = engine_.procedures().function(name);
     if (!f) {
         throw DatabaseError(QStringLiteral("Cannot find either column \"dbo\" or the user-defined function or aggregate "
                                            "\"dbo.%1\", or the name is ambiguous.")
@@ -624,7 +624,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
             runStatements(step, result, step.position, nullptr);
             return;
         case Step::Kind::Call: {
-            const Procedure* procedure = engine_.procedures().procedure(step.procedure);
+            const tr::tsql::Procedure* procedure = engine_.procedures().procedure(step.procedure);
             if (!procedure) fail(QStringLiteral("Could not find stored procedure '%1'.").arg(step.procedure), step.position);
             auto call = [&] {
                 const QString* outer = source_;

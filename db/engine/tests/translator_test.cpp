@@ -29,14 +29,14 @@ TEST_F(Translator, IfExistsExecTextAndProcedures) {
                 "Else Drop Table ##t");
     db->execute("Exec('Insert Into ##t (a) Values (' + '7' + ')')");
     EXPECT_EQ(value("Select a From ##t").toInt(), 7);
-    engine->procedures().addProcedure("sp_Echo", [](tr::db::Connection& c, const tr::engine::ProcedureArgs& a) {
+    engine->procedures().addProcedure("sp_Echo", [](tr::db::Connection& c, const tr::tsql::ProcedureArgs& a) {
         c.execute("Insert Into ##t (a) Values (" + a.at(1).toString() + ")");
         return c.execute("Select '" + a.at(0).toString() + "' As Word");
     });
     EXPECT_EQ(value("Exec sp_Echo 'hi', 8").toString(), QStringLiteral("hi"));
     EXPECT_EQ(value("sp_Echo 'bare', 9").toString(), QStringLiteral("bare"));
     EXPECT_EQ(value("Select Count(*) From ##t").toInt(), 3);
-    engine->procedures().addFunction("f_Next", [](tr::db::Connection& c, const tr::engine::ProcedureArgs&) {
+    engine->procedures().addFunction("f_Next", [](tr::db::Connection& c, const tr::tsql::ProcedureArgs&) {
         const auto r = c.execute("Select IsNull(Max(a), 0) + 1 From ##t");
         return r.resultSets.front().rows.front().front();
     });
@@ -44,7 +44,7 @@ TEST_F(Translator, IfExistsExecTextAndProcedures) {
 }
 
 TEST_F(Translator, ProcedureFailureLeavesNothingWritten) {
-    engine->procedures().addProcedure("sp_Half", [](tr::db::Connection& c, const tr::engine::ProcedureArgs&) {
+    engine->procedures().addProcedure("sp_Half", [](tr::db::Connection& c, const tr::tsql::ProcedureArgs&) {
         c.execute("Insert Into Asnad (Document) Values ('x')");
         c.execute("Insert Into NoSuchTable (a) Values (1)");
         return tr::db::ExecResult{};

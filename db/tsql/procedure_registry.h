@@ -1,7 +1,7 @@
 #pragma once
 // Stored procedures and dbo scalar functions written in C++, registered by name (case-insensitive).
 // A procedure gets the calling connection and its arguments; it issues T-SQL through that connection
-// and the engine runs the whole call in one transaction.
+// and the backend runs the whole call in one transaction. Every backend runs the same registry.
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -15,7 +15,7 @@ namespace tr::db {
 class Connection;
 }
 
-namespace tr::engine {
+namespace tr::tsql {
 
 using ProcedureArgs = std::vector<QVariant>;
 using Procedure = std::function<tr::db::ExecResult(tr::db::Connection&, const ProcedureArgs&)>;
@@ -38,4 +38,4 @@ private:
     QSet<QString> upkeep_;
 };
 
-}  // namespace tr::engine
+}  // namespace tr::tsql
