@@ -185,6 +185,23 @@ TEST_F(FormTest, ACancelledDocumentIsMarkedAboveItsLines) {
     EXPECT_FALSE(mark->isVisible());
 }
 
+// A long name the program fills in reads from its start and shows whole when pointed at.
+TEST_F(FormTest, ALongNameShowsItsStart) {
+    const QString name = s("صندوق مرکزي شعبه اصلي خيابان آزادي نبش کوچه شهيد بهشتي طبقه دوم ساختمان شماره دو");
+    company().execute(QStringLiteral("Update N_Cash Set CashNam = ") + company().text(name) +
+                      QStringLiteral(" Where CashCod = ") + company().text(s(demo::kRialCashBox)));
+    auto* form = dock<TCashGetForm>();
+    auto* code = form->widget<QLineEdit>(QStringLiteral("txtCashCod"));
+    code->setFocus();
+    typeText(code, s(demo::kRialCashBox));
+    QTest::keyClick(code, Qt::Key_Tab);
+    auto* box = form->widget<QLineEdit>(QStringLiteral("txtCashNam"));
+    ASSERT_EQ(box->text(), name);
+    EXPECT_EQ(box->cursorPosition(), 0);
+    EXPECT_EQ(box->toolTip(), name);
+    screenshot(form, QStringLiteral("cash_get_long_name"));
+}
+
 // Leaving the date with a day its month does not have brings the message and puts the cursor
 // back in the day box; moving between the date's own boxes does not.
 TEST_F(FormTest, LeavingAnImpossibleDateReturnsToItsBox) {

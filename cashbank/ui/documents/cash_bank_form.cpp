@@ -37,7 +37,14 @@ using tr::vouchers::HeaderField;
 namespace {
 
 void setTextKeepingCursor(QLineEdit* edit, const QString& text) {
-    if (edit && edit->text() != text) edit->setText(text);
+    if (!edit || edit->text() == text) return;
+    edit->setText(text);
+    // A name the program shows reads from its start (a long one would show only its end), and
+    // shows whole when pointed at.
+    if (edit->isReadOnly()) {
+        edit->setCursorPosition(0);
+        edit->setToolTip(text);
+    }
 }
 
 }  // namespace
