@@ -1,13 +1,12 @@
 #include "db/procedures/cash_bank_documents.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 #include <cmath>
 
 #include "common/db/database_error.h"
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
-#include "common/persian/amount.h"
+#include "db/procedures/posting.h"
 
 namespace tr::procedures {
 
@@ -67,58 +66,9 @@ constexpr int kCancelUser = 7;
 // WhatDoc2 of a counter line on a plain chart-of-accounts account.
 constexpr const char* kAccountLine = "00";
 
-// The ledger is in rials: amounts derived from a currency amount are kept to two decimals so that
-// a voucher's lines add up to exactly what its treasury line says, rounded as the screens round.
-double round2(double value) {
-    return tr::persian::roundAmount(value, 2);
-}
-
-[[noreturn]] void refuse(const QString& message) {
-    throw DatabaseError(message);
-}
-
 QString text(const char* utf8) {
     return QString::fromUtf8(utf8);
 }
-
-QString sideColumn(LedgerSide side) {
-    return side == LedgerSide::Bed ? QStringLiteral("Bed") : QStringLiteral("Bes");
-}
-LedgerSide opposite(LedgerSide side) {
-    return side == LedgerSide::Bed ? LedgerSide::Bes : LedgerSide::Bed;
-}
-
-QString literal(const Connection& c, const QVariant& value) {
-    if (value.isNull() || !value.isValid()) return QStringLiteral("Null");
-    switch (value.typeId()) {
-        case QMetaType::Double:
-        case QMetaType::Float:
-            return sqlNumber(value.toDouble());
-        case QMetaType::Int:
-        case QMetaType::LongLong:
-        case QMetaType::UInt:
-        case QMetaType::ULongLong:
-            return sqlNumber(value.toLongLong());
-        default:
-            return c.text(value.toString());
-    }
-}
-
-// A value as the document's text columns keep it: trimmed, '' rather than Null for account codes.
-QString trimmedText(const QVariant& value) {
-    return value.isNull() ? QString() : value.toString().trimmed();
-}
-
-struct Record {
-    const Query* set = nullptr;
-    int row = 0;
-    QVariant operator[](const char* column) const {
-        const int i = set->fieldIndex(QString::fromLatin1(column));
-        if (i < 0)
-            throw DatabaseError(QStringLiteral("column %1 missing").arg(QLatin1String(column)));
-        return set->value(row, i);
-    }
-};
 
 struct Document {
     QList<qint64> lines;  // N_NaghdTrans.IDX of every row of the document
@@ -146,14 +96,7 @@ class DocumentCall {
         }
         action_ = args[first].toString().trimmed().toUpper();
         for (int i = 0; i < kCount; ++i) values_ << args[first + 1 + i].toString().trimmed();
-        table_ = values_[kTable];
-        static const QRegularExpression tableName(QStringLiteral("^##[A-Za-z0-9_]+$"));
-        if (!tableName.match(table_).hasMatch()) {
-            throw DatabaseError(
-                QStringLiteral("'%1' is not the name of a transfer table (## followed by letters, "
-                               "digits and _)")
-                    .arg(table_));
-        }
+        table_ = validWorkTable(values_[kTable], QStringLiteral("a transfer table"));
     }
 
     tr::db::ExecResult run() {
@@ -178,19 +121,7 @@ class DocumentCall {
     QString kindLiteral() const { return c_.text(text(kind_.whatDoc)); }
     QString title() const { return text(kind_.title); }
 
-    qint64 serial() const {
-        static const QRegularExpression digits(QStringLiteral("^[0-9]{1,9}$"));
-        if (!digits.match(values_[kSerial]).hasMatch()) {
-            refuse(QStringLiteral("سريال ") + title() + QStringLiteral(" معتبر نيست."));
-        }
-        return values_[kSerial].toLongLong();
-    }
-
-    QString validDate(const QString& date) const {
-        static const QRegularExpression shape(QStringLiteral("^[0-9]{4}/[0-9]{2}/[0-9]{2}$"));
-        if (!shape.match(date).hasMatch()) refuse(QStringLiteral("تاريخ سند معتبر نيست."));
-        return date;
-    }
+    qint64 serial() const { return validSerial(values_[kSerial], title()); }
 
     QString documentFilter(qint64 serial) const {
         return QStringLiteral(" WhatDoc = ") + kindLiteral() + QStringLiteral(" And Serial = ") +
@@ -228,10 +159,6 @@ class DocumentCall {
                    .toLongLong() > 0;
     }
 
-    qint64 newVoucherNumber() {
-        return firstColumn(c_, QStringLiteral("Select dbo.sp_M_Asnad_GetMaxSanadNo() As SanadNo"))
-            .toLongLong();
-    }
 
     // The rows go in this order so that the voucher goes before the lines it points to.
     void deleteDocument(const Document& d, qint64 serial, bool withCancellation) {
@@ -353,7 +280,7 @@ class DocumentCall {
                             .toLongLong();
             deleteDocument(earlier, s, false);
         }
-        if (voucherNo == 0) voucherNo = newVoucherNumber();
+        if (voucherNo == 0) voucherNo = tr::procedures::newVoucherNumber(c_);
 
         const Record& first = lines.front().in;
         const QString treasuryCode = values_[kCode];
@@ -397,51 +324,65 @@ class DocumentCall {
     qint64 insertDocumentRow(qint64 s, int raj, const QString& date, const QString& whatDoc2,
                              const QString& codWhatDoc2, const QVariant& namWhatDoc2,
                              const QVariant& manabeh, const Record& extras) {
-        const QString sep = QStringLiteral(", ");
-        const tr::db::ExecResult inserted = c_.execute(
-            QStringLiteral("Insert Into N_NaghdTrans (WhatDoc, Serial, Raj, CodWhatDoc, WhatDoc2, "
-                           "CodWhatDoc2, NamWhatDoc2, Joz, ManabehCod, SanadDate, Des1, Des2, "
-                           "Des3, Des4) Values (") +
-            kindLiteral() + sep + sqlNumber(s) + sep + sqlNumber(raj) + sep +
-            c_.text(values_[kCode]) + sep + c_.text(whatDoc2) + sep + c_.text(codWhatDoc2) + sep +
-            literal(c_, namWhatDoc2) + sep + literal(c_, extras["Joz"]) + sep +
-            literal(c_, manabeh) + sep + c_.text(date) + sep + literal(c_, extras["Des1"]) + sep +
-            literal(c_, extras["Des2"]) + sep + literal(c_, extras["Des3"]) + sep +
-            literal(c_, extras["Des4"]) + QStringLiteral(")"));
-        return inserted.lastIdentity;
+        TreasuryRow row;
+        row.whatDoc = text(kind_.whatDoc);
+        row.serial = s;
+        row.raj = raj;
+        row.codWhatDoc = values_[kCode];
+        row.whatDoc2 = whatDoc2;
+        row.codWhatDoc2 = codWhatDoc2;
+        row.namWhatDoc2 = namWhatDoc2;
+        row.joz = extras["Joz"];
+        row.manabehCod = manabeh;
+        row.date = date;
+        row.des1 = extras["Des1"];
+        row.des2 = extras["Des2"];
+        row.des3 = extras["Des3"];
+        row.des4 = extras["Des4"];
+        return insertTreasuryRow(c_, row);
     }
 
     void insertVoucherLine(qint64 voucherNo, const QString& date, int raj, qint64 idx,
                            const QString& whatDoc2, const Record& account, const QString& des,
                            LedgerSide side, double rials) {
-        const QString sep = QStringLiteral(", ");
-        const auto code = [&](const char* column) { return c_.text(trimmedText(account[column])); };
-        c_.execute(
-            QStringLiteral("Insert Into Asnad (TypeSys, WhatDoc, WhatDoc2, DocToDate, Document, "
-                           "SanadNo, SanadDate, Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, "
-                           "Des, Bed, Bes, AtfCh, User_Name) Values ('N', ") +
-            kindLiteral() + sep + c_.text(whatDoc2) + QStringLiteral(", '0', ") +
-            c_.text(QString::number(idx)) + sep + sqlNumber(voucherNo) + sep + c_.text(date) + sep +
-            sqlNumber(raj) + sep + code("Koll") + sep + code("Moein") + sep + code("Tafsily") +
-            sep + code("Tafsily2") + sep + code("ProjectCod") + sep + c_.text(des) + sep +
-            sqlNumber(side == LedgerSide::Bed ? rials : 0.0) + sep +
-            sqlNumber(side == LedgerSide::Bes ? rials : 0.0) + sep + c_.text(values_[kReference]) +
-            sep + c_.text(values_[kUser]) + QStringLiteral(")"));
+        VoucherLine line;
+        line.whatDoc = text(kind_.whatDoc);
+        line.whatDoc2 = whatDoc2;
+        line.document = idx;
+        line.voucherNo = voucherNo;
+        line.date = date;
+        line.raj = raj;
+        line.koll = trimmedText(account["Koll"]);
+        line.moein = trimmedText(account["Moein"]);
+        line.tafsily = trimmedText(account["Tafsily"]);
+        line.tafsily2 = trimmedText(account["Tafsily2"]);
+        line.projectCod = trimmedText(account["ProjectCod"]);
+        line.des = des;
+        line.side = side;
+        line.rials = rials;
+        line.atfCh = values_[kReference];
+        line.user = values_[kUser];
+        tr::procedures::insertVoucherLine(c_, line);
     }
 
     void insertCurrencyRow(qint64 s, int raj, qint64 idx, const QString& code, const QString& name,
                            double count, double unitPrice, double rials, const Record& line) {
-        const QString sep = QStringLiteral(", ");
-        const bool hasLine = line.set != nullptr;
-        c_.execute(
-            QStringLiteral("Insert Into N_ArzTrans (IDX, WhatDoc, Serial, Raj, ArzCod, ArzNam, "
-                           "ArzCount, Nerkh, ArzCount2, ArzNam2, ArzUnitPrice, ArzTotalPrice) "
-                           "Values (") +
-            sqlNumber(idx) + sep + kindLiteral() + sep + sqlNumber(s) + sep + sqlNumber(raj) + sep +
-            c_.text(code) + sep + c_.text(name) + sep + sqlNumber(count) + sep + sqlNumber(rate_) +
-            sep + (hasLine ? literal(c_, line["ArzCount2"]) : QStringLiteral("Null")) + sep +
-            (hasLine ? literal(c_, line["ArzNam2"]) : QStringLiteral("Null")) + sep +
-            sqlNumber(unitPrice) + sep + sqlNumber(rials) + QStringLiteral(")"));
+        CurrencyRow row;
+        row.idx = idx;
+        row.whatDoc = text(kind_.whatDoc);
+        row.serial = s;
+        row.raj = raj;
+        row.code = code;
+        row.name = name;
+        row.count = count;
+        row.rate = rate_;
+        if (line.set) {
+            row.count2 = line["ArzCount2"];
+            row.name2 = line["ArzNam2"];
+        }
+        row.unitPrice = unitPrice;
+        row.rials = rials;
+        tr::procedures::insertCurrencyRow(c_, row);
     }
 
     void cancel() {
@@ -462,7 +403,7 @@ class DocumentCall {
                                   "Document, SanadNo, SanadDate, Raj, Koll, Moein, Tafsily, "
                                   "Tafsily2, ProjectCod, Des, Bed, Bes, AtfCh, User_Name) "
                                   "Select TypeSys, WhatDoc, WhatDoc2, '1', Document, ") +
-                   sqlNumber(newVoucherNumber()) + QStringLiteral(", ") + c_.text(date) +
+                   sqlNumber(tr::procedures::newVoucherNumber(c_)) + QStringLiteral(", ") + c_.text(date) +
                    QStringLiteral(", Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, Des, Bes, "
                                   "Bed, AtfCh, ") +
                    c_.text(values_[kCancelUser]) + QStringLiteral(" From Asnad Where") +

@@ -4,11 +4,10 @@
 // transfer table and N_NaghdTrans / Asnad / N_ArzTrans in the modes of the treasury call contract.
 #include <vector>
 
+#include "db/procedures/posting.h"
 #include "db/procedures/procedures.h"
 
 namespace tr::procedures {
-
-enum class LedgerSide { Bed, Bes };
 
 // The object that stands on a document's treasury side. `lookup` is a Select with one %1 (the
 // quoted code from the header) answering Nam, ArzCod, Koll, Moein, Tafsily, Tafsily2, ProjectCod.
