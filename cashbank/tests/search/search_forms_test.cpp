@@ -43,6 +43,16 @@ class SearchForms : public SearchTest {
         form.fromDate.month->setText(QStringLiteral("1"));
         form.fromDate.year->setText(QStringLiteral("1404"));
     }
+    // That search, run after saving a receipt of 1,250,000 with `description`.
+    std::unique_ptr<TCashSearchForm> searchedAfterReceipt(const QString& description) {
+        Doc a = receipt(1, 1250000);
+        a.description = description;
+        save(a);
+        auto form = std::make_unique<TCashSearchForm>(session->services);
+        showFromYearStart(*form);
+        form->mnuSearchClick();
+        return form;
+    }
 };
 
 TEST_F(SearchForms, LauncherShowsTheSearchesTheUserMayRunAndOpensThem) {
@@ -199,12 +209,8 @@ TEST_F(SearchForms, ARowOpensItsDocumentInItsScreen) {
 
 // The result saved as a CSV file opens in a spreadsheet with its Persian text and plain amounts.
 TEST_F(SearchForms, TheResultIsSavedAsACsvFileForSpreadsheets) {
-    Doc a = receipt(1, 1250000);
-    a.description = s("دريافت وجه, نقد");
-    save(a);
-    TCashSearchForm form(session->services);
-    showFromYearStart(form);
-    form.mnuSearchClick();
+    auto searched = searchedAfterReceipt(s("دريافت وجه, نقد"));
+    TCashSearchForm& form = *searched;
     ASSERT_GT(form.model()->rowCount(), 0);
 
     QTemporaryDir dir;
@@ -244,12 +250,8 @@ QString zipPart(const QString& zip, const QString& part) {
 
 // The Excel workbook: one right-to-left sheet, Persian titles and texts, amounts as numbers.
 TEST_F(SearchForms, TheResultIsSavedAsAnExcelWorkbook) {
-    Doc a = receipt(1, 1250000);
-    a.description = s("دريافت وجه نقد");
-    save(a);
-    TCashSearchForm form(session->services);
-    showFromYearStart(form);
-    form.mnuSearchClick();
+    auto searched = searchedAfterReceipt(s("دريافت وجه نقد"));
+    TCashSearchForm& form = *searched;
     ASSERT_GT(form.model()->rowCount(), 0);
 
     QTemporaryDir dir;

@@ -28,4 +28,21 @@ inline QString table(const QString& attributes, const QString& rows) {
            QStringLiteral("</table>");
 }
 
+// The band atop a list print: the company at the right, the title in the middle, a labelled
+// value (a date) at the left. `title` and `value` are HTML already.
+inline QString titleBand(const QString& company, const QString& title, int titlePoints,
+                         const QString& label, const QString& value) {
+    return table(QStringLiteral("cellspacing=\"0\" cellpadding=\"4\""),
+                 row({cell(QStringLiteral("<b>") + esc(company) + QStringLiteral("</b>"),
+                           QStringLiteral("width=\"30%\"")),
+                      cell(QStringLiteral("<p align=\"center\"><span style=\"font-size:%1pt; "
+                                          "font-weight:bold;\">")
+                                   .arg(titlePoints) +
+                               title + QStringLiteral("</span></p>"),
+                           QStringLiteral("width=\"40%\"")),
+                      cell(QStringLiteral("<p align=\"left\"><b>") + esc(label) +
+                               QStringLiteral(" :</b> ") + value + QStringLiteral("</p>"),
+                           QStringLiteral("width=\"30%\""))}));
+}
+
 }  // namespace tr::cashbank::ui::html

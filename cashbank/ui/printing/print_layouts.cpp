@@ -304,16 +304,7 @@ QString documentHtml(const DocumentPrint& document, PrintLayout layout) {
 
 QString voucherHtml(const VoucherPrint& v) {
     QString h = QStringLiteral("<html><body>");
-    h += table(QStringLiteral("cellspacing=\"0\" cellpadding=\"4\""),
-               row({cell(QStringLiteral("<b>") + esc(v.companyName) + QStringLiteral("</b>"),
-                         QStringLiteral("width=\"30%\"")),
-                    cell(QStringLiteral("<p align=\"center\"><span style=\"font-size:15pt; "
-                                        "font-weight:bold;\">") +
-                             text(v.title) + QStringLiteral("</span></p>"),
-                         QStringLiteral("width=\"40%\"")),
-                    cell(QStringLiteral("<p align=\"left\"><b>تاريخ :</b> ") + text(v.date) +
-                             QStringLiteral("</p>"),
-                         QStringLiteral("width=\"30%\""))}));
+    h += html::titleBand(v.companyName, text(v.title), 15, QStringLiteral("تاريخ"), text(v.date));
 
     QString lines = headerCells({{QStringLiteral("رديف"), 5},
                                  {QStringLiteral("کل"), 5},

@@ -60,16 +60,8 @@ QString filtersInForce(const SearchFilters& f) {
 QString searchResultHtml(const DocumentSearch::ShownResult& shown,
                          const SearchPrintHeading& heading) {
     QString h = QStringLiteral("<html><body>");
-    h += table(QStringLiteral("cellspacing=\"0\" cellpadding=\"3\""),
-               row({cell(QStringLiteral("<b>") + esc(heading.company) + QStringLiteral("</b>"),
-                         QStringLiteral("width=\"30%\"")),
-                    cell(QStringLiteral("<p align=\"center\"><span style=\"font-size:14pt; "
-                                        "font-weight:bold;\">") +
-                             esc(heading.caption) + QStringLiteral("</span></p>"),
-                         QStringLiteral("width=\"40%\"")),
-                    cell(QStringLiteral("<p align=\"left\"><b>تاريخ چاپ :</b> ") +
-                             esc(persianDigits(heading.printedOn)) + QStringLiteral("</p>"),
-                         QStringLiteral("width=\"30%\""))}));
+    h += html::titleBand(heading.company, esc(heading.caption), 14, QStringLiteral("تاريخ چاپ"),
+                         esc(persianDigits(heading.printedOn)));
     if (!heading.filters.isEmpty())
         h += QStringLiteral("<p align=\"center\" style=\"margin-top:2px;\">") +
              esc(heading.filters) + QStringLiteral("</p>");
