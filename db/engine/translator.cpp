@@ -42,38 +42,6 @@ QString quoteText(const QString& value) {
     return QLatin1Char('\'') + v + QLatin1Char('\'');
 }
 
-// SQLite declaration for a T-SQL column type; text columns carry the TSQL collation.
-QString sqliteType(const TypeName& t) {
-    const QString& n = t.name;
-    const QString length = t.length > 0 ? QStringLiteral("(%1)").arg(t.length) : QString();
-    if (n == QLatin1String("VARCHAR") || n == QLatin1String("NVARCHAR") || n == QLatin1String("CHAR") ||
-        n == QLatin1String("NCHAR") || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ||
-        n == QLatin1String("SYSNAME")) {
-        return (n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ? n : n + length) +
-               QStringLiteral(" COLLATE TSQL");
-    }
-    if (n == QLatin1String("DATETIME") || n == QLatin1String("SMALLDATETIME") || n == QLatin1String("DATE")) {
-        return n + QStringLiteral(" COLLATE TSQL");
-    }
-    if (n == QLatin1String("INT") || n == QLatin1String("INTEGER") || n == QLatin1String("BIGINT") ||
-        n == QLatin1String("SMALLINT") || n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
-        return n == QLatin1String("INTEGER") ? QStringLiteral("INT") : n;
-    }
-    if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY") ||
-        n == QLatin1String("SMALLMONEY")) {
-        return QStringLiteral("FLOAT");
-    }
-    if (n == QLatin1String("DECIMAL") || n == QLatin1String("NUMERIC")) {
-        return QStringLiteral("DECIMAL") + (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale))
-                                                         : QString());
-    }
-    if (n == QLatin1String("VARBINARY") || n == QLatin1String("BINARY") || n == QLatin1String("IMAGE")) {
-        return QStringLiteral("BLOB");
-    }
-    if (n == QLatin1String("UNIQUEIDENTIFIER")) return QStringLiteral("VARCHAR(36) COLLATE TSQL");
-    return {};
-}
-
 struct Out {
     QString sql;
     SqlType type = SqlType::Unknown;
@@ -120,7 +88,8 @@ bool writesOnlyTemp(const QString& schema, const QStringList& sql) {
 
 class Translator {
 public:
-    Translator(Catalog& catalog, const QString& source) : catalog_(catalog), source_(source) {}
+    Translator(Catalog& catalog, const QString& source, const TargetWriter& writer)
+        : catalog_(catalog), source_(source), w_(writer) {}
 
     [[noreturn]] void fail(const QString& message, int position) const {
         throw DatabaseError(message, source_, position);
@@ -161,7 +130,7 @@ public:
         if (r.name.startsWith(QLatin1String("##"))) {
             r.schema = QStringLiteral("tempdb");
         } else if (r.name.startsWith(QLatin1Char('#'))) {
-            r.schema = QStringLiteral("temp");
+            r.schema = w_.localTempSchema();
         } else {
             r.schema = catalog_.schemaForDatabase(database, position);
         }
@@ -250,7 +219,7 @@ public:
                 const size_t known = out.columns.size();
                 expandStar(*item.expr, scope, items, out, targets);
                 if (first && trimFirst && out.columns.size() > known && !isNumeric(out.columns[known].type))
-                    items.first() = QStringLiteral("trim(%1, ' ')").arg(items.first());
+                    items.first() = w_.trimBlanks(items.first());
                 continue;
             }
             if (item.expr->kind == Expr::Kind::Identity) {
@@ -272,7 +241,7 @@ public:
                 continue;
             }
             Out e = expr(*item.expr, scope);
-            if (trimFirst && items.isEmpty() && !isNumeric(e.type)) e.sql = QStringLiteral("trim(%1, ' ')").arg(e.sql);
+            if (trimFirst && items.isEmpty() && !isNumeric(e.type)) e.sql = w_.trimBlanks(e.sql);
             QString name = item.alias;
             if (name.isEmpty() && e.columnRef) name = e.columnName;
             if (forInto && name.isEmpty()) {
@@ -564,7 +533,7 @@ public:
                 return make(QStringLiteral("NULL"), SqlType::Null, true);
             case Expr::Kind::Number: {
                 if (e.parameter > 0) {
-                    Out o = make(QStringLiteral("?%1").arg(e.parameter),
+                    Out o = make(w_.parameter(e.parameter),
                                  e.text.contains(QLatin1Char('.')) ? SqlType::Real : SqlType::Integer, true);
                     o.literal = true;
                     o.parameter = e.parameter;
@@ -579,7 +548,7 @@ public:
                 return o;
             }
             case Expr::Kind::String: {
-                Out o = e.parameter > 0 ? make(QStringLiteral("?%1").arg(e.parameter), SqlType::Text, true)
+                Out o = e.parameter > 0 ? make(w_.parameter(e.parameter), SqlType::Text, true)
                                         : make(quoteText(e.text), SqlType::Text, true);
                 o.literal = true;
                 o.parameter = e.parameter;
@@ -674,7 +643,7 @@ public:
                     for (size_t i = 1; i < e.args.size(); ++i) {
                         Out item = expr(*e.args[i], scope);
                         if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
-                        items << (x.type == SqlType::Text ? QStringLiteral("trim(%1, ' ')").arg(item.sql) : item.sql);
+                        items << (x.type == SqlType::Text ? w_.trimBlanks(item.sql) : item.sql);
                     }
                     list = items.join(QStringLiteral(", "));
                 }
@@ -701,11 +670,10 @@ public:
                             SqlType::Integer);
             }
             case Expr::Kind::Like: {
-                QString sql = wrap(expr(*e.args[0], scope)) +
-                              (e.negated ? QStringLiteral(" NOT LIKE ") : QStringLiteral(" LIKE ")) +
-                              wrap(expr(*e.args[1], scope));
-                if (e.args.size() > 2) sql += QStringLiteral(" ESCAPE ") + wrap(expr(*e.args[2], scope));
-                return make(sql, SqlType::Integer);
+                const QString value = wrap(expr(*e.args[0], scope));
+                const QString pattern = wrap(expr(*e.args[1], scope));
+                const QString escape = e.args.size() > 2 ? wrap(expr(*e.args[2], scope)) : QString();
+                return make(w_.like(value, pattern, escape, e.negated), SqlType::Integer);
             }
             case Expr::Kind::IsNull:
                 return make(wrap(expr(*e.args[0], scope)) +
@@ -722,7 +690,7 @@ public:
         Out o = castValue(e, scope);
         TypeName declared = e.type;
         if (declared.name.contains(QLatin1String("CHAR")) && declared.length == -1) declared.length = 30;
-        o.declaredType = sqliteType(declared);
+        o.declaredType = w_.columnType(declared);
         return o;
     }
 
@@ -776,7 +744,7 @@ public:
                        : f->result == tr::tsql::ResultType::Integer ? SqlType::Integer
                        : f->result == tr::tsql::ResultType::Real    ? SqlType::Real
                                                                     : first;
-        QString spelling = QString::fromLatin1(f->sqlite);
+        QString spelling = w_.spelling(*f);
         QStringList args;
         for (const Out& o : a) args << o.sql;
         switch (f->rule) {
@@ -852,10 +820,8 @@ public:
                 for (int i = 0; i < s.columns.size(); ++i) {
                     columns << quoteIdent(s.columns[i]) + (s.descending[i] ? QStringLiteral(" DESC") : QString());
                 }
-                step.sql << QStringLiteral("CREATE %1INDEX %2.%3 ON %4 (%5)")
-                                .arg(s.unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(t.schema),
-                                     quoteIdent(t.name + QStringLiteral("__") + s.name), quoteIdent(t.name),
-                                     columns.join(QStringLiteral(", ")));
+                step.sql << w_.createIndex(s.unique, t.schema, t.name + QStringLiteral("__") + s.name, t.name,
+                                           columns.join(QStringLiteral(", ")));
                 step.writes = true;
                 step.tempOnly = writesOnlyTemp(t.schema, step.sql);
                 return step;
@@ -955,11 +921,11 @@ public:
     }
 
     QString columnDefinition(const ColumnDef& c, bool allowIdentityKey) {
-        QString type = sqliteType(c.type);
+        QString type = w_.columnType(c.type);
         if (type.isEmpty()) unsupported(QStringLiteral("column type ") + c.type.name, c.position);
         QString sql = quoteIdent(c.name) + QLatin1Char(' ');
         if (c.identity && allowIdentityKey) {
-            sql += QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
+            sql += w_.identityColumn();
         } else {
             sql += type;
             if (c.notNull) sql += QStringLiteral(" NOT NULL");
@@ -1214,14 +1180,16 @@ public:
 private:
     Catalog& catalog_;
     const QString& source_;
+    const TargetWriter& w_;
     int depth_ = 0;
     std::vector<std::pair<int, int>> boundWidths_;  // for Step::boundWidths
 };
 
 }  // namespace
 
-Step translateStatement(const Statement& statement, Catalog& catalog, const QString& sourceSql) {
-    return Translator(catalog, sourceSql).statement(statement);
+Step translateStatement(const Statement& statement, Catalog& catalog, const QString& sourceSql,
+                        const TargetWriter& writer) {
+    return Translator(catalog, sourceSql, writer).statement(statement);
 }
 
 }  // namespace tr::engine

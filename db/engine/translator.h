@@ -1,7 +1,7 @@
 #pragma once
-// Translates one parsed T-SQL statement into the steps the engine runs on SQLite: SQLite text
-// (with the TSQL collation, T-SQL conversions and runtime helpers), procedure calls, and the
-// control flow of If and Exec('...'). Column types come from the catalogue, so `+` becomes `||`
+// Translates one parsed T-SQL statement into the steps a backend runs: its target's SQL text (with
+// the TSQL collation, T-SQL conversions and runtime helpers, spelled by the target's writer),
+// procedure calls, and the control flow of If and Exec('...'). Column types come from the catalogue, so `+` becomes `||`
 // for text and `+` for numbers, with the runtime tsql_add() only where a type is unknown.
 #include <QString>
 #include <QStringList>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "db/engine/ast.h"
+#include "db/engine/target_writer.h"
 
 namespace tr::engine {
 
@@ -62,6 +63,8 @@ struct Step {
     int position = 0;
 };
 
-Step translateStatement(const ast::Statement& statement, Catalog& catalog, const QString& sourceSql);
+// `writer` spells what differs between target databases (SQLite's by default).
+Step translateStatement(const ast::Statement& statement, Catalog& catalog, const QString& sourceSql,
+                        const TargetWriter& writer = sqliteWriter());
 
 }  // namespace tr::engine

@@ -1,0 +1,74 @@
+#include "db/engine/sql_identifiers.h"
+#include "db/engine/target_writer.h"
+
+namespace tr::engine {
+
+namespace {
+
+class SqliteWriter final : public TargetWriter {
+  public:
+    QString parameter(int ordinal) const override { return QStringLiteral("?%1").arg(ordinal); }
+
+    // Text columns carry the TSQL collation; dates are text, as the suite keeps them.
+    QString columnType(const ast::TypeName& t) const override {
+        const QString& n = t.name;
+        const QString length = t.length > 0 ? QStringLiteral("(%1)").arg(t.length) : QString();
+        if (n == QLatin1String("VARCHAR") || n == QLatin1String("NVARCHAR") || n == QLatin1String("CHAR") ||
+            n == QLatin1String("NCHAR") || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ||
+            n == QLatin1String("SYSNAME")) {
+            return (n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ? n : n + length) +
+                   QStringLiteral(" COLLATE TSQL");
+        }
+        if (n == QLatin1String("DATETIME") || n == QLatin1String("SMALLDATETIME") || n == QLatin1String("DATE"))
+            return n + QStringLiteral(" COLLATE TSQL");
+        if (n == QLatin1String("INT") || n == QLatin1String("INTEGER") || n == QLatin1String("BIGINT") ||
+            n == QLatin1String("SMALLINT") || n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
+            return n == QLatin1String("INTEGER") ? QStringLiteral("INT") : n;
+        }
+        if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY") ||
+            n == QLatin1String("SMALLMONEY")) {
+            return QStringLiteral("FLOAT");
+        }
+        if (n == QLatin1String("DECIMAL") || n == QLatin1String("NUMERIC")) {
+            return QStringLiteral("DECIMAL") +
+                   (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale)) : QString());
+        }
+        if (n == QLatin1String("VARBINARY") || n == QLatin1String("BINARY") || n == QLatin1String("IMAGE"))
+            return QStringLiteral("BLOB");
+        if (n == QLatin1String("UNIQUEIDENTIFIER")) return QStringLiteral("VARCHAR(36) COLLATE TSQL");
+        return {};
+    }
+
+    QString identityColumn() const override { return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT"); }
+
+    QString trimBlanks(const QString& sql) const override { return QStringLiteral("trim(%1, ' ')").arg(sql); }
+
+    QString spelling(const tr::tsql::BuiltinFunction& f) const override { return QString::fromLatin1(f.sqlite); }
+
+    // The engine registers its own like(), which follows T-SQL and the collation.
+    QString like(const QString& value, const QString& pattern, const QString& escape,
+                 bool negated) const override {
+        QString sql = value + (negated ? QStringLiteral(" NOT LIKE ") : QStringLiteral(" LIKE ")) + pattern;
+        if (!escape.isEmpty()) sql += QStringLiteral(" ESCAPE ") + escape;
+        return sql;
+    }
+
+    QString localTempSchema() const override { return QStringLiteral("temp"); }
+
+    // SQLite names the index's schema, and the table without it.
+    QString createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
+                        const QString& columns) const override {
+        return QStringLiteral("CREATE %1INDEX %2.%3 ON %4 (%5)")
+            .arg(unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(schema), quoteIdent(name),
+                 quoteIdent(table), columns);
+    }
+};
+
+}  // namespace
+
+const TargetWriter& sqliteWriter() {
+    static const SqliteWriter writer;
+    return writer;
+}
+
+}  // namespace tr::engine

@@ -1,0 +1,38 @@
+#pragma once
+// What the translator writes differently for each target database: everything else it decides
+// once (names, types, the T-SQL rules), and asks the target's writer only how to spell it.
+// SQLite's writer is the embedded engine's; PostgreSQL's comes with the server backend.
+#include <QString>
+
+#include "db/engine/ast.h"
+#include "db/tsql/builtin_functions.h"
+
+namespace tr::engine {
+
+class TargetWriter {
+  public:
+    virtual ~TargetWriter() = default;
+    // Where the value bound as parameter `ordinal` (from 1) stands in the text.
+    virtual QString parameter(int ordinal) const = 0;
+    // A T-SQL column type as the target declares it (text types with the TSQL collation); empty
+    // for a type the target keeps no column of.
+    virtual QString columnType(const ast::TypeName& type) const = 0;
+    // The declaration of an Identity column: the table's row key, numbered by the target.
+    virtual QString identityColumn() const = 0;
+    // `sql` with its leading and trailing blanks removed.
+    virtual QString trimBlanks(const QString& sql) const = 0;
+    // How the target writes a call of a built-in function (%1 ... for the arguments).
+    virtual QString spelling(const tr::tsql::BuiltinFunction& function) const = 0;
+    // T-SQL LIKE with the TSQL collation's folding.
+    virtual QString like(const QString& value, const QString& pattern, const QString& escape,
+                         bool negated) const = 0;
+    // The schema of # tables (the connection's own).
+    virtual QString localTempSchema() const = 0;
+    // Creating index `name` of `schema`.`table`; `columns` already written.
+    virtual QString createIndex(bool unique, const QString& schema, const QString& name,
+                                const QString& table, const QString& columns) const = 0;
+};
+
+const TargetWriter& sqliteWriter();
+
+}  // namespace tr::engine
