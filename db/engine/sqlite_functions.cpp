@@ -238,6 +238,19 @@ void divideFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
     sqlite3_result_double(ctx, a->real() / b->real());
 }
 
+// T-SQL's ^: the exclusive or of two integers (numbers are cut to integers as | and & cut them).
+void xorFunction(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (anyNull(argv, 2)) return sqlite3_result_null(ctx);
+    const auto a = numberArg(ctx, argv[0]);
+    if (!a) return;
+    const auto b = numberArg(ctx, argv[1]);
+    if (!b) return;
+    const auto whole = [](const auto& n) {
+        return n->integer ? n->i : static_cast<sqlite3_int64>(n->real());
+    };
+    sqlite3_result_int64(ctx, whole(a) ^ whole(b));
+}
+
 QString valueText(sqlite3_value* v) {
     switch (sqlite3_value_type(v)) {
         case SQLITE_INTEGER:
@@ -527,6 +540,7 @@ void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
     sqlite3_create_function(db, "tsql_int", 1, pure, nullptr, intFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_add", 2, pure, nullptr, addFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_divide", 2, pure, nullptr, divideFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "tsql_xor", 2, pure, nullptr, xorFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_fit", 2, pure, nullptr, fitFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_varchar", 2, pure, nullptr, varcharFunction, nullptr, nullptr);
     sqlite3_create_function(db, "tsql_intkey", 1, pure, nullptr, intkeyFunction, nullptr, nullptr);

@@ -45,6 +45,11 @@ class SqliteWriter final : public TargetWriter {
 
     QString spelling(const tr::tsql::BuiltinFunction& f) const override { return QString::fromLatin1(f.sqlite); }
 
+    // SQLite has no exclusive or: a runtime helper gives it.
+    QString bitwiseXor(const QString& left, const QString& right) const override {
+        return QStringLiteral("tsql_xor(%1, %2)").arg(left, right);
+    }
+
     // The engine registers its own like(), which follows T-SQL and the collation.
     QString like(const QString& value, const QString& pattern, const QString& escape,
                  bool negated) const override {

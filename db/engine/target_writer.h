@@ -23,6 +23,8 @@ class TargetWriter {
     virtual QString trimBlanks(const QString& sql) const = 0;
     // How the target writes a call of a built-in function (%1 ... for the arguments).
     virtual QString spelling(const tr::tsql::BuiltinFunction& function) const = 0;
+    // T-SQL's ^ on integers; each operand is written once.
+    virtual QString bitwiseXor(const QString& left, const QString& right) const = 0;
     // T-SQL LIKE with the TSQL collation's folding.
     virtual QString like(const QString& value, const QString& pattern, const QString& escape,
                          bool negated) const = 0;

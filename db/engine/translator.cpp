@@ -474,7 +474,10 @@ public:
     // whenever the comparison is (and Null exactly when it is), so the pair means what the
     // comparison alone does while the planner may start from either table.
     QString rowKeyLookup(const Expr& castSide, const Out& other, const Scope& scope) {
+        // Only a column or a value is written twice: a larger expression doubled at every level
+        // of a nested query would grow the text exponentially.
         if (castSide.kind != Expr::Kind::Cast || other.type != SqlType::Text) return {};
+        if (!other.columnRef && !other.literal) return {};
         const QString& n = castSide.type.name;
         if (!n.contains(QLatin1String("CHAR")) || (castSide.type.length >= 0 && castSide.type.length < 20))
             return {};  // a shorter text may cut a key to the server's overflow mark
@@ -514,9 +517,7 @@ public:
         SqlType type = l.type == SqlType::Real || r.type == SqlType::Real ? SqlType::Real
                        : l.type == SqlType::Integer && r.type == SqlType::Integer ? SqlType::Integer
                                                                                  : SqlType::Unknown;
-        if (op == QLatin1String("^")) {
-            return make(QStringLiteral("((%1 | %2) - (%1 & %2))").arg(wrap(l), wrap(r)), SqlType::Integer, true);
-        }
+        if (op == QLatin1String("^")) return make(w_.bitwiseXor(l.sql, r.sql), SqlType::Integer, true);
         if (op == QLatin1String("/") && type == SqlType::Unknown) {
             return make(QStringLiteral("tsql_divide(%1, %2)").arg(l.sql, r.sql), SqlType::Unknown, true);
         }

@@ -75,3 +75,18 @@ TEST_F(Translator, AnInsertAnswersTheKeyOfItsRow) {
     EXPECT_EQ(db->execute("Exec('Insert Into Asnad (Document) Values (''c'')')").lastIdentity, 0);
     EXPECT_EQ(db->execute("Update Asnad Set Des = 'x' Where Document = 'a'").lastIdentity, 0);
 }
+
+// ^ is T-SQL's exclusive or; an operand is written once, so a long chain stays as long as it is.
+TEST_F(Translator, ExclusiveOrWritesEachOperandOnce) {
+    EXPECT_EQ(value("Select 12 ^ 10").toInt(), 6);
+    EXPECT_TRUE(value("Select Null ^ 1").isNull());
+    QString chain = QStringLiteral("Select 1");
+    for (int i = 0; i < 20; ++i) chain += QStringLiteral(" ^ 1");
+    EXPECT_LT(db->translate(chain).size(), 20 * 20);
+    EXPECT_EQ(value(chain).toInt(), 1);  // 21 ones
+    // A key compared with a nested query's value: the query is not written twice per level.
+    QString nested = QStringLiteral("'1'");
+    for (int i = 0; i < 12; ++i)
+        nested = QStringLiteral("(Select Top 1 Document From Asnad Where Cast(IDX As Varchar(20)) = %1)").arg(nested);
+    EXPECT_LT(db->translate(QStringLiteral("Select ") + nested).size(), 12 * 400);
+}
