@@ -7,6 +7,9 @@ namespace {
 
 class SqliteWriter final : public TargetWriter {
   public:
+    // SQLite's quoted names ignore case as T-SQL's do.
+    QString name(const QString& name) const override { return quoteIdent(name); }
+    QString rowKey() const override { return QStringLiteral("rowid"); }
     QString parameter(int ordinal) const override { return QStringLiteral("?%1").arg(ordinal); }
 
     // Text columns carry the TSQL collation; dates are text, as the suite keeps them.

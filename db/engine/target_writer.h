@@ -12,6 +12,10 @@ namespace tr::engine {
 class TargetWriter {
   public:
     virtual ~TargetWriter() = default;
+    // A table, column or alias name as the target quotes it (T-SQL's names ignore case).
+    virtual QString name(const QString& name) const = 0;
+    // The column that addresses a row of any table (for an Update or Delete with Top or a join).
+    virtual QString rowKey() const = 0;
     // Where the value bound as parameter `ordinal` (from 1) stands in the text.
     virtual QString parameter(int ordinal) const = 0;
     // A T-SQL column type as the target declares it (text types with the TSQL collation); empty

@@ -50,7 +50,7 @@ struct Out {
     QString columnName;       // of a bare column reference
     bool columnRef = false;
     bool literal = false;     // a number or string written in the text
-    bool rowKey = false;      // a bare reference to a table's Identity column (its SQLite rowid)
+    bool rowKey = false;      // a bare reference to a table's Identity column (its row key)
     int parameter = 0;        // > 0: that literal, bound as ?parameter
     // The operators of a left-to-right chain at the top ("+" for + and -, "*" for * / %, "||",
     // "AND", "OR"): the next term of the same chain needs no parentheses around it, which keeps a
@@ -149,7 +149,7 @@ public:
             }
             return r;
         }
-        r.sql = quoteIdent(r.schema) + QLatin1Char('.') + quoteIdent(r.name);
+        r.sql = w_.name(r.schema) + QLatin1Char('.') + w_.name(r.name);
         r.columns = catalog_.columns(r.schema, r.name);
         if (!creating && catalog_.retired(r.schema, r.name))
             fail(QStringLiteral("Invalid object name '%1'.").arg(parts.join(QLatin1Char('.'))), position);
@@ -184,15 +184,15 @@ public:
             table.alias = ref.alias;
             table.columns = inner.columns;
             table.known = true;
-            sql = QLatin1Char('(') + inner.sql + QStringLiteral(") AS ") + quoteIdent(ref.alias);
-            table.emitted = quoteIdent(ref.alias);
+            sql = QLatin1Char('(') + inner.sql + QStringLiteral(") AS ") + w_.name(ref.alias);
+            table.emitted = w_.name(ref.alias);
         } else {
             ResolvedTable resolved = resolveTable(ref.parts, ref.position);
             table.alias = ref.alias.isEmpty() ? resolved.name : ref.alias;
             table.columns = resolved.columns;
             table.known = !resolved.columns.empty();
-            table.emitted = quoteIdent(table.alias);
-            sql = resolved.sql + QStringLiteral(" AS ") + quoteIdent(table.alias);
+            table.emitted = w_.name(table.alias);
+            sql = resolved.sql + QStringLiteral(" AS ") + w_.name(table.alias);
         }
         scope.tables.push_back(std::move(table));
         return sql;
@@ -234,7 +234,7 @@ public:
                 QString step = item.expr->args.size() > 1 ? item.expr->args[1]->text : QStringLiteral("1");
                 const QString e = QStringLiteral("(row_number() OVER (%1) - 1) * %2 + %3").arg(order, step, seed);
                 if (item.alias.isEmpty()) fail(QStringLiteral("An IDENTITY column needs a name"), item.expr->position);
-                items << e + QStringLiteral(" AS ") + quoteIdent(item.alias);
+                items << e + QStringLiteral(" AS ") + w_.name(item.alias);
                 out.columns.push_back({item.alias, QStringLiteral("INTEGER"), SqlType::Integer});
                 out.expressions.push_back(e);
                 out.plainColumns.push_back(false);
@@ -252,7 +252,7 @@ public:
             const QString value = targets && out.columns.size() < targets->size()
                                       ? fitted(e, (*targets)[out.columns.size()])
                                       : e.sql;
-            items << (item.alias.isEmpty() ? value : value + QStringLiteral(" AS ") + quoteIdent(item.alias));
+            items << (item.alias.isEmpty() ? value : value + QStringLiteral(" AS ") + w_.name(item.alias));
             QString declared = e.declaredType;
             if (declared.isEmpty()) {
                 declared = e.type == SqlType::Text      ? QStringLiteral("VARCHAR COLLATE TSQL")
@@ -296,7 +296,7 @@ public:
             // "Order By SanadDate" sorts by the SanadDate the select returns.
             for (size_t i = 0; i < out.columns.size(); ++i) {
                 if (out.columns[i].name.compare(o.expr->parts.first(), Qt::CaseInsensitive) != 0) continue;
-                if (compound || i >= out.expressions.size()) return quoteIdent(out.columns[i].name) + dir;
+                if (compound || i >= out.expressions.size()) return w_.name(out.columns[i].name) + dir;
                 const QString& e = out.expressions[i];
                 const bool collate = out.columns[i].type == SqlType::Text && !out.plainColumns[i];
                 return (collate ? QLatin1Char('(') + e + QStringLiteral(") COLLATE TSQL") : e) + dir;
@@ -323,7 +323,7 @@ public:
                 continue;
             }
             for (const ColumnInfo& c : t.columns) {
-                const QString e = t.emitted + QLatin1Char('.') + quoteIdent(c.name);
+                const QString e = t.emitted + QLatin1Char('.') + w_.name(c.name);
                 items << (targets && out.columns.size() < targets->size()
                               ? fitted(make(e, c.type, true), (*targets)[out.columns.size()])
                               : e);
@@ -396,7 +396,7 @@ public:
                 if (!qualifier.isEmpty() && t.alias.compare(qualifier, Qt::CaseInsensitive) != 0) continue;
                 for (const ColumnInfo& c : t.columns) {
                     if (c.name.compare(name, Qt::CaseInsensitive) != 0) continue;
-                    Out o = make(t.emitted + QLatin1Char('.') + quoteIdent(c.name), c.type, true);
+                    Out o = make(t.emitted + QLatin1Char('.') + w_.name(c.name), c.type, true);
                     o.columnRef = true;
                     o.declaredType = c.declaredType.contains(QLatin1String("CHAR"), Qt::CaseInsensitive) &&
                                              !c.declaredType.contains(QLatin1String("COLLATE"), Qt::CaseInsensitive)
@@ -412,8 +412,8 @@ public:
             }
         }
         // Not in the catalogue (an alias, or a table made earlier in this batch): SQLite resolves it.
-        QString sql = quoteIdent(name);
-        if (!qualifier.isEmpty()) sql = quoteIdent(qualifier) + QLatin1Char('.') + sql;
+        QString sql = w_.name(name);
+        if (!qualifier.isEmpty()) sql = w_.name(qualifier) + QLatin1Char('.') + sql;
         Out o = make(sql, SqlType::Unknown, true);
         o.columnRef = true;
         o.columnName = name;
@@ -629,7 +629,7 @@ public:
                     if (x.type == SqlType::Text && !inner.columns.empty() && isNumeric(inner.columns[0].type) &&
                         !inner.columns[0].name.isEmpty()) {
                         list = QStringLiteral("SELECT CAST(%1 AS TEXT) FROM (%2)")
-                                   .arg(quoteIdent(inner.columns[0].name), inner.sql);
+                                   .arg(w_.name(inner.columns[0].name), inner.sql);
                     }
                 } else {
                     QStringList items;
@@ -819,7 +819,7 @@ public:
                 ResolvedTable t = resolveTable(s.table, s.position);
                 QStringList columns;
                 for (int i = 0; i < s.columns.size(); ++i) {
-                    columns << quoteIdent(s.columns[i]) + (s.descending[i] ? QStringLiteral(" DESC") : QString());
+                    columns << w_.name(s.columns[i]) + (s.descending[i] ? QStringLiteral(" DESC") : QString());
                 }
                 step.sql << w_.createIndex(s.unique, t.schema, t.name + QStringLiteral("__") + s.name, t.name,
                                            columns.join(QStringLiteral(", ")));
@@ -830,7 +830,7 @@ public:
             case Statement::Kind::DropIndex: {
                 if (s.table.isEmpty()) unsupported(QStringLiteral("DROP INDEX without its table"), s.position);
                 ResolvedTable t = resolveTable(s.table, s.position);
-                step.sql << QStringLiteral("DROP INDEX %1.%2").arg(quoteIdent(t.schema), quoteIdent(t.name + QStringLiteral("__") + s.name));
+                step.sql << QStringLiteral("DROP INDEX %1.%2").arg(w_.name(t.schema), w_.name(t.name + QStringLiteral("__") + s.name));
                 step.writes = true;
                 return step;
             }
@@ -924,7 +924,7 @@ public:
     QString columnDefinition(const ColumnDef& c, bool allowIdentityKey) {
         QString type = w_.columnType(c.type);
         if (type.isEmpty()) unsupported(QStringLiteral("column type ") + c.type.name, c.position);
-        QString sql = quoteIdent(c.name) + QLatin1Char(' ');
+        QString sql = w_.name(c.name) + QLatin1Char(' ');
         if (c.identity && allowIdentityKey) {
             sql += w_.identityColumn();
         } else {
@@ -953,7 +953,7 @@ public:
         }
         if (!primary.isEmpty()) {
             QStringList quoted;
-            for (const QString& p : primary) quoted << quoteIdent(p);
+            for (const QString& p : primary) quoted << w_.name(p);
             // The identity column is SQLite's row key; another declared key becomes a unique one.
             defs << (identitySeen ? QStringLiteral("UNIQUE (") : QStringLiteral("PRIMARY KEY (")) +
                         quoted.join(QStringLiteral(", ")) + QLatin1Char(')');
@@ -981,8 +981,8 @@ public:
             if (typeOfDeclaration(declared) == SqlType::Text && !declared.contains(QLatin1String("COLLATE"), Qt::CaseInsensitive)) {
                 declared += QStringLiteral(" COLLATE TSQL");
             }
-            defs << (quoteIdent(c.name) + QLatin1Char(' ') + declared).trimmed();
-            names << quoteIdent(c.name);
+            defs << (w_.name(c.name) + QLatin1Char(' ') + declared).trimmed();
+            names << w_.name(c.name);
         }
         Step step;
         step.position = s.position;
@@ -999,7 +999,7 @@ public:
         QStringList columns;
         std::vector<ColumnInfo> targets;  // each value's column, while all are known
         for (const QString& c : s.columns) {
-            columns << quoteIdent(c);
+            columns << w_.name(c);
             const auto known = std::find_if(t.columns.begin(), t.columns.end(), [&](const ColumnInfo& k) {
                 return k.name.compare(c, Qt::CaseInsensitive) == 0;
             });
@@ -1009,7 +1009,7 @@ public:
             // A positional insert fills every column but the identity, as on the server.
             for (const ColumnInfo& c : t.columns) {
                 if (c.identity) continue;
-                columns << quoteIdent(c.name);
+                columns << w_.name(c.name);
                 targets.push_back(c);
             }
             if (columns.size() == static_cast<int>(t.columns.size())) columns.clear();
@@ -1086,7 +1086,7 @@ public:
         ResolvedTable t = resolveTable(targetParts(s), s.position);
         Scope scope;
         const QString alias = s.table.last();
-        scope.tables.push_back({alias, quoteIdent(alias), t.columns, !t.columns.empty()});
+        scope.tables.push_back({alias, w_.name(alias), t.columns, !t.columns.empty()});
         QStringList conditions;
         QString from;
         if (!s.from.empty()) {
@@ -1099,20 +1099,20 @@ public:
             const auto known = std::find_if(t.columns.begin(), t.columns.end(), [&](const ColumnInfo& k) {
                 return k.name.compare(a.column.last(), Qt::CaseInsensitive) == 0;
             });
-            sets << quoteIdent(a.column.last()) + QStringLiteral(" = ") +
+            sets << w_.name(a.column.last()) + QStringLiteral(" = ") +
                         (known == t.columns.end() ? value.sql : fitted(value, *known));
         }
         if (s.where) conditions << QLatin1Char('(') + expr(*s.where, scope).sql + QLatin1Char(')');
-        QString sql = QStringLiteral("UPDATE %1 AS %2 SET %3").arg(t.sql, quoteIdent(alias), sets.join(QStringLiteral(", ")));
+        QString sql = QStringLiteral("UPDATE %1 AS %2 SET %3").arg(t.sql, w_.name(alias), sets.join(QStringLiteral(", ")));
         if (!from.isEmpty()) sql += QStringLiteral(" FROM ") + from;
         QString where = conditions.join(QStringLiteral(" AND "));
         if (s.top) {
             Scope none;
-            const QString inner = QStringLiteral("SELECT rowid FROM %1 AS %2%3 LIMIT %4")
-                                      .arg(t.sql, quoteIdent(alias),
+            const QString inner = QStringLiteral("SELECT %5 FROM %1 AS %2%3 LIMIT %4")
+                                      .arg(t.sql, w_.name(alias),
                                            s.where ? QStringLiteral(" WHERE ") + expr(*s.where, scope).sql : QString(),
-                                           expr(*s.top, none).sql);
-            where = QStringLiteral("%1.rowid IN (%2)").arg(quoteIdent(alias), inner);
+                                           expr(*s.top, none).sql, w_.rowKey());
+            where = QStringLiteral("%1.%2 IN (%3)").arg(w_.name(alias), w_.rowKey(), inner);
         }
         if (!where.isEmpty()) sql += QStringLiteral(" WHERE ") + where;
         Step step;
@@ -1161,13 +1161,13 @@ public:
                     addFromItem(s.from[i], scope, from);
                 }
             }
-            QString inner = QStringLiteral("SELECT %1.rowid FROM %2").arg(quoteIdent(alias), from);
+            QString inner = QStringLiteral("SELECT %1.%2 FROM %3").arg(w_.name(alias), w_.rowKey(), from);
             if (s.where) inner += QStringLiteral(" WHERE ") + expr(*s.where, scope).sql;
             if (s.top) {
                 Scope none;
                 inner += QStringLiteral(" LIMIT ") + expr(*s.top, none).sql;
             }
-            sql += QStringLiteral(" WHERE rowid IN (") + inner + QLatin1Char(')');
+            sql += QStringLiteral(" WHERE ") + w_.rowKey() + QStringLiteral(" IN (") + inner + QLatin1Char(')');
         }
         Step step;
         step.position = s.position;
