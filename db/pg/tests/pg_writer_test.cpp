@@ -1,15 +1,18 @@
 // T-SQL translated with PostgreSQL's writer runs on the server: a table's types and identity
 // key, an index, names whatever their case, the tsql collation (Arabic and Persian kaf alike),
-// and ^.
+// ^, and values fitted to their columns with the embedded engine's messages.
 #include "db/pg/pg_writer.h"
 
 #include <gtest/gtest.h>
 
 #include <QHash>
 
+#include "common/db/database_error.h"
+
 #include "db/engine/parser.h"
 #include "db/engine/translator.h"
 #include "db/pg/pg_link.h"
+#include "db/pg/pg_runtime.h"
 #include "tests/support/private_pg_server.h"
 
 namespace tr::pg {
@@ -37,8 +40,8 @@ class PgWriterTest : public ::testing::Test {
         const QString database = server.createDatabase(QStringLiteral("writer"));
         ASSERT_FALSE(database.isEmpty()) << server.failure().toStdString();
         link = std::make_unique<PgLink>(server.connectionText(database));
-        link->run(QStringLiteral("CREATE COLLATION tsql (provider = icu, locale = 'fa-u-ks-level1', "
-                                 "deterministic = false)"));
+        installRuntime(*link);
+        installRuntime(*link);  // a second time changes nothing
     }
     // Translates a T-SQL batch with PostgreSQL's writer and runs what it gives; the last rows.
     std::vector<tr::db::Row> run(const QString& tsql) {
@@ -82,6 +85,23 @@ TEST_F(PgWriterTest, TranslatedStatementsRunOnTheServer) {
     EXPECT_EQ(run(QStringLiteral("Select Count(*) From N_Cash Where CashCod In ('1', '2')"))[0][0].toLongLong(), 2);
     EXPECT_EQ(run(QStringLiteral("Select 12 ^ 10"))[0][0].toLongLong(), 6);
     EXPECT_EQ(single(QStringLiteral("SELECT count(*) FROM pg_indexes WHERE indexname = 'n_cash__ix_name'")), 1);
+}
+
+TEST_F(PgWriterTest, ValuesAreFittedToTheirColumnsAsTheEngineFitsThem) {
+    run(QStringLiteral("Create Table T (Code Varchar(3) Null, Amount Float Null)"));
+    catalog.tables.insert(QStringLiteral("t"),
+                          {{QStringLiteral("Code"), QStringLiteral("VARCHAR(3)"), SqlType::Text},
+                           {QStringLiteral("Amount"), QStringLiteral("FLOAT"), SqlType::Real}});
+    run(QStringLiteral("Insert Into T (Code, Amount) Values ('ab   ', 1.5)"));  // blanks may go
+    EXPECT_EQ(run(QStringLiteral("Select Code + '|' From T"))[0][0].toString(), QStringLiteral("ab |"));
+    try {
+        run(QStringLiteral("Insert Into T (Code) Values ('abcd')"));
+        FAIL() << "a text wider than its column was written";
+    } catch (const tr::db::DatabaseError& e) {
+        EXPECT_EQ(e.message(), QStringLiteral("String or binary data would be truncated."));
+        EXPECT_EQ(e.sql(), QStringLiteral("Insert Into T (Code) Values ('abcd')"));
+    }
+    EXPECT_EQ(single(QStringLiteral("SELECT count(*) FROM t")), 1);
 }
 
 }  // namespace
