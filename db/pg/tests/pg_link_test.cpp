@@ -5,28 +5,16 @@
 #include <gtest/gtest.h>
 
 #include "common/db/database_error.h"
-#include "tests/support/private_pg_server.h"
+#include "db/pg/tests/pg_fixture.h"
 
 namespace tr::pg {
 namespace {
 
 using tr::db::DatabaseError;
-using tr::test::PrivatePgServer;
 
-class PgLinkTest : public ::testing::Test {
+class PgLinkTest : public testing::PgDatabaseTest {
   protected:
-    void SetUp() override {
-        PrivatePgServer& server = PrivatePgServer::instance();
-        ASSERT_TRUE(server.running()) << server.failure().toStdString();
-        const QString database = server.createDatabase(QStringLiteral("link"));
-        ASSERT_FALSE(database.isEmpty()) << server.failure().toStdString();
-        link = std::make_unique<PgLink>(server.connectionText(database));
-    }
-    QVariant single(const QString& sql) {
-        const auto r = link->run(sql);
-        return r.resultSets.at(0).rows.at(0).at(0);
-    }
-    std::unique_ptr<PgLink> link;
+    PgLinkTest() : PgDatabaseTest("link") {}
 };
 
 TEST_F(PgLinkTest, ValuesComeBackWithTheTypesTheSystemReads) {

@@ -13,14 +13,13 @@
 #include "db/engine/translator.h"
 #include "db/pg/pg_link.h"
 #include "db/pg/pg_runtime.h"
-#include "tests/support/private_pg_server.h"
+#include "db/pg/tests/pg_fixture.h"
 
 namespace tr::pg {
 namespace {
 
 using tr::engine::ColumnInfo;
 using tr::engine::SqlType;
-using tr::test::PrivatePgServer;
 
 // The tables the test made, as a catalogue would answer for them.
 class KnownTables : public tr::engine::Catalog {
@@ -32,14 +31,11 @@ class KnownTables : public tr::engine::Catalog {
     QHash<QString, std::vector<ColumnInfo>> tables;
 };
 
-class PgWriterTest : public ::testing::Test {
+class PgWriterTest : public testing::PgDatabaseTest {
   protected:
+    PgWriterTest() : PgDatabaseTest("writer") {}
     void SetUp() override {
-        PrivatePgServer& server = PrivatePgServer::instance();
-        ASSERT_TRUE(server.running()) << server.failure().toStdString();
-        const QString database = server.createDatabase(QStringLiteral("writer"));
-        ASSERT_FALSE(database.isEmpty()) << server.failure().toStdString();
-        link = std::make_unique<PgLink>(server.connectionText(database));
+        PgDatabaseTest::SetUp();
         installRuntime(*link);
         installRuntime(*link);  // a second time changes nothing
     }
@@ -56,8 +52,6 @@ class PgWriterTest : public ::testing::Test {
         }
         return rows;
     }
-    qint64 single(const QString& sql) { return link->run(sql).resultSets.at(0).rows.at(0).at(0).toLongLong(); }
-    std::unique_ptr<PgLink> link;
     KnownTables catalog;
 };
 
@@ -84,7 +78,9 @@ TEST_F(PgWriterTest, TranslatedStatementsRunOnTheServer) {
     EXPECT_DOUBLE_EQ(found[0][2].toDouble(), 40.625);
     EXPECT_EQ(run(QStringLiteral("Select Count(*) From N_Cash Where CashCod In ('1', '2')"))[0][0].toLongLong(), 2);
     EXPECT_EQ(run(QStringLiteral("Select 12 ^ 10"))[0][0].toLongLong(), 6);
-    EXPECT_EQ(single(QStringLiteral("SELECT count(*) FROM pg_indexes WHERE indexname = 'n_cash__ix_name'")), 1);
+    EXPECT_EQ(single(QStringLiteral("SELECT count(*) FROM pg_indexes WHERE indexname = 'n_cash__ix_name'"))
+                  .toLongLong(),
+              1);
 }
 
 TEST_F(PgWriterTest, ValuesAreFittedToTheirColumnsAsTheEngineFitsThem) {
@@ -101,7 +97,7 @@ TEST_F(PgWriterTest, ValuesAreFittedToTheirColumnsAsTheEngineFitsThem) {
         EXPECT_EQ(e.message(), QStringLiteral("String or binary data would be truncated."));
         EXPECT_EQ(e.sql(), QStringLiteral("Insert Into T (Code) Values ('abcd')"));
     }
-    EXPECT_EQ(single(QStringLiteral("SELECT count(*) FROM t")), 1);
+    EXPECT_EQ(single(QStringLiteral("SELECT count(*) FROM t")).toLongLong(), 1);
 }
 
 }  // namespace
