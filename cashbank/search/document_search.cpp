@@ -375,17 +375,18 @@ bool DocumentSearch::openRow(int row) {
 
 DocumentSearch::ShownResult DocumentSearch::shownResult() {
     ShownResult shown;
+    QList<int> columns;
     for (const QString& field : resultFields()) {
         const QString title = fieldCaption(field);
-        if (title.isEmpty() || result_.fieldIndex(field) < 0) continue;
-        shown.fields << field;
+        const int column = result_.fieldIndex(field);
+        if (title.isEmpty() || column < 0) continue;
+        columns << column;
         shown.titles << title;
     }
     const int order = result_.fieldIndex(QStringLiteral("sOrder"));
     for (int row = 0; result_.Active() && row < result_.RecordCount(); ++row) {
         QVariantList values;
-        for (const QString& field : shown.fields)
-            values << result_.value(row, result_.fieldIndex(field));
+        for (const int column : columns) values << result_.value(row, column);
         shown.rows << values;
         shown.totals << (order >= 0 && isTotalRow(result_.value(row, order).toString()));
     }

@@ -117,7 +117,7 @@ class DocumentSearch {
     // The result as shown: its titled columns and, in its current order, every row's values
     // (totals included, flagged).
     struct ShownResult {
-        QStringList fields, titles;
+        QStringList titles;
         QList<QVariantList> rows;
         QList<bool> totals;
     };

@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <QDateTime>
+#include <QSet>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -557,15 +558,19 @@ void registerTsqlFunctions(sqlite3* db, SqliteConnection* connection) {
         {"tsql_substring", substringFunction, true}, {"tsql_right", rightFunction, true},
         {"tsql_charindex", charindexFunction, true}, {"tsql_patindex", patindexFunction, true},
         {"tsql_replace", replaceFunction, true},     {"tsql_replicate", replicateFunction, true},
-        {"tsql_varchar", varcharFunction, true},     {"tsql_round", roundFunction, true},
+        {"tsql_round", roundFunction, true},
         {"tsql_floor", mathFunction<std::floor>, true}, {"tsql_ceiling", mathFunction<std::ceil>, true},
         {"tsql_sign", mathFunction<signOf>, true},   {"tsql_isnumeric", isnumericFunction, true},
         // The clock and the connection's catalogue and database answer differently over time.
         {"tsql_getdate", getdateFunction, false},    {"tsql_col_length", colLengthFunction, false},
         {"tsql_object_id", objectIdFunction, false}, {"tsql_db_name", dbNameFunction, false},
     };
+    // Each helper once, whatever number of built-ins call it (Left and SubString both call
+    // tsql_substring); tsql_varchar is registered above already.
+    QSet<QByteArray> registered{"tsql_varchar"};
     for (const tr::tsql::BuiltinFunction& f : tr::tsql::builtinFunctions()) {
-        if (!f.runtime) continue;
+        if (!f.runtime || registered.contains(f.runtime)) continue;
+        registered.insert(f.runtime);
         const Helper* helper = nullptr;
         for (const Helper& h : helpers)
             if (qstrcmp(h.name, f.runtime) == 0) helper = &h;

@@ -1,5 +1,6 @@
-#include "db/engine/sql_identifiers.h"
 #include "db/engine/target_writer.h"
+
+#include "db/engine/sql_identifiers.h"
 
 namespace tr::engine {
 
@@ -12,33 +13,31 @@ class SqliteWriter final : public TargetWriter {
     QString rowKey() const override { return QStringLiteral("rowid"); }
     QString parameter(int ordinal) const override { return QStringLiteral("?%1").arg(ordinal); }
 
-    // Text columns carry the TSQL collation; dates are text, as the suite keeps them.
+    // Text columns carry the TSQL collation; dates are text, as the suite keeps them. Texts and
+    // integers keep the name they were declared with.
     QString columnType(const ast::TypeName& t) const override {
         const QString& n = t.name;
-        const QString length = t.length > 0 ? QStringLiteral("(%1)").arg(t.length) : QString();
-        if (n == QLatin1String("VARCHAR") || n == QLatin1String("NVARCHAR") || n == QLatin1String("CHAR") ||
-            n == QLatin1String("NCHAR") || n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ||
-            n == QLatin1String("SYSNAME")) {
-            return (n == QLatin1String("TEXT") || n == QLatin1String("NTEXT") ? n : n + length) +
-                   QStringLiteral(" COLLATE TSQL");
+        switch (columnKind(t)) {
+            case ColumnKind::Text:
+                return n + (t.length > 0 ? QStringLiteral("(%1)").arg(t.length) : QString()) +
+                       QStringLiteral(" COLLATE TSQL");
+            case ColumnKind::LongText:
+            case ColumnKind::Date:
+                return n + QStringLiteral(" COLLATE TSQL");
+            case ColumnKind::Integer:
+                return n == QLatin1String("INTEGER") ? QStringLiteral("INT") : n;
+            case ColumnKind::Float:
+                return QStringLiteral("FLOAT");
+            case ColumnKind::Decimal:
+                return QStringLiteral("DECIMAL") +
+                       (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale)) : QString());
+            case ColumnKind::Binary:
+                return QStringLiteral("BLOB");
+            case ColumnKind::Guid:
+                return QStringLiteral("VARCHAR(36) COLLATE TSQL");
+            case ColumnKind::None:
+                break;
         }
-        if (n == QLatin1String("DATETIME") || n == QLatin1String("SMALLDATETIME") || n == QLatin1String("DATE"))
-            return n + QStringLiteral(" COLLATE TSQL");
-        if (n == QLatin1String("INT") || n == QLatin1String("INTEGER") || n == QLatin1String("BIGINT") ||
-            n == QLatin1String("SMALLINT") || n == QLatin1String("TINYINT") || n == QLatin1String("BIT")) {
-            return n == QLatin1String("INTEGER") ? QStringLiteral("INT") : n;
-        }
-        if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY") ||
-            n == QLatin1String("SMALLMONEY")) {
-            return QStringLiteral("FLOAT");
-        }
-        if (n == QLatin1String("DECIMAL") || n == QLatin1String("NUMERIC")) {
-            return QStringLiteral("DECIMAL") +
-                   (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale)) : QString());
-        }
-        if (n == QLatin1String("VARBINARY") || n == QLatin1String("BINARY") || n == QLatin1String("IMAGE"))
-            return QStringLiteral("BLOB");
-        if (n == QLatin1String("UNIQUEIDENTIFIER")) return QStringLiteral("VARCHAR(36) COLLATE TSQL");
         return {};
     }
 

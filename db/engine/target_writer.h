@@ -9,6 +9,10 @@
 
 namespace tr::engine {
 
+// What a T-SQL column type is, whatever the target: the writers spell each kind.
+enum class ColumnKind { None, Text, LongText, Date, Integer, Float, Decimal, Binary, Guid };
+ColumnKind columnKind(const ast::TypeName& type);
+
 class TargetWriter {
   public:
     virtual ~TargetWriter() = default;

@@ -766,13 +766,14 @@ public:
             case tr::tsql::Rule::Count:
                 if (e.distinct) args[0].prepend(QStringLiteral("DISTINCT "));
                 break;
-            case tr::tsql::Rule::Aggregate:
-                if (name == QLatin1String("SUM") || name == QLatin1String("AVG")) {
-                    if (first == SqlType::Text) args[0] = toNumber(a[0], e.args[0].get()).sql;
-                    if (name == QLatin1String("AVG") || first != SqlType::Integer) type = SqlType::Real;
-                } else if (first == SqlType::Text && !a[0].columnRef) {
+            case tr::tsql::Rule::Sum:
+                if (first == SqlType::Text) args[0] = toNumber(a[0], e.args[0].get()).sql;
+                if (first != SqlType::Integer) type = SqlType::Real;  // Avg's is Real already
+                if (e.distinct) args[0].prepend(QStringLiteral("DISTINCT "));
+                break;
+            case tr::tsql::Rule::Extreme:
+                if (first == SqlType::Text && !a[0].columnRef)
                     args[0] = QLatin1Char('(') + args[0] + QStringLiteral(") COLLATE TSQL");
-                }
                 if (e.distinct) args[0].prepend(QStringLiteral("DISTINCT "));
                 break;
         }

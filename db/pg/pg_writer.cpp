@@ -16,30 +16,31 @@ class PostgresWriter final : public tr::engine::TargetWriter {
 
     // Texts carry the tsql collation; dates are text, as the suite keeps them.
     QString columnType(const TypeName& t) const override {
-        const QString& n = t.name;
         const QString text = QStringLiteral(" COLLATE tsql");
-        if (n == QLatin1String("VARCHAR") || n == QLatin1String("NVARCHAR") || n == QLatin1String("CHAR") ||
-            n == QLatin1String("NCHAR") || n == QLatin1String("SYSNAME")) {
-            return (t.length > 0 ? QStringLiteral("varchar(%1)").arg(t.length) : QStringLiteral("varchar")) + text;
+        const QString& n = t.name;
+        switch (tr::engine::columnKind(t)) {
+            case tr::engine::ColumnKind::Text:
+                return (t.length > 0 ? QStringLiteral("varchar(%1)").arg(t.length) : QStringLiteral("varchar")) + text;
+            case tr::engine::ColumnKind::LongText:
+                return QStringLiteral("text") + text;
+            case tr::engine::ColumnKind::Date:
+                return QStringLiteral("varchar") + text;
+            case tr::engine::ColumnKind::Integer:
+                return n == QLatin1String("BIGINT") ? QStringLiteral("bigint")
+                       : n == QLatin1String("INT") || n == QLatin1String("INTEGER") ? QStringLiteral("integer")
+                                                                                     : QStringLiteral("smallint");
+            case tr::engine::ColumnKind::Float:
+                return QStringLiteral("double precision");
+            case tr::engine::ColumnKind::Decimal:
+                return QStringLiteral("numeric") +
+                       (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale)) : QString());
+            case tr::engine::ColumnKind::Binary:
+                return QStringLiteral("bytea");
+            case tr::engine::ColumnKind::Guid:
+                return QStringLiteral("varchar(36)") + text;
+            case tr::engine::ColumnKind::None:
+                break;
         }
-        if (n == QLatin1String("TEXT") || n == QLatin1String("NTEXT")) return QStringLiteral("text") + text;
-        if (n == QLatin1String("DATETIME") || n == QLatin1String("SMALLDATETIME") || n == QLatin1String("DATE"))
-            return QStringLiteral("varchar") + text;
-        if (n == QLatin1String("INT") || n == QLatin1String("INTEGER")) return QStringLiteral("integer");
-        if (n == QLatin1String("BIGINT")) return QStringLiteral("bigint");
-        if (n == QLatin1String("SMALLINT") || n == QLatin1String("TINYINT") || n == QLatin1String("BIT"))
-            return QStringLiteral("smallint");
-        if (n == QLatin1String("FLOAT") || n == QLatin1String("REAL") || n == QLatin1String("MONEY") ||
-            n == QLatin1String("SMALLMONEY")) {
-            return QStringLiteral("double precision");
-        }
-        if (n == QLatin1String("DECIMAL") || n == QLatin1String("NUMERIC")) {
-            return QStringLiteral("numeric") +
-                   (t.length > 0 ? QStringLiteral("(%1,%2)").arg(t.length).arg(qMax(0, t.scale)) : QString());
-        }
-        if (n == QLatin1String("VARBINARY") || n == QLatin1String("BINARY") || n == QLatin1String("IMAGE"))
-            return QStringLiteral("bytea");
-        if (n == QLatin1String("UNIQUEIDENTIFIER")) return QStringLiteral("varchar(36)") + text;
         return {};
     }
 

@@ -1,7 +1,6 @@
 #include "db/procedures/cash_bank_documents.h"
 
 #include <QStringList>
-#include <cmath>
 
 #include "common/db/database_error.h"
 #include "common/db/query.h"
@@ -159,7 +158,6 @@ class DocumentCall {
                    .toLongLong() > 0;
     }
 
-
     // The rows go in this order so that the voucher goes before the lines it points to.
     void deleteDocument(const Document& d, qint64 serial, bool withCancellation) {
         c_.execute(QStringLiteral("Delete From Asnad Where") + voucherLines(d, "0"));
@@ -280,7 +278,7 @@ class DocumentCall {
                             .toLongLong();
             deleteDocument(earlier, s, false);
         }
-        if (voucherNo == 0) voucherNo = tr::procedures::newVoucherNumber(c_);
+        if (voucherNo == 0) voucherNo = newVoucherNumber(c_);
 
         const Record& first = lines.front().in;
         const QString treasuryCode = values_[kCode];
@@ -403,7 +401,7 @@ class DocumentCall {
                                   "Document, SanadNo, SanadDate, Raj, Koll, Moein, Tafsily, "
                                   "Tafsily2, ProjectCod, Des, Bed, Bes, AtfCh, User_Name) "
                                   "Select TypeSys, WhatDoc, WhatDoc2, '1', Document, ") +
-                   sqlNumber(tr::procedures::newVoucherNumber(c_)) + QStringLiteral(", ") + c_.text(date) +
+                   sqlNumber(newVoucherNumber(c_)) + QStringLiteral(", ") + c_.text(date) +
                    QStringLiteral(", Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, Des, Bes, "
                                   "Bed, AtfCh, ") +
                    c_.text(values_[kCancelUser]) + QStringLiteral(" From Asnad Where") +

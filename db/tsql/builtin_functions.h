@@ -12,7 +12,9 @@ enum class ResultType { Text, Integer, Real, FirstArgument };
 
 // Calls whose translation is more than a spelling (types of the arguments, DISTINCT, a literal
 // argument's value); the translator handles these by name.
-enum class Rule { Spelling, IsNull, Substring, Round, Count, Aggregate };
+// Sum: Sum and Avg, whose text arguments are read as numbers; Extreme: Min and Max, which compare
+// texts under the TSQL collation.
+enum class Rule { Spelling, IsNull, Substring, Round, Count, Sum, Extreme };
 
 struct BuiltinFunction {
     const char* name;  // upper case

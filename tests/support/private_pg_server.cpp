@@ -31,16 +31,16 @@ QString socketIn(const QString& directory) {
 PrivatePgServer* owned = nullptr;
 
 void stopOwnedAtExit() {
-    if (owned) PrivatePgServer::stopIn(QString());
+    if (owned) owned->stopNow();
 }
 
 }  // namespace
 
+PrivatePgServer::PrivatePgServer() : binDir_(findBinDir()), asPostgres_(geteuid() == 0) {}
+
 PrivatePgServer& PrivatePgServer::instance() {
     static PrivatePgServer* server = [] {
         auto* s = new PrivatePgServer;
-        s->binDir_ = findBinDir();
-        s->asPostgres_ = geteuid() == 0;
         const QString shared = qEnvironmentVariable("TR_PG_SERVER_DIR");
         if (!shared.isEmpty() && QFile::exists(socketIn(shared))) {
             s->base_ = shared;
@@ -52,7 +52,6 @@ PrivatePgServer& PrivatePgServer::instance() {
             s->failure_ = QStringLiteral("no temporary directory for the server");
             return s;
         }
-        s->owned_ = true;
         owned = s;
         std::atexit(stopOwnedAtExit);
         s->start(QString::fromUtf8(pattern));
@@ -62,27 +61,19 @@ PrivatePgServer& PrivatePgServer::instance() {
 }
 
 bool PrivatePgServer::startIn(const QString& directory, QString* failure) {
-    PrivatePgServer s;
-    s.binDir_ = findBinDir();
-    s.asPostgres_ = geteuid() == 0;
     stopIn(directory);  // what an interrupted run left
     QDir().mkpath(directory);
+    PrivatePgServer s;
     const bool started = s.start(directory);
     if (failure) *failure = s.failure_;
     return started;
 }
 
 void PrivatePgServer::stopIn(const QString& directory) {
-    if (directory.isEmpty()) {
-        if (owned) owned->stop();
-        return;
-    }
     PrivatePgServer s;
-    s.binDir_ = findBinDir();
-    s.asPostgres_ = geteuid() == 0;
     s.base_ = directory;
     s.running_ = QFile::exists(directory + QStringLiteral("/data/postmaster.pid"));
-    s.stop();
+    s.stopNow();
 }
 
 bool PrivatePgServer::start(const QString& directory) {
@@ -145,7 +136,7 @@ QString PrivatePgServer::createDatabase(const QString& prefix) {
     return name;
 }
 
-void PrivatePgServer::stop() {
+void PrivatePgServer::stopNow() {
     if (base_.isEmpty()) return;
     // Plain system() calls: this also runs at exit, after Qt's own objects may be gone.
     if (running_) {

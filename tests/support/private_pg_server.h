@@ -25,16 +25,17 @@ class PrivatePgServer {
     // A new empty database named `prefix` with a number that makes it unique in the run.
     QString createDatabase(const QString& prefix);
 
+    // Stops the server and removes its directory (this process's own at exit, or the fixture's).
+    void stopNow();
+
   private:
-    PrivatePgServer() = default;
+    PrivatePgServer();
     bool start(const QString& directory);
-    void stop();
     bool run(const QString& program, const QStringList& arguments);
 
     QString base_;  // data/, the socket and the log
     QString binDir_;
     bool asPostgres_ = false;
-    bool owned_ = false;  // started by this process, stopped at its exit
     bool running_ = false;
     QString failure_;
     int databases_ = 0;

@@ -7,6 +7,11 @@
 
 namespace tr::cashbank::ui::html {
 
+// A heading (or total) cell and an ordinary cell of the prints' grids.
+inline const QString kHeadStyle = QStringLiteral(
+    "style=\"background-color:#dfe7f1; font-weight:bold; border:1px solid #6b7f99;\"");
+inline const QString kCellStyle = QStringLiteral("style=\"border:1px solid #9aa8ba;\"");
+
 inline QString esc(const QString& text) {
     return text.toHtmlEscaped();
 }
@@ -43,6 +48,13 @@ inline QString titleBand(const QString& company, const QString& title, int title
                       cell(QStringLiteral("<p align=\"left\"><b>") + esc(label) +
                                QStringLiteral(" :</b> ") + value + QStringLiteral("</p>"),
                            QStringLiteral("width=\"30%\""))}));
+}
+
+// The small line at the foot of a print naming who made it.
+inline QString userLine(const QString& name) {
+    return QStringLiteral("<p align=\"right\" style=\"margin-top:6px; font-size:8pt; "
+                          "color:#555555;\">كاربر : ") +
+           esc(name) + QStringLiteral("</p>");
 }
 
 }  // namespace tr::cashbank::ui::html

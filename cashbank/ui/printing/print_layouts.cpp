@@ -114,9 +114,8 @@ QString text(const QString& value) {
     return esc(persianDigits(value));
 }
 
-const QString kNewHead = QStringLiteral(
-    "style=\"background-color:#dfe7f1; font-weight:bold; border:1px solid #6b7f99;\"");
-const QString kNewCell = QStringLiteral("style=\"border:1px solid #9aa8ba;\"");
+const QString& kNewHead = html::kHeadStyle;
+const QString& kNewCell = html::kCellStyle;
 const QString kGrid = QStringLiteral(
     "cellspacing=\"0\" cellpadding=\"4\" style=\"border-collapse:collapse; margin-top:10px;\"");
 
@@ -216,10 +215,7 @@ QString newLayout(const DocumentPrint& d) {
     }
     h += table(QStringLiteral("cellspacing=\"8\" cellpadding=\"6\" style=\"margin-top:14px;\""),
                row(signers));
-    h += QStringLiteral(
-             "<p align=\"right\" style=\"margin-top:6px; font-size:8pt; "
-             "color:#555555;\">كاربر : ") +
-         esc(d.userFullName) + QStringLiteral("</p></body>");
+    h += html::userLine(d.userFullName) + QStringLiteral("</body>");
     return h;
 }
 
@@ -344,10 +340,7 @@ QString voucherHtml(const VoucherPrint& v) {
     }
     h += table(QStringLiteral("cellspacing=\"8\" cellpadding=\"6\" style=\"margin-top:14px;\""),
                row(signers));
-    h += QStringLiteral(
-             "<p align=\"right\" style=\"margin-top:6px; font-size:8pt; "
-             "color:#555555;\">كاربر : ") +
-         esc(v.userFullName) + QStringLiteral("</p></body></html>");
+    h += html::userLine(v.userFullName) + QStringLiteral("</body></html>");
     return h;
 }
 

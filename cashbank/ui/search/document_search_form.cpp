@@ -1,6 +1,5 @@
 #include "cashbank/ui/search/document_search_form.h"
 
-
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -23,7 +22,6 @@
 #include "cashbank/documents/cash_bank_screens.h"
 #include "cashbank/ui/documents/cash_bank_form.h"
 #include "cashbank/ui/search/search_result_print.h"
-#include "common/dialog/message_dialog.h"
 #include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/title_sorter.h"
@@ -266,11 +264,7 @@ void DocumentSearchForm::saveXlsxClick() {
 
 void DocumentSearchForm::savePdfClick() {
     const QString path = askSavePath ? askSavePath(QStringLiteral("pdf")) : QString();
-    if (path.isEmpty()) return;
-    if (!ui::printSearchResult(services_, *search_, ui::PrintTarget::pdf(path), this) &&
-        search_->result().Active())
-        tr::dialog::Messages(services_.dialog)
-            .show(QStringLiteral("فايل %1 ذخيره نشد.").arg(path), QStringLiteral("1ER"));
+    if (!path.isEmpty()) ui::printSearchResult(services_, *search_, ui::PrintTarget::pdf(path), this);
 }
 
 void DocumentSearchForm::printClick() {

@@ -17,9 +17,8 @@ using html::row;
 using html::table;
 using tr::persian::persianDigits;
 
-const QString kHead = QStringLiteral(
-    "style=\"background-color:#dfe7f1; font-weight:bold; border:1px solid #6b7f99;\"");
-const QString kCell = QStringLiteral("style=\"border:1px solid #9aa8ba;\"");
+const QString& kHead = html::kHeadStyle;
+const QString& kCell = html::kCellStyle;
 const QString kTotal = QStringLiteral(
     "style=\"background-color:#f1f4f8; font-weight:bold; border:1px solid #9aa8ba;\"");
 
@@ -85,9 +84,7 @@ QString searchResultHtml(const DocumentSearch::ShownResult& shown,
     h += table(QStringLiteral("cellspacing=\"0\" cellpadding=\"3\" "
                               "style=\"border-collapse:collapse; margin-top:6px;\""),
                rows);
-    h += QStringLiteral("<p align=\"right\" style=\"margin-top:6px; font-size:8pt; "
-                        "color:#555555;\">كاربر : ") +
-         esc(heading.user) + QStringLiteral("</p></body></html>");
+    h += html::userLine(heading.user) + QStringLiteral("</body></html>");
     return h;
 }
 
@@ -104,8 +101,12 @@ bool printSearchResult(const tr::Services& services, DocumentSearch& search,
     heading.user = userFullName(services, services.global->userName);
     heading.printedOn = tr::persian::today();
     const QString html = searchResultHtml(search.shownResult(), heading);
-    if (target.isPdf())
-        return printToPdf(html, heading.caption, target.pdfPath, QPageLayout::Landscape);
+    if (target.isPdf()) {
+        if (printToPdf(html, heading.caption, target.pdfPath, QPageLayout::Landscape)) return true;
+        tr::dialog::Messages(services.dialog)
+            .show(QStringLiteral("فايل %1 ذخيره نشد.").arg(target.pdfPath), QStringLiteral("1ER"));
+        return false;
+    }
     return showPrintPreview(html, heading.caption, parent, search.family().gridKey,
                             QPageLayout::Landscape);
 }

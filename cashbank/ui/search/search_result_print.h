@@ -24,8 +24,8 @@ QString searchResultHtml(const DocumentSearch::ShownResult& shown,
 // The filters the user filled, as a line of the heading ("" when none).
 QString filtersInForce(const SearchFilters& filters);
 
-// Refuses with a message ("1ER") when no search has been run. Whether something was shown or
-// written.
+// Refuses with a message ("1ER") when no search has been run or the PDF file cannot be written.
+// Whether something was shown or written.
 bool printSearchResult(const tr::Services& services, DocumentSearch& search,
                        const PrintTarget& target, QWidget* parent);
 
