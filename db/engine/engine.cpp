@@ -67,6 +67,10 @@ void Engine::setTempTable(const QString& name, const std::optional<TempTable>& s
     else tempTables_.remove(name);
 }
 
+std::unique_ptr<tr::tsql::TsqlConnection> Engine::connect(const QString& databaseName) {
+    return open(databaseName);
+}
+
 std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
     auto connection = std::make_unique<SqliteConnection>(*this, databaseName);
     // A book copied in, restored or written by an older version may come without statistics;

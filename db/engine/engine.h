@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+#include "db/tsql/books.h"
 #include "db/tsql/procedure_registry.h"
 
 struct sqlite3;
@@ -17,19 +18,20 @@ namespace tr::engine {
 
 class SqliteConnection;
 
-class Engine {
+class Engine final : public tr::tsql::Books {
 public:
     explicit Engine(const QString& dataDirectory);
-    ~Engine();
+    ~Engine() override;
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
     const QString& dataDirectory() const { return dataDirectory_; }
     QString databaseFile(const QString& databaseName) const;
-    bool databaseExists(const QString& databaseName) const;
+    bool databaseExists(const QString& databaseName) const override;
     // Opens (creating the file when missing) a connection whose current database is `databaseName`.
     std::unique_ptr<SqliteConnection> open(const QString& databaseName);
-    tr::tsql::ProcedureRegistry& procedures() { return procedures_; }
+    std::unique_ptr<tr::tsql::TsqlConnection> connect(const QString& databaseName) override;
+    tr::tsql::ProcedureRegistry& procedures() override { return procedures_; }
     const QString& tempdbUri() const { return tempdbUri_; }
     // A table's generation, renewed whenever any connection creates, drops or alters it, so that
     // only the translations that read that table's columns are made again. `table` is

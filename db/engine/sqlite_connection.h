@@ -6,7 +6,7 @@
 #include <QString>
 #include <memory>
 
-#include "common/db/connection.h"
+#include "db/tsql/books.h"
 #include "db/engine/translator.h"
 
 struct sqlite3;
@@ -24,7 +24,7 @@ struct Token;
 using Dependencies = std::vector<std::pair<QString, quint64>>;  // table key, its generation
 using Bindings = std::vector<QVariant>;
 
-class SqliteConnection final : public tr::db::Connection, private Catalog {
+class SqliteConnection final : public tr::tsql::TsqlConnection, private Catalog {
 public:
     SqliteConnection(Engine& engine, const QString& databaseName);
     ~SqliteConnection() override;
@@ -34,10 +34,10 @@ public:
     QString databaseName() const override { return databaseName_; }
 
     // The SQLite text each statement of the batch becomes (without running it).
-    QString translate(const QString& sql);
+    QString translate(const QString& sql) override;
     // SQLite's query plan for the first statement of `sql`, one line per plan row.
-    QString explainQueryPlan(const QString& sql);
-    bool inTransaction() const { return depth_ > 0; }
+    QString explainQueryPlan(const QString& sql) override;
+    bool inTransaction() const override { return depth_ > 0; }
     // How many statements this connection has translated: texts that share a translation (the
     // same text, or one differing only in literal values) do not add to it.
     quint64 translations() const { return translations_; }

@@ -69,6 +69,13 @@ class SqliteWriter final : public TargetWriter {
             .arg(unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(schema), quoteIdent(name),
                  quoteIdent(table), columns);
     }
+
+    // Views of the connection's own, made when it opens.
+    QString catalogView(const QString& lowerName, bool tempdb) const override {
+        if (lowerName != QLatin1String("sysobjects") && lowerName != QLatin1String("syscolumns")) return {};
+        return QStringLiteral("temp.") +
+               quoteIdent((tempdb ? QStringLiteral("tr_tempdb_") : QStringLiteral("tr_")) + lowerName);
+    }
 };
 
 }  // namespace

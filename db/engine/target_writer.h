@@ -41,6 +41,16 @@ class TargetWriter {
     // Creating index `name` of `schema`.`table`; `columns` already written.
     virtual QString createIndex(bool unique, const QString& schema, const QString& name,
                                 const QString& table, const QString& columns) const = 0;
+    // The view answering for SysObjects or SysColumns (`lowerName`) of the current database, or of
+    // tempdb when `tempdb`; empty for any other name.
+    virtual QString catalogView(const QString& lowerName, bool tempdb) const = 0;
+    // What follows an Insert into a table with an identity column so that the statement itself
+    // answers the keys it gave (its rows are then not a result); empty when the target tells the
+    // last key another way.
+    virtual QString returnIdentity(const QString& /*column*/) const { return {}; }
+    // Text written into a number column (`integer` or not), converted as the server converts it;
+    // empty when the target's column converts it itself.
+    virtual QString textIntoNumber(const QString& /*sql*/, bool /*integer*/) const { return {}; }
 };
 
 const TargetWriter& sqliteWriter();

@@ -113,14 +113,6 @@ public:
 
     // ---- names -------------------------------------------------------------------------------
 
-    static QString catalogView(const QString& name, bool tempdb) {
-        const QString lower = name.toLower();
-        if (lower == QLatin1String("sysobjects") || lower == QLatin1String("syscolumns")) {
-            return QStringLiteral("temp.") + quoteIdent((tempdb ? QStringLiteral("tr_tempdb_") : QStringLiteral("tr_")) + lower);
-        }
-        return {};
-    }
-
     // `creating`: the statement makes the table, so a dropped one of that name is no obstacle.
     ResolvedTable resolveTable(const QStringList& parts, int position, bool creating = false) {
         ResolvedTable r;
@@ -134,8 +126,10 @@ public:
         } else {
             r.schema = catalog_.schemaForDatabase(database, position);
         }
-        const QString view = catalogView(r.name, r.schema == QLatin1String("tempdb"));
-        if (!view.isEmpty() && (r.schema == QLatin1String("main") || r.schema == QLatin1String("tempdb"))) {
+        const bool tempdb = r.schema == QLatin1String("tempdb");
+        const QString view = w_.catalogView(r.name.toLower(), tempdb);
+        if (!view.isEmpty() && (tempdb || database.isEmpty() ||
+                                r.schema == catalog_.schemaForDatabase(QString(), position))) {
             r.sql = view;
             r.columns = {{QStringLiteral("name"), QStringLiteral("VARCHAR"), SqlType::Text},
                          {QStringLiteral("id"), QStringLiteral("INT"), SqlType::Integer},
@@ -363,6 +357,10 @@ public:
                 return value.sql;
             }
             return QStringLiteral("tsql_fit(%1, %2)").arg(value.sql).arg(width);
+        }
+        if (isNumeric(column.type) && value.type == SqlType::Text) {
+            const QString number = w_.textIntoNumber(value.sql, column.type == SqlType::Integer);
+            if (!number.isEmpty()) return number;
         }
         if (isNumeric(column.type)) return QStringLiteral("tsql_fit(%1, 0)").arg(value.sql);
         return value.sql;
@@ -628,7 +626,7 @@ public:
                     // compare as text, so the text column's index still finds the rows.
                     if (x.type == SqlType::Text && !inner.columns.empty() && isNumeric(inner.columns[0].type) &&
                         !inner.columns[0].name.isEmpty()) {
-                        list = QStringLiteral("SELECT CAST(%1 AS TEXT) FROM (%2)")
+                        list = QStringLiteral("SELECT CAST(%1 AS TEXT) FROM (%2) AS tr_in")
                                    .arg(w_.name(inner.columns[0].name), inner.sql);
                     }
                 } else {
@@ -1036,7 +1034,11 @@ public:
         }
         Step step;
         step.position = s.position;
-        step.sql << sql;
+        const auto identity = std::find_if(t.columns.begin(), t.columns.end(),
+                                           [](const ColumnInfo& c) { return c.identity; });
+        const QString returning = identity == t.columns.end() ? QString() : w_.returnIdentity(identity->name);
+        step.returnsIdentity = !returning.isEmpty();
+        step.sql << sql + returning;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         step.boundWidths = boundWidths_;

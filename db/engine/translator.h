@@ -59,6 +59,8 @@ struct Step {
     // Sql: (ordinal, width) of each bound text value written into a column of that width, which
     // the value must fit (see tsqlFitText).
     std::vector<std::pair<int, int>> boundWidths;
+    // Sql: the Insert answers the identity keys it gave as its rows (see returnIdentity).
+    bool returnsIdentity = false;
     std::vector<ast::Statement*> thenBody, elseBody;  // If / Block: translated when reached
     int position = 0;
 };

@@ -68,6 +68,18 @@ class PostgresWriter final : public tr::engine::TargetWriter {
             .arg(unique ? QStringLiteral("UNIQUE ") : QString(), this->name(name), this->name(schema),
                  this->name(table), columns);
     }
+    // Views of the runtime, in the public schema, answering for the current schema or tempdb.
+    QString catalogView(const QString& lowerName, bool tempdb) const override {
+        if (lowerName != QLatin1String("sysobjects") && lowerName != QLatin1String("syscolumns")) return {};
+        return QStringLiteral("public.tsql_") + (tempdb ? QStringLiteral("tempdb_") : QString()) + lowerName;
+    }
+    // The server's columns take no text: the T-SQL conversion, with its refusal of what is no number.
+    QString textIntoNumber(const QString& sql, bool integer) const override {
+        return (integer ? QStringLiteral("tsql_int(%1)") : QStringLiteral("tsql_num(%1)")).arg(sql);
+    }
+    QString returnIdentity(const QString& column) const override {
+        return QStringLiteral(" RETURNING ") + name(column);
+    }
 };
 
 }  // namespace

@@ -29,9 +29,9 @@ class VoucherTest : public tr::schema::testing::DemoCompanyTest {
     static void SetUpTestSuite() {
         DemoCompanyTest::SetUpTestSuite();
         for (const auto& p : tr::procedures::allProcedures())
-            engine().procedures().addProcedure(p.name, p.body);
+            books().procedures().addProcedure(p.name, p.body);
         for (const auto& f : tr::procedures::allFunctions())
-            engine().procedures().addFunction(f.name, f.body);
+            books().procedures().addFunction(f.name, f.body);
     }
 
     // Every test starts without documents, holds or log rows.

@@ -39,9 +39,9 @@ class DocumentsTest : public tr::schema::testing::DemoCompanyTest {
     static void SetUpTestSuite() {
         DemoCompanyTest::SetUpTestSuite();
         for (const auto& p : tr::procedures::allProcedures())
-            engine().procedures().addProcedure(p.name, p.body);
+            books().procedures().addProcedure(p.name, p.body);
         for (const auto& f : tr::procedures::allFunctions())
-            engine().procedures().addFunction(f.name, f.body);
+            books().procedures().addFunction(f.name, f.body);
     }
 
     void SetUp() override {

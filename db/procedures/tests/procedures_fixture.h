@@ -47,8 +47,8 @@ class ProceduresTest : public tr::schema::testing::DemoCompanyTest {
   protected:
     static void SetUpTestSuite() {
         DemoCompanyTest::SetUpTestSuite();
-        for (const auto& p : allProcedures()) engine().procedures().addProcedure(p.name, p.body);
-        for (const auto& f : allFunctions()) engine().procedures().addFunction(f.name, f.body);
+        for (const auto& p : allProcedures()) books().procedures().addProcedure(p.name, p.body);
+        for (const auto& f : allFunctions()) books().procedures().addFunction(f.name, f.body);
     }
 
     static tr::db::Connection& db() { return company(); }

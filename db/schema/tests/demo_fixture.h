@@ -1,6 +1,6 @@
 #pragma once
-// Test fixtures: an engine on a fresh temporary data directory, with the demo company loaded
-// once per test suite, and small helpers that read one value or count rows.
+// Test fixtures: fresh books (the embedded engine's or the test server's) with the demo company
+// loaded once per test suite, and small helpers that read one value or count rows.
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
@@ -9,9 +9,10 @@
 
 #include "common/db/database_error.h"
 #include "db/engine/engine.h"
-#include "db/engine/sqlite_connection.h"
 #include "db/schema/demo_company.h"
 #include "db/schema/schema.h"
+#include "db/tsql/books.h"
+#include "tests/support/test_books.h"
 
 namespace tr::schema::testing {
 
@@ -32,39 +33,45 @@ inline std::string describe(const tr::db::DatabaseError& error) {
         .toStdString();
 }
 
+// Runs on the embedded engine, or on the run's private server when the run asks for it (see
+// tests/support/test_books.h).
 class DemoCompanyTest : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
         dir_ = new QTemporaryDir;
-        engine_ = new tr::engine::Engine(dir_->path());
-        suite_ = engine_->open(QString::fromUtf8(kSuiteDatabase)).release();
         try {
-            loadDemoCompany(*suite_,
-                            [](const QString& name) -> std::unique_ptr<tr::db::Connection> {
-                                return engine_->open(name);
-                            });
+            books_ = tr::test::makeTestBooks(dir_->path(), QStringLiteral("demo")).release();
+            suite_ = books_->connect(QString::fromUtf8(kSuiteDatabase)).release();
+            loadDemoCompany(*suite_, [](const QString& name) -> std::unique_ptr<tr::db::Connection> {
+                return books_->connect(name);
+            });
+            company_ = books_->connect(QString::fromUtf8(demo::kCurrentDatabase)).release();
         } catch (const tr::db::DatabaseError& error) {
             loadError_ = describe(error);
         }
-        company_ = engine_->open(QString::fromUtf8(demo::kCurrentDatabase)).release();
     }
     static void TearDownTestSuite() {
         delete company_;
         delete suite_;
-        delete engine_;
+        delete books_;
         delete dir_;
+        company_ = nullptr;
+        suite_ = nullptr;
+        books_ = nullptr;
     }
     void SetUp() override { ASSERT_TRUE(loadError_.empty()) << loadError_; }
 
-    static tr::engine::SqliteConnection& company() { return *company_; }
-    static tr::engine::SqliteConnection& suite() { return *suite_; }
-    static tr::engine::Engine& engine() { return *engine_; }
+    static tr::tsql::TsqlConnection& company() { return *company_; }
+    static tr::tsql::TsqlConnection& suite() { return *suite_; }
+    static tr::tsql::Books& books() { return *books_; }
+    // The embedded engine, for the tests that read its files (registered on that backend only).
+    static tr::engine::Engine& engine() { return dynamic_cast<tr::engine::Engine&>(*books_); }
 
   private:
     static inline QTemporaryDir* dir_ = nullptr;
-    static inline tr::engine::Engine* engine_ = nullptr;
-    static inline tr::engine::SqliteConnection* suite_ = nullptr;
-    static inline tr::engine::SqliteConnection* company_ = nullptr;
+    static inline tr::tsql::Books* books_ = nullptr;
+    static inline tr::tsql::TsqlConnection* suite_ = nullptr;
+    static inline tr::tsql::TsqlConnection* company_ = nullptr;
     static inline std::string loadError_;
 };
 

@@ -1,0 +1,454 @@
+#include "db/pg/pg_connection.h"
+
+#include <QRegularExpression>
+#include <functional>
+
+#include "common/db/database_error.h"
+#include "common/db/sql_literal.h"
+#include "db/engine/limits.h"
+#include "db/engine/parser.h"
+#include "db/engine/sql_identifiers.h"
+#include "db/pg/pg_link.h"
+#include "db/pg/pg_server.h"
+#include "db/pg/pg_writer.h"
+
+namespace tr::pg {
+
+using tr::db::DatabaseError;
+using tr::db::ExecResult;
+using tr::db::ResultSet;
+using tr::engine::ColumnInfo;
+using tr::engine::Step;
+using tr::engine::TableName;
+namespace ast = tr::engine::ast;
+
+namespace {
+
+constexpr int kMaxCachedBatches = 2000;
+
+// The server's type as format_type() names it, declared as the translator reads declarations
+// (and as a Select ... Into may declare a column again).
+QString declaredType(const QString& serverType) {
+    static const QRegularExpression sized(QStringLiteral("^(character varying|numeric)\\((\\d+)(?:,(\\d+))?\\)$"));
+    const auto m = sized.match(serverType);
+    if (m.hasMatch()) {
+        if (m.captured(1) == QLatin1String("numeric"))
+            return QStringLiteral("DECIMAL(%1,%2)").arg(m.captured(2), m.captured(3).isEmpty() ? QStringLiteral("0") : m.captured(3));
+        return QStringLiteral("VARCHAR(%1)").arg(m.captured(2));
+    }
+    if (serverType == QLatin1String("character varying")) return QStringLiteral("VARCHAR");
+    if (serverType == QLatin1String("text")) return QStringLiteral("TEXT");
+    if (serverType == QLatin1String("integer")) return QStringLiteral("INT");
+    if (serverType == QLatin1String("bigint")) return QStringLiteral("BIGINT");
+    if (serverType == QLatin1String("smallint")) return QStringLiteral("SMALLINT");
+    if (serverType == QLatin1String("double precision") || serverType == QLatin1String("real"))
+        return QStringLiteral("FLOAT");
+    if (serverType == QLatin1String("numeric")) return QStringLiteral("DECIMAL");
+    if (serverType == QLatin1String("bytea")) return QStringLiteral("BYTEA");
+    return serverType.toUpper();
+}
+
+// A literal of the T-SQL value a dbo function gave, written into PostgreSQL text.
+QString literalOf(const QVariant& v) {
+    if (v.isNull()) return QStringLiteral("NULL");
+    switch (v.typeId()) {
+        case QMetaType::Int: case QMetaType::UInt: case QMetaType::LongLong: case QMetaType::ULongLong:
+        case QMetaType::Bool:
+            return tr::db::sqlNumber(v.toLongLong());
+        case QMetaType::Double: case QMetaType::Float:
+            return tr::db::sqlNumber(v.toDouble());
+        default:
+            return tr::db::sqlText(v.toString(), tr::db::SqlDialect::PostgreSql);
+    }
+}
+
+// The name a server message puts in double quotes ("relation "x.y" does not exist").
+QString quotedName(const QString& message) {
+    const qsizetype open = message.indexOf(QLatin1Char('"'));
+    const qsizetype close = open < 0 ? -1 : message.indexOf(QLatin1Char('"'), open + 1);
+    return close < 0 ? QString() : message.mid(open + 1, close - open - 1);
+}
+
+}  // namespace
+
+// A parsed batch and the translations of its statements, each with the tables it read.
+struct PgBatch {
+    std::vector<ast::StatementPtr> statements;
+    struct Translated {
+        Step step;
+        std::vector<std::pair<QString, quint64>> dependencies;
+    };
+    QHash<const ast::Statement*, Translated> steps;
+};
+
+PgConnection::PgConnection(PgServer& server, const QString& databaseName, std::unique_ptr<PgLink> link)
+    : server_(server), databaseName_(databaseName), schema_(PgServer::schemaOf(databaseName)),
+      link_(std::move(link)) {
+    link_->run(QStringLiteral("SET search_path = %1, public").arg(tr::engine::quoteIdent(schema_)));
+    // A statement waits for another client's lock as long as the embedded engine waits for its
+    // writer, and is then refused.
+    link_->run(QStringLiteral("SET lock_timeout = %1").arg(tr::engine::kBusyTimeoutMs));
+}
+
+PgConnection::~PgConnection() {
+    try {
+        if (link_->inTransaction()) link_->run(QStringLiteral("ROLLBACK"));
+        for (const QString& table : std::as_const(madeTempTables_)) {
+            link_->run(QStringLiteral("DROP TABLE IF EXISTS tempdb.") + tr::engine::quoteIdent(table));
+            server_.tableChanged(tableKey(QStringLiteral("tempdb"), table));
+        }
+    } catch (const DatabaseError&) {
+        // The session ends anyway; the server drops nothing of its own for a lost one.
+    }
+}
+
+void PgConnection::fail(const QString& message, int position) {
+    throw DatabaseError(message, source_ ? *source_ : QString(), position);
+}
+
+void PgConnection::rethrow(const std::exception_ptr& error, const QString& sql, int position) {
+    try {
+        std::rethrow_exception(error);
+    } catch (const DatabaseError& e) {
+        const QString& state = link_->lastState();
+        if (state == QLatin1String("42P01")) {
+            QString name = quotedName(e.message());
+            if (name.contains(QLatin1Char('.'))) name = name.section(QLatin1Char('.'), -1);
+            if (sql.startsWith(QLatin1String("DROP TABLE"))) {
+                fail(QStringLiteral("Cannot drop the table '%1', because it does not exist or you do not have "
+                                    "permission.")
+                         .arg(name),
+                     position);
+            }
+            fail(QStringLiteral("Invalid object name '%1'.").arg(name), position);
+        }
+        if (state == QLatin1String("22012")) fail(QStringLiteral("Divide by zero error encountered."), position);
+        if (state == QLatin1String("55P03")) fail(QStringLiteral("Lock request time out period exceeded."), position);
+        fail(e.message(), position);
+    }
+}
+
+QString PgConnection::tableKey(const QString& schema, const QString& table) const {
+    return schema.toLower() + QLatin1Char('.') + table.toLower();
+}
+
+bool PgConnection::current(const Dependencies& dependencies) const {
+    for (const auto& [table, generation] : dependencies)
+        if (server_.tableGeneration(table) != generation) return false;
+    return true;
+}
+
+// ---- catalogue -----------------------------------------------------------------------------
+
+QString PgConnection::schemaForDatabase(const QString& database, int position) {
+    const QString name = database.trimmed();
+    if (name.isEmpty() || name.compare(databaseName_, Qt::CaseInsensitive) == 0) return schema_;
+    if (name.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0) return QStringLiteral("tempdb");
+    const QString schema = PgServer::schemaOf(name);
+    const ExecResult r = link_->run(QStringLiteral("SELECT 1 FROM pg_namespace WHERE nspname = $1"), {schema});
+    if (r.resultSets.empty() || r.resultSets.front().rows.empty()) {
+        fail(QStringLiteral("Database '%1' does not exist. Make sure that the name is entered correctly.").arg(name),
+             position);
+    }
+    return schema;
+}
+
+std::vector<ColumnInfo> PgConnection::columns(const QString& schema, const QString& table) {
+    const QString key = tableKey(schema, table);
+    const quint64 generation = server_.tableGeneration(key);
+    if (recording_) recording_->emplace_back(key, generation);
+    auto it = columns_.constFind(key);
+    if (it != columns_.constEnd() && it.value().first == generation) return it.value().second;
+    const QString qualified = tr::engine::quoteIdent(schema.toLower()) + QLatin1Char('.') +
+                              tr::engine::quoteIdent(table.toLower());
+    const ExecResult r = link_->run(
+        QStringLiteral("SELECT a.attname, format_type(a.atttypid, a.atttypmod), a.attidentity <> '' "
+                       "FROM pg_attribute AS a WHERE a.attrelid = to_regclass($1) AND a.attnum > 0 "
+                       "AND NOT a.attisdropped ORDER BY a.attnum"),
+        {qualified});
+    std::vector<ColumnInfo> result;
+    for (const tr::db::Row& row : r.resultSets.front().rows) {
+        ColumnInfo c;
+        c.name = row.at(0).toString();
+        c.declaredType = declaredType(row.at(1).toString());
+        c.type = tr::engine::typeOfDeclaration(c.declaredType);
+        c.identity = row.at(2).toLongLong() != 0;
+        result.push_back(c);
+    }
+    if (!result.empty()) columns_.insert(key, {generation, result});
+    return result;
+}
+
+// ---- running -------------------------------------------------------------------------------
+
+QString PgConnection::withFunctionValues(const QString& sql, int position) {
+    static const QRegularExpression call(QStringLiteral("tsql_call\\('((?:[^']|'')*)'"));
+    static const QRegularExpression argument(
+        QStringLiteral("\\G, (NULL|-?[0-9]+(?:\\.[0-9]+)?(?:[eE][-+]?[0-9]+)?|'(?:[^']|'')*')"));
+    QString out;
+    qsizetype from = 0;
+    for (auto m = call.match(sql); m.hasMatch(); m = call.match(sql, from)) {
+        out += sql.mid(from, m.capturedStart() - from);
+        const QString name = m.captured(1).replace(QLatin1String("''"), QLatin1String("'"));
+        qsizetype at = m.capturedEnd();
+        std::vector<QVariant> args;
+        for (auto a = argument.match(sql, at); a.hasMatch(); a = argument.match(sql, at)) {
+            const QString text = a.captured(1);
+            if (text == QLatin1String("NULL")) args.emplace_back();
+            else if (text.startsWith(QLatin1Char('\''))) args.emplace_back(text.mid(1, text.size() - 2).replace(QLatin1String("''"), QLatin1String("'")));
+            else if (text.contains(QLatin1Char('.')) || text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) args.emplace_back(text.toDouble());
+            else args.emplace_back(text.toLongLong());
+            at = a.capturedEnd();
+        }
+        if (at >= sql.size() || sql.at(at) != QLatin1Char(')')) {
+            fail(QStringLiteral("dbo.%1 is called with arguments that are not values; on the database server "
+                                "its arguments must be values")
+                     .arg(name),
+                 position);
+        }
+        const tr::tsql::ScalarFunction* f = server_.procedures().function(name);
+        if (!f) {
+            fail(QStringLiteral("Cannot find either column \"dbo\" or the user-defined function or aggregate "
+                                "\"dbo.%1\", or the name is ambiguous.")
+                     .arg(name),
+                 position);
+        }
+        const QString* outer = source_;
+        const QVariant value = (*f)(*this, args);
+        source_ = outer;
+        out += literalOf(value);
+        from = at + 1;
+    }
+    out += sql.mid(from);
+    return out;
+}
+
+void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& result) {
+    QString text = sql.contains(QLatin1String("tsql_call(")) ? withFunctionValues(sql, step.position) : sql;
+    // ## tables are scratch: the server need not log them.
+    if (text.startsWith(QLatin1String("CREATE TABLE \"tempdb\".")))
+        text.insert(int(qstrlen("CREATE ")), QStringLiteral("UNLOGGED "));
+    ExecResult r;
+    try {
+        r = link_->run(text, {}, source_ ? *source_ : QString());
+    } catch (const DatabaseError&) {
+        rethrow(std::current_exception(), text, step.position);
+    }
+    if (step.returnsIdentity && !r.resultSets.empty()) {
+        const std::vector<tr::db::Row>& keys = r.resultSets.front().rows;
+        result.rowsAffected += qint64(keys.size());
+        if (!keys.empty()) result.lastIdentity = keys.back().front().toLongLong();
+        return;
+    }
+    for (ResultSet& set : r.resultSets) result.resultSets.push_back(std::move(set));
+    result.rowsAffected += r.rowsAffected;
+}
+
+QVariant PgConnection::scalar(const QString& sql, int position) {
+    Step step;
+    step.position = position;
+    ExecResult r;
+    runSql(sql, step, r);
+    if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
+    return r.resultSets.front().rows.front().front();
+}
+
+template <typename F>
+void PgConnection::inTransaction(F&& work) {
+    if (depth_ > 0) {
+        work();
+        return;
+    }
+    link_->run(QStringLiteral("BEGIN"));
+    depth_ = 1;
+    try {
+        work();
+    } catch (...) {
+        depth_ = 0;
+        try {
+            link_->run(QStringLiteral("ROLLBACK"));
+        } catch (const DatabaseError&) {
+            // The connection is gone: the server has rolled back already.
+        }
+        throw;
+    }
+    depth_ = 0;
+    link_->run(QStringLiteral("COMMIT"));
+}
+
+void PgConnection::noteTempTables(const Step& step) {
+    for (const TableName& t : step.changedTables) {
+        if (t.schema != QLatin1String("tempdb")) continue;
+        if (t.change == TableName::Change::Created) madeTempTables_.insert(t.table.toLower());
+        else if (t.change == TableName::Change::Dropped) madeTempTables_.remove(t.table.toLower());
+    }
+}
+
+void PgConnection::runStatements(const Step& step, ExecResult& result) {
+    auto work = [&] {
+        for (const QString& sql : step.sql) runSql(sql, step, result);
+        noteTempTables(step);
+    };
+    const bool calls = std::any_of(step.sql.begin(), step.sql.end(),
+                                   [](const QString& s) { return s.contains(QLatin1String("tsql_call(")); });
+    if (step.writes && (step.sql.size() > 1 || calls)) inTransaction(work);
+    else work();
+    for (const TableName& t : step.changedTables) server_.tableChanged(tableKey(t.schema, t.table));
+}
+
+void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result) {
+    switch (step.kind) {
+        case Step::Kind::Sql:
+            runStatements(step, result);
+            return;
+        case Step::Kind::Call: {
+            const tr::tsql::Procedure* procedure = server_.procedures().procedure(step.procedure);
+            if (!procedure) fail(QStringLiteral("Could not find stored procedure '%1'.").arg(step.procedure), step.position);
+            auto call = [&] {
+                const QString* outer = source_;
+                ExecResult r = (*procedure)(*this, step.args);
+                source_ = outer;
+                for (ResultSet& set : r.resultSets) result.resultSets.push_back(std::move(set));
+                result.rowsAffected += r.rowsAffected;
+            };
+            if (depth_ == 0 && server_.procedures().isUpkeep(step.procedure)) call();
+            else inTransaction(call);
+            return;
+        }
+        case Step::Kind::If: {
+            const bool condition = scalar(step.query, step.position).toLongLong() != 0;
+            for (const ast::Statement* s : condition ? step.thenBody : step.elseBody) run(*s, batch, result);
+            return;
+        }
+        case Step::Kind::Block:
+            for (const ast::Statement* s : step.thenBody) run(*s, batch, result);
+            return;
+        case Step::Kind::ExecText: {
+            const QString text = scalar(step.query, step.position).toString();
+            const QString* outer = source_;
+            ExecResult r = execute(text);
+            source_ = outer;
+            for (ResultSet& set : r.resultSets) result.resultSets.push_back(std::move(set));
+            result.rowsAffected += r.rowsAffected;
+            return;
+        }
+        case Step::Kind::Begin:
+            if (depth_ == 0) link_->run(QStringLiteral("BEGIN"));
+            ++depth_;
+            return;
+        case Step::Kind::Commit:
+            if (depth_ == 0) {
+                fail(QStringLiteral("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."),
+                     step.position);
+            }
+            if (--depth_ == 0) {
+                // A delayed commit is flushed with a later one, as the embedded engine's is.
+                if (step.delayedDurability) link_->run(QStringLiteral("SET LOCAL synchronous_commit = off"));
+                link_->run(QStringLiteral("COMMIT"));
+            }
+            return;
+        case Step::Kind::Rollback:
+            if (depth_ == 0) {
+                fail(QStringLiteral("The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."),
+                     step.position);
+            }
+            depth_ = 0;
+            link_->run(QStringLiteral("ROLLBACK"));
+            return;
+    }
+}
+
+void PgConnection::run(const ast::Statement& statement, PgBatch& batch, ExecResult& result) {
+    auto it = batch.steps.find(&statement);
+    if (it == batch.steps.end() || !current(it.value().dependencies)) {
+        PgBatch::Translated made;
+        Dependencies* outer = recording_;
+        recording_ = &made.dependencies;
+        try {
+            made.step = tr::engine::translateStatement(statement, *this, *source_, postgresWriter());
+        } catch (...) {
+            recording_ = outer;
+            throw;
+        }
+        recording_ = outer;
+        // A statement that makes, drops or alters a table does not read that table's columns.
+        for (const TableName& t : made.step.changedTables) {
+            const QString changed = tableKey(t.schema, t.table);
+            std::erase_if(made.dependencies, [&](const auto& d) { return d.first == changed; });
+        }
+        it = batch.steps.insert(&statement, std::move(made));
+    }
+    const Step step = it.value().step;  // a copy: running it may renew the batch's translations
+    runStep(step, batch, result);
+}
+
+ExecResult PgConnection::execute(const QString& sql) {
+    if (calls_ >= tr::engine::kMaxCallDepth) {
+        throw DatabaseError(QStringLiteral("Maximum stored procedure, function, trigger, or view nesting level "
+                                           "exceeded (limit %1).")
+                                .arg(tr::engine::kMaxCallDepth),
+                            sql);
+    }
+    const QString* outer = source_;
+    source_ = &sql;
+    ++calls_;
+    ExecResult result;
+    try {
+        std::shared_ptr<PgBatch> batch = batches_.value(sql);
+        if (!batch) {
+            batch = std::make_shared<PgBatch>();
+            batch->statements = tr::engine::parseBatch(sql);
+            if (batches_.size() >= kMaxCachedBatches) batches_.clear();
+            batches_.insert(sql, batch);
+        }
+        for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
+    } catch (...) {
+        source_ = outer;
+        --calls_;
+        throw;
+    }
+    source_ = outer;
+    --calls_;
+    return result;
+}
+
+QString PgConnection::translate(const QString& sql) {
+    const std::vector<ast::StatementPtr> statements = tr::engine::parseBatch(sql);
+    QStringList out;
+    std::function<void(const ast::Statement&)> describe = [&](const ast::Statement& s) {
+        const Step step = tr::engine::translateStatement(s, *this, sql, postgresWriter());
+        for (const QString& text : step.sql) out << text + QLatin1Char(';');
+        for (const ast::Statement* b : step.thenBody) describe(*b);
+        for (const ast::Statement* b : step.elseBody) describe(*b);
+    };
+    for (const ast::StatementPtr& s : statements) describe(*s);
+    return out.join(QLatin1Char('\n'));
+}
+
+QString PgConnection::explainQueryPlan(const QString& sql) {
+    const std::vector<ast::StatementPtr> statements = tr::engine::parseBatch(sql);
+    if (statements.empty()) return {};
+    const Step step = tr::engine::translateStatement(*statements.front(), *this, sql, postgresWriter());
+    if (step.kind != Step::Kind::Sql || step.sql.isEmpty()) return {};
+    if (depth_ == 0) link_->run(QStringLiteral("BEGIN"));
+    ExecResult r;
+    try {
+        link_->run(QStringLiteral("SET LOCAL enable_seqscan = off"));
+        r = link_->run(QStringLiteral("EXPLAIN ") + step.sql.last(), {}, sql);
+    } catch (const DatabaseError&) {
+        if (depth_ == 0) link_->run(QStringLiteral("ROLLBACK"));
+        throw;
+    }
+    if (depth_ == 0) link_->run(QStringLiteral("ROLLBACK"));
+    QStringList lines;
+    for (const tr::db::Row& row : r.resultSets.front().rows) lines << row.front().toString();
+    return lines.join(QLatin1Char('\n'));
+}
+
+void PgConnection::refreshStatistics() {
+    const ExecResult r = link_->run(
+        QStringLiteral("SELECT format('%I.%I', schemaname, tablename) FROM pg_tables WHERE schemaname = $1"), {schema_});
+    for (const tr::db::Row& row : r.resultSets.front().rows) link_->run(QStringLiteral("ANALYZE ") + row.front().toString());
+}
+
+}  // namespace tr::pg

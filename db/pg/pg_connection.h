@@ -1,0 +1,75 @@
+#pragma once
+// A connection to a book on the server: accepts T-SQL batches, translates each statement with
+// PostgreSQL's writer (translations cached per text), runs multi-statement writes and stored
+// procedures in one transaction, and answers the translator's catalogue from the server's.
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "db/tsql/books.h"
+#include "db/engine/translator.h"
+
+namespace tr::pg {
+
+class PgLink;
+class PgServer;
+struct PgBatch;
+
+class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::Catalog {
+  public:
+    PgConnection(PgServer& server, const QString& databaseName, std::unique_ptr<PgLink> link);
+    // Drops the ## tables the connection made and left, as the server does when a session ends.
+    ~PgConnection() override;
+
+    tr::db::ExecResult execute(const QString& sql) override;
+    tr::db::SqlDialect dialect() const override { return tr::db::SqlDialect::PostgreSql; }
+    QString databaseName() const override { return databaseName_; }
+
+    // The PostgreSQL text each statement of the batch becomes (without running it).
+    QString translate(const QString& sql) override;
+    // The server's plan for the first statement of `sql` (EXPLAIN, one line per plan row), taken
+    // with a scan of the whole table as the last resort: it shows whether an index can serve the
+    // statement, whatever the table's size now.
+    QString explainQueryPlan(const QString& sql) override;
+    bool inTransaction() const override { return depth_ > 0; }
+    // Gathers the planner's statistics of the book's tables (what sp_updatestats runs).
+    void refreshStatistics();
+    PgLink& link() { return *link_; }
+
+  private:
+    using Dependencies = std::vector<std::pair<QString, quint64>>;
+    QString schemaForDatabase(const QString& database, int position) override;
+    std::vector<tr::engine::ColumnInfo> columns(const QString& schema, const QString& table) override;
+
+    void run(const tr::engine::ast::Statement& statement, PgBatch& batch, tr::db::ExecResult& result);
+    void runStep(const tr::engine::Step& step, PgBatch& batch, tr::db::ExecResult& result);
+    void runStatements(const tr::engine::Step& step, tr::db::ExecResult& result);
+    void runSql(const QString& sql, const tr::engine::Step& step, tr::db::ExecResult& result);
+    // `sql` with each dbo function call of literal arguments replaced by its value.
+    QString withFunctionValues(const QString& sql, int position);
+    QVariant scalar(const QString& sql, int position);
+    template <typename F>
+    void inTransaction(F&& work);
+    void noteTempTables(const tr::engine::Step& step);
+    QString tableKey(const QString& schema, const QString& table) const;
+    bool current(const Dependencies& dependencies) const;
+    [[noreturn]] void fail(const QString& message, int position);
+    // The server's failure in the T-SQL system's words where the suite reads them.
+    [[noreturn]] void rethrow(const std::exception_ptr& error, const QString& sql, int position);
+
+    PgServer& server_;
+    QString databaseName_;
+    QString schema_;
+    std::unique_ptr<PgLink> link_;
+    int depth_ = 0;
+    int calls_ = 0;
+    const QString* source_ = nullptr;
+    Dependencies* recording_ = nullptr;
+    QHash<QString, std::shared_ptr<PgBatch>> batches_;
+    QHash<QString, std::pair<quint64, std::vector<tr::engine::ColumnInfo>>> columns_;
+    QSet<QString> madeTempTables_;  // ## tables this connection made and has not dropped
+};
+
+}  // namespace tr::pg

@@ -1,0 +1,80 @@
+#include "db/pg/pg_server.h"
+
+#include "db/engine/sql_identifiers.h"
+#include "db/pg/pg_connection.h"
+#include "db/pg/pg_link.h"
+#include "db/pg/pg_runtime.h"
+
+namespace tr::pg {
+
+namespace {
+
+// The advisory lock key under which clients install the runtime and make schemas: two clients
+// making the same function or schema at once would otherwise fail on the catalogue's unique keys.
+constexpr const char* kSetupLock = "7301402";
+
+}  // namespace
+
+PgServer::PgServer(const QString& connectionText) : connectionText_(connectionText) {
+    procedures_.addUpkeep(QStringLiteral("sp_updatestats"), [](tr::db::Connection& c, const tr::tsql::ProcedureArgs&) {
+        static_cast<PgConnection&>(c).refreshStatistics();
+        return tr::db::ExecResult{};
+    });
+}
+
+PgServer::~PgServer() = default;
+
+bool PgServer::databaseExists(const QString& databaseName) const {
+    PgLink link(connectionText_);
+    const auto r = link.run(QStringLiteral("SELECT 1 FROM pg_namespace WHERE nspname = $1"),
+                            {schemaOf(databaseName)});
+    return !r.resultSets.empty() && !r.resultSets.front().rows.empty();
+}
+
+void PgServer::prepare(PgLink& link, const QString& schema) {
+    bool runtime = false;
+    {
+        QMutexLocker lock(&stateLock_);
+        runtime = !runtimeReady_;
+    }
+    link.run(QStringLiteral("BEGIN"));
+    try {
+        link.run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(QLatin1String(kSetupLock)));
+        if (runtime) {
+            installRuntime(link);
+            link.run(QStringLiteral("CREATE SCHEMA IF NOT EXISTS tempdb"));
+        }
+        link.run(QStringLiteral("CREATE SCHEMA IF NOT EXISTS ") + tr::engine::quoteIdent(schema));
+        link.run(QStringLiteral("COMMIT"));
+    } catch (...) {
+        link.run(QStringLiteral("ROLLBACK"));
+        throw;
+    }
+    if (runtime) {
+        QMutexLocker lock(&stateLock_);
+        runtimeReady_ = true;
+    }
+}
+
+std::unique_ptr<tr::tsql::TsqlConnection> PgServer::connect(const QString& databaseName) {
+    return open(databaseName);
+}
+
+std::unique_ptr<PgConnection> PgServer::open(const QString& databaseName) {
+    auto link = std::make_unique<PgLink>(connectionText_);
+    const QString schema = schemaOf(databaseName);
+    prepare(*link, schema);
+    return std::make_unique<PgConnection>(*this, databaseName.trimmed(), std::move(link));
+}
+
+quint64 PgServer::tableGeneration(const QString& table) const {
+    QMutexLocker lock(&stateLock_);
+    return tableGenerations_.value(table, 0);
+}
+
+void PgServer::tableChanged(const QString& table) {
+    QMutexLocker lock(&stateLock_);
+    tableGenerations_.insert(table, ++lastGeneration_);
+}
+
+}  // namespace tr::pg

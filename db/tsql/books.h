@@ -1,0 +1,32 @@
+#pragma once
+// Where the suite's databases live, whichever backend keeps them: the embedded engine's data
+// directory or a database server. Both open connections that run the suite's T-SQL and both
+// run the same registered procedures.
+#include <QString>
+#include <memory>
+
+#include "common/db/connection.h"
+#include "db/tsql/procedure_registry.h"
+
+namespace tr::tsql {
+
+// A connection running the suite's T-SQL on a backend, with what tests and tools ask of it.
+class TsqlConnection : public tr::db::Connection {
+  public:
+    virtual bool inTransaction() const = 0;
+    // The backend's text each statement of `sql` becomes, without running it.
+    virtual QString translate(const QString& sql) = 0;
+    // The backend's plan for the first statement of `sql`.
+    virtual QString explainQueryPlan(const QString& sql) = 0;
+};
+
+class Books {
+  public:
+    virtual ~Books() = default;
+    virtual bool databaseExists(const QString& databaseName) const = 0;
+    // A connection whose current database is `databaseName`, made when missing.
+    virtual std::unique_ptr<TsqlConnection> connect(const QString& databaseName) = 0;
+    virtual ProcedureRegistry& procedures() = 0;
+};
+
+}  // namespace tr::tsql
