@@ -1,21 +1,29 @@
 #include "tools/shell_setup.h"
 
 #include "db/engine/engine.h"
-#include "db/engine/sqlite_connection.h"
+#include "db/pg/pg_server.h"
 #include "db/procedures/procedures.h"
 #include "db/schema/demo_company.h"
 
 namespace tr::tools {
 
-void registerProcedures(tr::engine::Engine& engine) {
-    for (const auto& p : tr::procedures::allProcedures()) engine.procedures().addProcedure(p.name, p.body);
-    for (const auto& f : tr::procedures::allFunctions()) engine.procedures().addFunction(f.name, f.body);
+std::unique_ptr<tr::tsql::Books> openBooks(const QString& dataDirectory, const QString& server) {
+    std::unique_ptr<tr::tsql::Books> books;
+    if (server.isEmpty()) books = std::make_unique<tr::engine::Engine>(dataDirectory);
+    else books = std::make_unique<tr::pg::PgServer>(server);
+    registerProcedures(*books);
+    return books;
 }
 
-QString defaultDatabase(tr::engine::Engine& engine) {
+void registerProcedures(tr::tsql::Books& books) {
+    for (const auto& p : tr::procedures::allProcedures()) books.procedures().addProcedure(p.name, p.body);
+    for (const auto& f : tr::procedures::allFunctions()) books.procedures().addFunction(f.name, f.body);
+}
+
+QString defaultDatabase(tr::tsql::Books& books) {
     const QString suite = QStringLiteral("CORVASK_Sdc");
-    if (!engine.databaseExists(suite)) return QStringLiteral("master");
-    auto db = engine.open(suite);
+    if (!books.databaseExists(suite)) return QStringLiteral("master");
+    auto db = books.connect(suite);
     const auto r = db->execute(QStringLiteral(
         "Select Top 1 'Corvask_' + LTrim(RTrim(sCode)) + '_' + LTrim(RTrim(sYear)) As Name From SDC_Company "
         "Order By sYear Desc, sCode"));
@@ -23,15 +31,13 @@ QString defaultDatabase(tr::engine::Engine& engine) {
     return r.resultSets.front().rows.front().front().toString();
 }
 
-QString createDemo(const QString& dataDirectory) {
-    tr::engine::Engine engine(dataDirectory);
-    registerProcedures(engine);
-    auto suite = engine.open(QStringLiteral("CORVASK_Sdc"));
+QString createDemo(tr::tsql::Books& books, const QString& where) {
+    auto suite = books.connect(QStringLiteral("CORVASK_Sdc"));
     tr::schema::loadDemoCompany(*suite, [&](const QString& name) -> std::unique_ptr<tr::db::Connection> {
-        return engine.open(name);
+        return books.connect(name);
     });
     return QStringLiteral("demo company created in %1 (databases CORVASK_Sdc, %2, %3)")
-        .arg(engine.dataDirectory(), QLatin1String(tr::schema::demo::kPreviousDatabase),
+        .arg(where, QLatin1String(tr::schema::demo::kPreviousDatabase),
              QLatin1String(tr::schema::demo::kCurrentDatabase));
 }
 

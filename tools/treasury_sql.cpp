@@ -1,4 +1,4 @@
-// treasury-sql: a T-SQL shell on a database of a data directory. Statements in one call share one
+// treasury-sql: a T-SQL shell on a database of a data directory or of a server. Statements in one call share one
 // session, so ## tables live until it ends. Batches are separated by a line holding only GO;
 // interactively a batch also ends at a line ending with ';'.
 #include <readline/history.h>
@@ -13,14 +13,12 @@
 #include <iostream>
 
 #include "common/db/database_error.h"
-#include "db/engine/engine.h"
-#include "db/engine/sqlite_connection.h"
 #include "tools/shell_setup.h"
 #include "tools/table_printer.h"
 
 namespace {
 
-// What the shell does with each batch: run it, show its SQLite text, or show SQLite's plan for it.
+// What the shell does with each batch: run it, show the backend's text, or the backend's plan for it.
 enum class Mode { Run, Translate, Plan };
 
 struct Options {
@@ -30,14 +28,19 @@ struct Options {
     Mode mode = Mode::Run;
     bool hasCommand = false;
     QString createDemo;
+    bool createDemoOnServer = false;
+    QString server;  // libpq's connection text
 };
 
 void usage() {
-    std::cerr << "usage: treasury-sql [-d DIR] [DATABASE] [-c \"statements\"] [--translate | --plan]\n"
+    std::cerr << "usage: treasury-sql [-d DIR | --server \"CONNECTION\"] [DATABASE] [-c \"statements\"] "
+                 "[--translate | --plan]\n"
                  "       treasury-sql --create-demo DIR\n"
-                 "Runs T-SQL on DATABASE (default: the company database of the data directory).\n"
+                 "       treasury-sql --server \"CONNECTION\" --create-demo\n"
+                 "Runs T-SQL on DATABASE (default: the company database of the data directory or server).\n"
+                 "CONNECTION is a PostgreSQL connection text, e.g. \"host=books.office dbname=treasury user=ali\".\n"
                  "Without -c, statements come from standard input (interactive on a terminal).\n"
-                 "--translate shows the SQLite text of each batch, --plan SQLite's plan for its first statement.\n";
+                 "--translate shows the backend's text of each batch, --plan its plan for the first statement.\n";
 }
 
 QString errorText(const tr::db::DatabaseError& e) {
@@ -58,7 +61,7 @@ QString errorText(const tr::db::DatabaseError& e) {
 }
 
 // Runs one batch; answers false when it failed.
-bool runBatch(tr::engine::SqliteConnection& db, const QString& batch, Mode mode, QTextStream& out,
+bool runBatch(tr::tsql::TsqlConnection& db, const QString& batch, Mode mode, QTextStream& out,
               QTextStream& err) {
     if (batch.trimmed().isEmpty()) return true;
     try {
@@ -85,7 +88,7 @@ QStringList splitOnGo(const QString& text) {
     return text.split(go);
 }
 
-int interactive(tr::engine::SqliteConnection& db, Mode mode, QTextStream& out, QTextStream& err) {
+int interactive(tr::tsql::TsqlConnection& db, Mode mode, QTextStream& out, QTextStream& err) {
     const QString historyFile = QDir::homePath() + QStringLiteral("/.treasury_sql_history");
     using_history();
     read_history(historyFile.toLocal8Bit().constData());
@@ -128,6 +131,8 @@ int main(int argc, char** argv) {
             options.hasCommand = true;
         } else if (a == QLatin1String("--translate")) options.mode = Mode::Translate;
         else if (a == QLatin1String("--plan")) options.mode = Mode::Plan;
+        else if (a == QLatin1String("--server") && i + 1 < args.size()) options.server = args[++i];
+        else if (a == QLatin1String("--create-demo") && !options.server.isEmpty()) options.createDemoOnServer = true;
         else if (a == QLatin1String("--create-demo") && i + 1 < args.size()) options.createDemo = args[++i];
         else if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
             usage();
@@ -139,14 +144,15 @@ int main(int argc, char** argv) {
         }
     }
     try {
-        if (!options.createDemo.isEmpty()) {
-            out << tr::tools::createDemo(options.createDemo) << '\n';
+        if (!options.createDemo.isEmpty() || options.createDemoOnServer) {
+            const QString where = options.createDemoOnServer ? QStringLiteral("the server") : options.createDemo;
+            auto books = tr::tools::openBooks(options.createDemo, options.server);
+            out << tr::tools::createDemo(*books, where) << '\n';
             return 0;
         }
-        tr::engine::Engine engine(options.dataDirectory);
-        tr::tools::registerProcedures(engine);
-        if (options.database.isEmpty()) options.database = tr::tools::defaultDatabase(engine);
-        auto db = engine.open(options.database);
+        auto books = tr::tools::openBooks(options.dataDirectory, options.server);
+        if (options.database.isEmpty()) options.database = tr::tools::defaultDatabase(*books);
+        auto db = books->connect(options.database);
         if (options.hasCommand) {
             bool ok = true;
             for (const QString& batch : splitOnGo(options.command)) ok = runBatch(*db, batch, options.mode, out, err) && ok;

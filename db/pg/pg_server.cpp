@@ -1,6 +1,7 @@
 #include "db/pg/pg_server.h"
 
 #include "db/engine/sql_identifiers.h"
+#include "db/pg/pg_catalog_views.h"
 #include "db/pg/pg_connection.h"
 #include "db/pg/pg_link.h"
 #include "db/pg/pg_runtime.h"
@@ -42,6 +43,7 @@ void PgServer::prepare(PgLink& link, const QString& schema) {
         link.run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(QLatin1String(kSetupLock)));
         if (runtime) {
             installRuntime(link);
+            installCatalogViews(link);
             link.run(QStringLiteral("CREATE SCHEMA IF NOT EXISTS tempdb"));
         }
         link.run(QStringLiteral("CREATE SCHEMA IF NOT EXISTS ") + tr::engine::quoteIdent(schema));

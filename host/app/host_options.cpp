@@ -33,6 +33,11 @@ HostCommandLine readHostCommandLine(const QStringList& arguments) {
         QStringLiteral("data"),
         QStringLiteral("Data folder (default: demo-data). It must exist, unless --create-demo."),
         QStringLiteral("DIR"), QStringLiteral("demo-data"));
+    const QCommandLineOption server(
+        QStringLiteral("server"),
+        QStringLiteral("Open the books on a PostgreSQL server instead of a data folder, e.g. "
+                       "\"host=books.office dbname=treasury user=ali\"."),
+        QStringLiteral("CONNECTION"));
     const QCommandLineOption createDemo(
         QStringLiteral("create-demo"),
         QStringLiteral("Create the data folder with the demo company when it does not exist."));
@@ -50,7 +55,7 @@ HostCommandLine readHostCommandLine(const QStringList& arguments) {
         QStringLiteral("screen"),
         QStringLiteral("Screen to open at start (its Persian title; either yeh and kaf)."),
         QStringLiteral("TITLE"));
-    const QList<QCommandLineOption> all = {help,      data,       createDemo, library,
+    const QList<QCommandLineOption> all = {help,      data,       server, createDemo, library,
                                            autoLogin, screenshot, screen};
 
     QCommandLineParser parser;
@@ -70,6 +75,7 @@ HostCommandLine readHostCommandLine(const QStringList& arguments) {
     }
     HostOptions& o = result.options;
     o.data = parser.value(data);
+    o.server = parser.value(server);
     o.createDemo = parser.isSet(createDemo);
     o.library = parser.value(library);
     o.autoLogin = parser.isSet(autoLogin);
@@ -77,7 +83,9 @@ HostCommandLine readHostCommandLine(const QStringList& arguments) {
     o.screen = parser.value(screen);
     // A mistyped folder would otherwise become a new, empty-looking company.
     const QFileInfo folder(o.data);
-    if (!folder.exists() && !o.createDemo) {
+    if (!o.server.isEmpty()) {
+        // The server answers for its books when the host connects.
+    } else if (!folder.exists() && !o.createDemo) {
         result.exit = true;
         result.exitCode = 1;
         result.output = QStringLiteral(

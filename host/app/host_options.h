@@ -1,7 +1,7 @@
 #pragma once
 // The demo host's command line, read before any window exists: --help and a refused option or
-// data folder need no display. A data folder that does not exist is created (with the demo
-// company) only on --create-demo.
+// data folder need no display. A data folder that does not exist, or a server without books, is
+// given the demo company only on --create-demo.
 #include <QString>
 #include <QStringList>
 
@@ -9,6 +9,7 @@ namespace tr::host {
 
 struct HostOptions {
     QString data = QStringLiteral("demo-data");
+    QString server;  // a PostgreSQL connection text: the books are there, not in `data`
     QString library;
     QString screen;
     QString screenshot;

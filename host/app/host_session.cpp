@@ -3,8 +3,9 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include "common/db/database_error.h"
 #include "db/engine/engine.h"
-#include "db/engine/sqlite_connection.h"
+#include "db/pg/pg_server.h"
 #include "db/procedures/procedures.h"
 #include "db/schema/demo_company.h"
 #include "host/sdk/global.h"
@@ -21,18 +22,26 @@ tr::db::ResultSet firstResult(tr::db::Connection& connection, const QString& sql
 
 }  // namespace
 
-DataDirectory::DataDirectory(const QString& path) {
-    QDir().mkpath(path);
-    engine_ = std::make_unique<tr::engine::Engine>(path);
+DataDirectory::DataDirectory(const QString& path, const QString& server, bool mayCreate) {
+    if (server.isEmpty()) {
+        QDir().mkpath(path);
+        books_ = std::make_unique<tr::engine::Engine>(path);
+    } else {
+        books_ = std::make_unique<tr::pg::PgServer>(server);
+    }
     for (const auto& p : tr::procedures::allProcedures())
-        engine_->procedures().addProcedure(p.name, p.body);
+        books_->procedures().addProcedure(p.name, p.body);
     for (const auto& f : tr::procedures::allFunctions())
-        engine_->procedures().addFunction(f.name, f.body);
-    const bool fresh = !engine_->databaseExists(kSuiteDatabase);
-    suite_ = engine_->open(kSuiteDatabase);
+        books_->procedures().addFunction(f.name, f.body);
+    const bool fresh = !books_->databaseExists(kSuiteDatabase);
+    if (fresh && !mayCreate) {
+        throw tr::db::DatabaseError(QStringLiteral("The server holds no books yet. Add --create-demo to create "
+                                                   "the demo company there, or copy a data folder onto it."));
+    }
+    suite_ = books_->connect(kSuiteDatabase);
     if (fresh) {
         tr::schema::loadDemoCompany(*suite_, [this](const QString& name) {
-            return std::unique_ptr<tr::db::Connection>(engine_->open(name));
+            return std::unique_ptr<tr::db::Connection>(books_->connect(name));
         });
         demoCreated_ = true;
     }
@@ -76,7 +85,7 @@ HostSession::HostSession(DataDirectory& data, const User& user, const CompanyYea
     : company_(company),
       userDisplayName_(user.fullName.trimmed().isEmpty() ? user.name : user.fullName.trimmed()),
       connection_(
-          data.engine().open(QStringLiteral("Corvask_%1_%2").arg(company.code, company.year))),
+          data.books().connect(QStringLiteral("Corvask_%1_%2").arg(company.code, company.year))),
       commandQuery_(std::make_unique<tr::db::Query>(connection_.get())),
       myDatabase_{commandQuery_.get(), connection_.get()},
       global_(tr::sdk::demoGlobal()),

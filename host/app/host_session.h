@@ -1,6 +1,6 @@
 #pragma once
-// The demo host's data: a data directory served by the embedded engine (the demo company created
-// on first use, the stored procedures registered), the login choices read from the suite
+// The demo host's data: a data directory served by the embedded engine, or a database server
+// (the demo company created on first use, the stored procedures registered), the login choices read from the suite
 // database, and the six session objects of one logged-in user that the host passes to libtreasury.
 #include <QList>
 #include <QString>
@@ -14,10 +14,10 @@
 #include "host/sdk/show_state_form.h"
 #include "host/sdk/temp_grid_form.h"
 
-namespace tr::engine {
-class Engine;
-class SqliteConnection;
-}  // namespace tr::engine
+namespace tr::tsql {
+class Books;
+class TsqlConnection;
+}  // namespace tr::tsql
 
 namespace tr::host {
 
@@ -37,11 +37,13 @@ struct User {
 
 class DataDirectory {
   public:
-    // Creates the directory and, when it holds no suite database yet, the demo company.
-    explicit DataDirectory(const QString& path);
+    // Creates the directory (or, with `server`, a libpq connection text, opens the server's books)
+    // and, when they hold no suite database yet, the demo company.
+    // Without `mayCreate` an empty server is refused (DatabaseError), as a missing folder is.
+    explicit DataDirectory(const QString& path, const QString& server = QString(), bool mayCreate = true);
     ~DataDirectory();
 
-    tr::engine::Engine& engine() { return *engine_; }
+    tr::tsql::Books& books() { return *books_; }
     bool demoCreated() const { return demoCreated_; }
     // Newest fiscal year first.
     QList<CompanyYear> companies();
@@ -50,8 +52,8 @@ class DataDirectory {
     QString rights(int userId, const QString& code, const QString& year);
 
   private:
-    std::unique_ptr<tr::engine::Engine> engine_;
-    std::unique_ptr<tr::engine::SqliteConnection> suite_;
+    std::unique_ptr<tr::tsql::Books> books_;
+    std::unique_ptr<tr::tsql::TsqlConnection> suite_;
     bool demoCreated_ = false;
 };
 
@@ -76,7 +78,7 @@ class HostSession {
   private:
     CompanyYear company_;
     QString userDisplayName_;
-    std::unique_ptr<tr::engine::SqliteConnection> connection_;
+    std::unique_ptr<tr::tsql::TsqlConnection> connection_;
     std::unique_ptr<tr::db::Query> commandQuery_;
     tr::db::MyDatabase myDatabase_;
     tr::Global global_;

@@ -5,7 +5,9 @@
 #include <QScreen>
 #include <QTimer>
 #include <cstdio>
+#include <memory>
 
+#include "common/db/database_error.h"
 #include "host/app/host_options.h"
 #include "host/app/host_session.h"
 #include "host/app/login_dialog.h"
@@ -31,9 +33,18 @@ int main(int argc, char** argv) {
     QApplication::setFont(tr::sdk::persianFont(13));
     tr::sdk::installQtPersianTranslations();
 
-    tr::host::DataDirectory directory(options.data);
+    std::unique_ptr<tr::host::DataDirectory> books;
+    try {
+        books = std::make_unique<tr::host::DataDirectory>(options.data, options.server,
+                                                          options.server.isEmpty() || options.createDemo);
+    } catch (const tr::db::DatabaseError& error) {
+        std::fprintf(stderr, "treasury-host: %s\n", qPrintable(error.message()));
+        return 1;
+    }
+    tr::host::DataDirectory& directory = *books;
     if (directory.demoCreated())
-        std::printf("treasury-host: demo company created in %s\n", qPrintable(options.data));
+        std::printf("treasury-host: demo company created in %s\n",
+                    qPrintable(options.server.isEmpty() ? options.data : QStringLiteral("the server")));
 
     tr::host::LoginDialog login(directory);
     if (!options.autoLogin && login.exec() != QDialog::Accepted) return 0;
