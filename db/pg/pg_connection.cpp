@@ -26,6 +26,12 @@ namespace {
 
 constexpr int kMaxCachedBatches = 2000;
 
+// Writers take turns, as on the embedded engine: every transaction that may write the books takes
+// this lock first (a procedure's or an explicit one at its start, a lone statement with itself), so
+// taking the next serial or voucher number by Max() + 1 stays right with many clients and no two
+// writers can deadlock. Readers never wait for it. Held until the transaction ends.
+const QString kWriterLock = QStringLiteral("SELECT pg_advisory_xact_lock(7301401)");
+
 // The server's type as format_type() names it, declared as the translator reads declarations
 // (and as a Select ... Into may declare a column again).
 QString declaredType(const QString& serverType) {
@@ -228,6 +234,8 @@ void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& resu
     // ## tables are scratch: the server need not log them.
     if (text.startsWith(QLatin1String("CREATE TABLE \"tempdb\".")))
         text.insert(int(qstrlen("CREATE ")), QStringLiteral("UNLOGGED "));
+    // A lone write takes the writers' lock in the same implicit transaction as itself.
+    if (depth_ == 0 && step.writes && !step.tempOnly) text = kWriterLock + QStringLiteral("; ") + text;
     ExecResult r;
     try {
         r = link_->run(text, {}, source_ ? *source_ : QString());
@@ -253,13 +261,25 @@ QVariant PgConnection::scalar(const QString& sql, int position) {
     return r.resultSets.front().rows.front().front();
 }
 
+void PgConnection::beginTransaction(bool writer) {
+    link_->run(QStringLiteral("BEGIN"));
+    if (!writer) return;
+    try {
+        link_->run(kWriterLock);
+    } catch (const DatabaseError&) {
+        const std::exception_ptr error = std::current_exception();
+        link_->run(QStringLiteral("ROLLBACK"));
+        rethrow(error, kWriterLock, 0);
+    }
+}
+
 template <typename F>
-void PgConnection::inTransaction(F&& work) {
+void PgConnection::inTransaction(F&& work, bool writer) {
     if (depth_ > 0) {
         work();
         return;
     }
-    link_->run(QStringLiteral("BEGIN"));
+    beginTransaction(writer);
     depth_ = 1;
     try {
         work();
@@ -291,7 +311,7 @@ void PgConnection::runStatements(const Step& step, ExecResult& result) {
     };
     const bool calls = std::any_of(step.sql.begin(), step.sql.end(),
                                    [](const QString& s) { return s.contains(QLatin1String("tsql_call(")); });
-    if (step.writes && (step.sql.size() > 1 || calls)) inTransaction(work);
+    if (step.writes && (step.sql.size() > 1 || calls)) inTransaction(work, !step.tempOnly || calls);
     else work();
     for (const TableName& t : step.changedTables) server_.tableChanged(tableKey(t.schema, t.table));
 }
@@ -333,7 +353,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
             return;
         }
         case Step::Kind::Begin:
-            if (depth_ == 0) link_->run(QStringLiteral("BEGIN"));
+            if (depth_ == 0) beginTransaction();
             ++depth_;
             return;
         case Step::Kind::Commit:

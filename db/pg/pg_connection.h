@@ -50,8 +50,10 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     // `sql` with each dbo function call of literal arguments replaced by its value.
     QString withFunctionValues(const QString& sql, int position);
     QVariant scalar(const QString& sql, int position);
+    // BEGIN, and the writers' lock (see kWriterLock) unless the work writes only ## and # tables.
+    void beginTransaction(bool writer = true);
     template <typename F>
-    void inTransaction(F&& work);
+    void inTransaction(F&& work, bool writer = true);
     void noteTempTables(const tr::engine::Step& step);
     QString tableKey(const QString& schema, const QString& table) const;
     bool current(const Dependencies& dependencies) const;
