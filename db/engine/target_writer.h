@@ -51,6 +51,12 @@ class TargetWriter {
     // Text written into a number column (`integer` or not), converted as the server converts it;
     // empty when the target's column converts it itself.
     virtual QString textIntoNumber(const QString& /*sql*/, bool /*integer*/) const { return {}; }
+    // Where the target keeps names in one case only: the statement that records how a new
+    // table's columns were spelled (`table` already written), which its catalogue then answers,
+    // and the mark of a result column's name in a statement's own spelling. Empty where the
+    // target keeps names as they were written.
+    virtual QString columnSpellings(const QString& /*table*/, const QStringList& /*columns*/) const { return {}; }
+    virtual QString resultName(const QString& /*spelling*/) const { return {}; }
 };
 
 const TargetWriter& sqliteWriter();

@@ -198,6 +198,9 @@ public:
     SelectOut select(const Select& s, const Scope* outer, bool forInto,
                      const std::vector<ColumnInfo>* targets = nullptr, bool trimFirst = false) {
         const Deeper deeper(*this, s.position);
+        // The statement's own result names its columns as they are spelled (see resultName).
+        const bool naming = namingResult_;
+        namingResult_ = false;
         Scope scope;
         scope.outer = outer;
         QString from;
@@ -211,7 +214,7 @@ public:
             if (item.expr->kind == Expr::Kind::Star) {
                 const bool first = items.isEmpty();
                 const size_t known = out.columns.size();
-                expandStar(*item.expr, scope, items, out, targets);
+                expandStar(*item.expr, scope, items, out, targets, naming);
                 if (first && trimFirst && out.columns.size() > known && !isNumeric(out.columns[known].type))
                     items.first() = w_.trimBlanks(items.first());
                 continue;
@@ -246,7 +249,10 @@ public:
             const QString value = targets && out.columns.size() < targets->size()
                                       ? fitted(e, (*targets)[out.columns.size()])
                                       : e.sql;
-            items << (item.alias.isEmpty() ? value : value + QStringLiteral(" AS ") + w_.name(item.alias));
+            const QString spelled = naming && !name.isEmpty() ? w_.resultName(name) : QString();
+            items << (!spelled.isEmpty() ? value + QStringLiteral(" AS ") + spelled
+                      : item.alias.isEmpty() ? value
+                                             : value + QStringLiteral(" AS ") + w_.name(item.alias));
             QString declared = e.declaredType;
             if (declared.isEmpty()) {
                 declared = e.type == SqlType::Text      ? QStringLiteral("VARCHAR COLLATE TSQL")
@@ -275,7 +281,7 @@ public:
         }
         if (!s.orderBy.empty()) {
             QStringList orders;
-            for (const OrderItem& o : s.orderBy) orders << orderItem(o, scope, out, s.unionNext != nullptr);
+            for (const OrderItem& o : s.orderBy) orders << orderItem(o, scope, out, s.unionNext != nullptr, naming);
             sql += QStringLiteral(" ORDER BY ") + orders.join(QStringLiteral(", "));
         }
         if (s.top) sql += QStringLiteral(" LIMIT ") + expr(*s.top, scope).sql;
@@ -283,14 +289,17 @@ public:
         return out;
     }
 
-    QString orderItem(const OrderItem& o, Scope& scope, const SelectOut& out, bool compound) {
+    QString orderItem(const OrderItem& o, Scope& scope, const SelectOut& out, bool compound, bool naming) {
         const QString dir = o.descending ? QStringLiteral(" DESC") : QString();
         if (o.expr->kind == Expr::Kind::Column && o.expr->parts.size() == 1) {
             // A name of the select list wins over the columns of the tables, as on the server:
             // "Order By SanadDate" sorts by the SanadDate the select returns.
             for (size_t i = 0; i < out.columns.size(); ++i) {
                 if (out.columns[i].name.compare(o.expr->parts.first(), Qt::CaseInsensitive) != 0) continue;
-                if (compound || i >= out.expressions.size()) return w_.name(out.columns[i].name) + dir;
+                if (compound || i >= out.expressions.size()) {
+                    const QString spelled = naming ? w_.resultName(out.columns[i].name) : QString();
+                    return (spelled.isEmpty() ? w_.name(out.columns[i].name) : spelled) + dir;
+                }
                 const QString& e = out.expressions[i];
                 const bool collate = out.columns[i].type == SqlType::Text && !out.plainColumns[i];
                 return (collate ? QLatin1Char('(') + e + QStringLiteral(") COLLATE TSQL") : e) + dir;
@@ -305,7 +314,7 @@ public:
     // `targets` is dropped at a table whose columns are not known: the values after it can no
     // longer be matched with their columns.
     void expandStar(const Expr& star, Scope& scope, QStringList& items, SelectOut& out,
-                    const std::vector<ColumnInfo>*& targets) {
+                    const std::vector<ColumnInfo>*& targets, bool naming) {
         bool any = false;
         for (const ScopeTable& t : scope.tables) {
             if (!star.parts.isEmpty() && t.alias.compare(star.parts.last(), Qt::CaseInsensitive) != 0) continue;
@@ -318,9 +327,10 @@ public:
             }
             for (const ColumnInfo& c : t.columns) {
                 const QString e = t.emitted + QLatin1Char('.') + w_.name(c.name);
+                const QString spelled = naming ? w_.resultName(c.name) : QString();
                 items << (targets && out.columns.size() < targets->size()
                               ? fitted(make(e, c.type, true), (*targets)[out.columns.size()])
-                              : e);
+                              : spelled.isEmpty() ? e : e + QStringLiteral(" AS ") + spelled);
                 out.columns.push_back(c);
                 out.expressions.push_back(e);
                 out.plainColumns.push_back(true);
@@ -804,6 +814,7 @@ public:
         switch (s.kind) {
             case Statement::Kind::Select:
                 if (!s.select->into.isEmpty()) return selectInto(*s.select);
+                namingResult_ = true;
                 step.sql << select(*s.select, nullptr, false).sql;
                 return step;
             case Statement::Kind::Insert:
@@ -858,6 +869,7 @@ public:
                 ResolvedTable t = resolveTable(s.table, s.position);
                 for (const ColumnDef& c : s.columnDefs) {
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
+                    if (const QString record = w_.columnSpellings(t.sql, {c.name}); !record.isEmpty()) step.sql << record;
                 }
                 step.writes = true;
                 step.tempOnly = writesOnlyTemp(t.schema, step.sql);
@@ -960,6 +972,9 @@ public:
         Step step;
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
+        QStringList spellings;
+        for (const ColumnDef& c : s.columnDefs) spellings << c.name;
+        if (const QString record = w_.columnSpellings(t.sql, spellings); !record.isEmpty()) step.sql << record;
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         step.changedTables.push_back({t.schema, t.name, TableName::Change::Created});
@@ -986,6 +1001,9 @@ public:
         Step step;
         step.position = s.position;
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
+        QStringList spellings;
+        for (const ColumnInfo& c : out.columns) spellings << c.name;
+        if (const QString record = w_.columnSpellings(target.sql, spellings); !record.isEmpty()) step.sql << record;
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
         step.writes = true;
         step.tempOnly = writesOnlyTemp(target.schema, step.sql);
@@ -1187,6 +1205,7 @@ private:
     const TargetWriter& w_;
     int depth_ = 0;
     std::vector<std::pair<int, int>> boundWidths_;  // for Step::boundWidths
+    bool namingResult_ = false;  // the next select is the statement's own result
 };
 
 }  // namespace

@@ -168,7 +168,8 @@ std::vector<ColumnInfo> PgConnection::columns(const QString& schema, const QStri
     const QString qualified = tr::engine::quoteIdent(schema.toLower()) + QLatin1Char('.') +
                               tr::engine::quoteIdent(table.toLower());
     const ExecResult r = link_->run(
-        QStringLiteral("SELECT a.attname, format_type(a.atttypid, a.atttypmod), a.attidentity <> '' "
+        QStringLiteral("SELECT coalesce(col_description(a.attrelid, a.attnum), a.attname), "
+                       "format_type(a.atttypid, a.atttypmod), a.attidentity <> '' "
                        "FROM pg_attribute AS a WHERE a.attrelid = to_regclass($1) AND a.attnum > 0 "
                        "AND NOT a.attisdropped ORDER BY a.attnum"),
         {qualified});

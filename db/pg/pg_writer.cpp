@@ -1,5 +1,6 @@
 #include "db/pg/pg_writer.h"
 
+#include "common/db/sql_literal.h"
 #include "db/engine/sql_identifiers.h"
 
 namespace tr::pg {
@@ -77,6 +78,17 @@ class PostgresWriter final : public tr::engine::TargetWriter {
     QString textIntoNumber(const QString& sql, bool integer) const override {
         return (integer ? QStringLiteral("tsql_int(%1)") : QStringLiteral("tsql_num(%1)")).arg(sql);
     }
+    // The spellings go into the columns' comments, which dropping the table drops too.
+    QString columnSpellings(const QString& table, const QStringList& columns) const override {
+        QStringList comments;
+        for (const QString& c : columns) {
+            if (c == c.toLower()) continue;
+            comments << QStringLiteral("COMMENT ON COLUMN %1.%2 IS %3")
+                            .arg(table, name(c), tr::db::sqlText(c, tr::db::SqlDialect::PostgreSql));
+        }
+        return comments.join(QStringLiteral("; "));
+    }
+    QString resultName(const QString& spelling) const override { return tr::engine::quoteIdent(spelling); }
     QString returnIdentity(const QString& column) const override {
         return QStringLiteral(" RETURNING ") + name(column);
     }

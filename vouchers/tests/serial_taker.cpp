@@ -1,12 +1,11 @@
 // One user of the demo company in a process of its own: takes and holds a new receipt serial the
-// given number of times and prints each, one per line (data directory, user number, count).
+// given number of times and prints each, one per line (books address, user number, count).
 #include <QCoreApplication>
 #include <QTextStream>
 #include <cstdio>
 
 #include "common/db/query.h"
-#include "db/engine/engine.h"
-#include "db/engine/sqlite_connection.h"
+#include "tests/support/test_books.h"
 #include "vouchers/serials.h"
 
 int main(int argc, char** argv) {
@@ -14,8 +13,8 @@ int main(int argc, char** argv) {
     const QStringList args = app.arguments();
     if (args.size() != 4) return 2;
     try {
-        tr::engine::Engine engine(args.at(1));
-        auto connection = engine.open(QStringLiteral("Corvask_1_1404"));
+        auto books = tr::test::openTestBooks(args.at(1));
+        auto connection = books->connect(QStringLiteral("Corvask_1_1404"));
         tr::db::Query command(connection.get());
         tr::db::MyDatabase db{&command, connection.get()};
         QTextStream out(stdout);

@@ -132,7 +132,7 @@ TEST_F(SerialsTest, UsersTakingSerialsAtOnceNeverShareOne) {
         users.push_back(std::make_unique<QProcess>());
         users.back()->start(
             QStringLiteral(TR_SERIAL_TAKER),
-            {engine().dataDirectory(), QString::number(100 + i), QString::number(kTakes)});
+            {tr::test::booksAddress(books()), QString::number(100 + i), QString::number(kTakes)});
     }
     std::vector<std::set<QString>> taken(kUsers);
     for (int i = 0; i < kUsers; ++i) {
