@@ -13,6 +13,9 @@ namespace {
 // The advisory lock key under which clients install the runtime and make schemas: two clients
 // making the same function or schema at once would otherwise fail on the catalogue's unique keys.
 constexpr const char* kSetupLock = "7301402";
+// Names the runtime a database was given: a client finding it there installs nothing. Raise the
+// number whenever the runtime, the catalogue views or the tempdb schema change.
+constexpr const char* kRuntimeMark = "tsql_runtime_1";
 
 }  // namespace
 
@@ -38,6 +41,18 @@ void PgServer::prepare(PgLink& link, const QString& schema) {
         QMutexLocker lock(&stateLock_);
         runtime = !runtimeReady_;
     }
+    // Most opens find everything in place and take no lock.
+    const auto found = link.run(QStringLiteral("SELECT to_regprocedure('public.%1()') IS NOT NULL, "
+                                               "to_regnamespace($1) IS NOT NULL")
+                                    .arg(QLatin1String(kRuntimeMark)),
+                                {tr::engine::quoteIdent(schema)});
+    const tr::db::Row& row = found.resultSets.front().rows.front();
+    if (row.at(0).toLongLong() != 0) {
+        runtime = false;
+        QMutexLocker lock(&stateLock_);
+        runtimeReady_ = true;
+    }
+    if (!runtime && row.at(1).toLongLong() != 0) return;
     link.run(QStringLiteral("BEGIN"));
     try {
         link.run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(QLatin1String(kSetupLock)));
@@ -45,6 +60,9 @@ void PgServer::prepare(PgLink& link, const QString& schema) {
             installRuntime(link);
             installCatalogViews(link);
             link.run(QStringLiteral("CREATE SCHEMA IF NOT EXISTS tempdb"));
+            link.run(QStringLiteral("CREATE OR REPLACE FUNCTION public.%1() RETURNS integer LANGUAGE sql "
+                                    "IMMUTABLE AS 'SELECT 1'")
+                         .arg(QLatin1String(kRuntimeMark)));
         }
         link.run(QStringLiteral("CREATE SCHEMA IF NOT EXISTS ") + tr::engine::quoteIdent(schema));
         link.run(QStringLiteral("COMMIT"));

@@ -48,11 +48,12 @@ struct CashierReport {
     }
 };
 
-inline std::unique_ptr<QProcess> startCashier(const QString& dataDirectory, int user,
+// `books` is an address of tests/support/test_books.h; `countOrLoop` a count, "loop" or "search".
+inline std::unique_ptr<QProcess> startCashier(const QString& books, int user,
                                               const QString& countOrLoop) {
     auto process = std::make_unique<QProcess>();
     process->start(QStringLiteral(TR_RECEIPT_SAVER),
-                   {dataDirectory, QString::number(user), countOrLoop});
+                   {books, QString::number(user), countOrLoop});
     return process;
 }
 

@@ -17,15 +17,17 @@ using testing::VoucherTest;
 class CrashTest : public VoucherTest {};
 
 TEST_F(CrashTest, KilledWhileSavingLeavesEveryReceiptWholeOrAbsent) {
-    constexpr int kKills = 200;
+    const bool server = tr::test::testingOnServer();
+    const int kKills = server ? 50 : 200;
     constexpr int kMaxDelayMs = 60;
     constexpr int kFullCheckEvery = 25;
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE(::testing::Message() << "seed " << seed);
     std::mt19937 random(seed);
     std::uniform_int_distribution<int> delay(0, kMaxDelayMs);
+    // On the embedded engine the database file itself is checked too; the server keeps its own.
     const QString file =
-        engine().databaseFile(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
+        server ? QString() : engine().databaseFile(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
 
     // What the killed processes reported, and what may have been done unreported: the work a
     // process was in the middle of is there or not, with either outcome allowed.
@@ -35,7 +37,7 @@ TEST_F(CrashTest, KilledWhileSavingLeavesEveryReceiptWholeOrAbsent) {
     int killedWhileSaving = 0;
 
     for (int kill = 1; kill <= kKills; ++kill) {
-        auto cashier = testing::startCashier(engine().dataDirectory(), 21, QStringLiteral("loop"));
+        auto cashier = testing::startCashier(tr::test::booksAddress(books()), 21, QStringLiteral("loop"));
         ASSERT_TRUE(cashier->waitForReadyRead(30000)) << "kill " << kill;
         QThread::msleep(delay(random));
         cashier->kill();
@@ -48,7 +50,7 @@ TEST_F(CrashTest, KilledWhileSavingLeavesEveryReceiptWholeOrAbsent) {
         for (const QString& serial : report.cancelled) expectedCancelled.insert(serial);
         if (!report.saved.empty()) inDoubt.insert(report.saved.back().serial);
 
-        ASSERT_EQ(testing::integrityCheck(file), QStringLiteral("ok")) << "after kill " << kill;
+        if (!server) ASSERT_EQ(testing::integrityCheck(file), QStringLiteral("ok")) << "after kill " << kill;
         const auto stored = testing::storedReceipts(company());
         int unreported = 0;
         for (const auto& [serial, receipt] : stored) {

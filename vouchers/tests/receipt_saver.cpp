@@ -1,5 +1,6 @@
 // One cashier of the demo company in a process of its own, saving cash receipts through the
-// document controller as the receipt screen does (data directory, user number, count or "loop").
+// document controller as the receipt screen does (books address, user number, count or "loop"),
+// or a clerk reading the ledger meanwhile ("search": each read's vouchers must balance).
 // Each outcome is one flushed line on stdout, written only after the database has it:
 //   READY                              the company is open
 //   SAVED <serial> <voucher> <total> <n>  the n-th new receipt, of three lines
@@ -7,18 +8,19 @@
 //   CANCELLED <serial>                 the receipt just saved, cancelled on its own date
 //   DUPLICATE <serial>                 the save was refused as a taken serial (retried)
 //   ERROR <text>                       any other refusal or database error
+//   SEARCHED <n>                       the n-th read of the cash vouchers, every one balanced
 // Line k of the n-th receipt of user u is "u<u> d<n> l<k>" for u * 1,000,000 + n * 10 + k rials,
 // so the test can tell every document's lines from any other's. In "loop" mode, until the process
 // is killed, receipts 1, 4, 7, ... are also edited and 2, 5, 8, ... cancelled.
 #include <QCoreApplication>
+#include <cmath>
 #include <cstdio>
 
 #include "common/db/database_error.h"
 #include "common/db/query.h"
-#include "db/engine/engine.h"
-#include "db/engine/sqlite_connection.h"
 #include "db/procedures/procedures.h"
 #include "db/schema/demo_company.h"
+#include "tests/support/test_books.h"
 #include "tests/support/test_session.h"
 #include "vouchers/n_global.h"
 #include "vouchers/serials.h"
@@ -39,8 +41,8 @@ QString number(double value) {
 
 class Cashier {
   public:
-    Cashier(tr::engine::Engine& engine, int user)
-        : connection_(engine.open(QString::fromUtf8(tr::schema::demo::kCurrentDatabase))),
+    Cashier(tr::tsql::Books& books, int user)
+        : connection_(books.connect(QString::fromUtf8(tr::schema::demo::kCurrentDatabase))),
           session_(*connection_, user, QStringLiteral("cashier") + QString::number(user),
                    tr::fullRights({QStringLiteral("N_A_CASHGET_")})),
           user_(user) {
@@ -124,11 +126,36 @@ class Cashier {
         grid.Post();
     }
 
-    std::unique_ptr<tr::engine::SqliteConnection> connection_;
+    std::unique_ptr<tr::tsql::TsqlConnection> connection_;
     tr::test::TestSession session_;
     std::unique_ptr<N_Global> receipt_;
     int user_;
 };
+
+// Until killed: reads the cash receipts' voucher lines joined to their treasury rows, as the cash
+// search does, and checks that every voucher it saw balances (a reader never sees half a save).
+int search(tr::tsql::Books& books) {
+    auto connection = books.connect(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
+    report(QStringLiteral("READY"));
+    for (int n = 1;; ++n) {
+        try {
+            const tr::db::ExecResult r = connection->execute(QStringLiteral(
+                "Select A.SanadNo, Sum(A.Bed) - Sum(A.Bes) From Asnad As A Where A.TypeSys = 'N' And "
+                "A.SanadNo In (Select B.SanadNo From Asnad As B Inner Join N_NaghdTrans As N On "
+                "Cast(N.IDX As Varchar(20)) = LTrim(B.Document) Where N.WhatDoc = '10' And "
+                "B.TypeSys = 'N') Group By A.SanadNo"));
+            for (const tr::db::Row& row : r.resultSets.front().rows) {
+                if (std::abs(row.at(1).toDouble()) > 0.005) {
+                    report(QStringLiteral("ERROR voucher %1 is out of balance").arg(row.at(0).toString()));
+                    return 1;
+                }
+            }
+            report(QStringLiteral("SEARCHED ") + QString::number(n));
+        } catch (const tr::db::DatabaseError& error) {
+            report(QStringLiteral("ERROR ") + error.message());
+        }
+    }
+}
 
 }  // namespace
 
@@ -136,19 +163,20 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
     if (args.size() != 4) {
-        std::fprintf(stderr, "usage: %s DATA_DIR USER COUNT|loop\n", argv[0]);
+        std::fprintf(stderr, "usage: %s BOOKS USER COUNT|loop|search\n", argv[0]);
         return 2;
     }
     const int user = args.at(2).toInt();
     const bool loop = args.at(3) == QLatin1String("loop");
     const int count = loop ? 0 : args.at(3).toInt();
     try {
-        tr::engine::Engine engine(args.at(1));
+        auto books = tr::test::openTestBooks(args.at(1));
         for (const auto& p : tr::procedures::allProcedures())
-            engine.procedures().addProcedure(p.name, p.body);
+            books->procedures().addProcedure(p.name, p.body);
         for (const auto& f : tr::procedures::allFunctions())
-            engine.procedures().addFunction(f.name, f.body);
-        Cashier cashier(engine, user);
+            books->procedures().addFunction(f.name, f.body);
+        if (args.at(3) == QLatin1String("search")) return search(*books);
+        Cashier cashier(*books, user);
         report(QStringLiteral("READY"));
         for (int n = 1; loop || n <= count; ++n) {
             try {
