@@ -3,6 +3,7 @@
 
 #include "common/db/database_error.h"
 #include "db/engine/connection_caches.h"
+#include "db/engine/sqlite_connection.h"
 #include "db/engine/parser.h"
 #include "db/engine/tokenizer.h"
 
@@ -16,10 +17,10 @@ namespace {
 constexpr int kMaxCachedShapes = 2000;
 constexpr int kMaxCachedTexts = 2000;
 
-}  // namespace
-
-std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString& sql, const ScannedText& scanned,
-                                                                   Shape& shape, bool& structural) {
+// The text's translation with its literals as parameters, or null when it cannot have one;
+// `structural` then says whether no text of its shape can.
+std::shared_ptr<ShapedStatement> translateShaped(const QString& sql, const ScannedText& scanned, Shape& shape,
+                                                 bool& structural, const TranslateStatement& translate) {
     structural = true;
     std::vector<Token> tokens;
     try {
@@ -46,7 +47,7 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
         try {
             statements = parseBatch(sql, tokens, &parameters);
             if (statements.size() != 1) return nullptr;
-            made->translation.step = translateRecorded(*statements.front(), sql, made->translation.dependencies);
+            made->translation.step = translate(*statements.front(), made->translation.dependencies);
         } catch (const DatabaseError&) {
             structural = false;  // the text's own translation reports the error, or shows there is none
             return nullptr;
@@ -73,8 +74,6 @@ std::shared_ptr<ShapedStatement> SqliteConnection::translateShaped(const QString
     return nullptr;
 }
 
-namespace {
-
 QString keptValues(const Shape& shape, const ScannedText& scanned) {
     QString values;
     for (int i : shape.kept) values += scanned.literals[i].value + QChar(0);
@@ -83,34 +82,47 @@ QString keptValues(const Shape& shape, const ScannedText& scanned) {
 
 }  // namespace
 
-bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned, ExecResult& result) {
-    std::shared_ptr<Shape> shape = shapes_.value(scanned.key);
+std::shared_ptr<ShapedStatement> sharedTranslation(SharedTranslations& cache, const QString& sql,
+                                                   const ScannedText& scanned, const TranslateStatement& translate,
+                                                   const std::function<bool(const Dependencies&)>& current,
+                                                   Bindings& values) {
+    std::shared_ptr<Shape> shape = cache.shapes.value(scanned.key);
     if (!shape) {
-        if (shapes_.size() >= kMaxCachedShapes) shapes_.clear();
+        if (cache.shapes.size() >= kMaxCachedShapes) cache.shapes.clear();
         shape = std::make_shared<Shape>();
-        shapes_.insert(scanned.key, shape);
+        cache.shapes.insert(scanned.key, shape);
     }
-    if (!shape->parameterised) return false;
+    if (!shape->parameterised) return nullptr;
     std::shared_ptr<ShapedStatement> statement = shape->byKeptValues.value(keptValues(*shape, scanned));
     if (!statement || !current(statement->translation.dependencies)) {
         bool structural = false;
-        statement = translateShaped(sql, scanned, *shape, structural);
+        statement = translateShaped(sql, scanned, *shape, structural, translate);
         if (!statement) {
             if (structural) shape->parameterised = false;
-            return false;
+            return nullptr;
         }
         shape->byKeptValues.insert(keptValues(*shape, scanned), statement);
     }
-    Bindings values;
+    values.clear();
     values.reserve(statement->parameters.size());
     for (const LiteralParameter& p : statement->parameters)
         values.push_back(parameterValue(scanned.literals[p.literal], p.negate));
     // A text is kept for running again unchanged only when it reads: a write's values (a new
     // row's serial, key and amounts) seldom come again, and keeping each would cost more than it saves.
     if (!statement->translation.step.writes) {
-        if (shapedTexts_.size() >= kMaxCachedTexts) shapedTexts_.clear();
-        shapedTexts_.insert(sql, ShapedText{statement, values, scanned.firstPosition});
+        if (cache.texts.size() >= kMaxCachedTexts) cache.texts.clear();
+        cache.texts.insert(sql, ShapedText{statement, values, scanned.firstPosition});
     }
+    return statement;
+}
+
+bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned, ExecResult& result) {
+    Bindings values;
+    const std::shared_ptr<ShapedStatement> statement = sharedTranslation(
+        shared_, sql, scanned,
+        [&](const ast::Statement& s, Dependencies& dependencies) { return translateRecorded(s, sql, dependencies); },
+        [&](const Dependencies& dependencies) { return current(dependencies); }, values);
+    if (!statement) return false;
     runStatements(statement->translation.step, result, scanned.firstPosition, &values);
     return true;
 }

@@ -225,8 +225,7 @@ void SqliteConnection::finalizeStatements() {
 
 void SqliteConnection::clearTranslations() {
     batches_.clear();
-    shapes_.clear();
-    shapedTexts_.clear();
+    shared_.clear();
 }
 
 QString SqliteConnection::tableKey(const QString& schema, const QString& table) const {
@@ -736,8 +735,8 @@ ExecResult SqliteConnection::execute(const QString& sql) {
     ++calls_;
     ExecResult result;
     try {
-        auto shaped = shapedTexts_.constFind(sql);
-        if (shaped != shapedTexts_.constEnd() && current(shaped->statement->translation.dependencies)) {
+        auto shaped = shared_.texts.constFind(sql);
+        if (shaped != shared_.texts.constEnd() && current(shaped->statement->translation.dependencies)) {
             const ShapedText text = shaped.value();  // running it may change the cache
             runStatements(text.statement->translation.step, result, text.position, &text.values);
         } else if (std::shared_ptr<CachedBatch> batch = batches_.value(sql)) {

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "db/tsql/books.h"
+#include "db/engine/connection_caches.h"
 #include "db/engine/translator.h"
 
 struct sqlite3;
@@ -15,14 +16,7 @@ struct sqlite3_stmt;
 namespace tr::engine {
 
 class Engine;
-struct CachedBatch;
-struct CachedStep;
-struct Shape;
-struct ShapedStatement;
-struct ScannedText;
 struct Token;
-using Dependencies = std::vector<std::pair<QString, quint64>>;  // table key, its generation
-using Bindings = std::vector<QVariant>;
 
 class SqliteConnection final : public tr::tsql::TsqlConnection, private Catalog {
 public:
@@ -71,9 +65,6 @@ private:
     // Runs `sql` through the translation it shares with texts of the same shape; false when the
     // text is not one statement whose literals can be parameters.
     bool runShaped(const QString& sql, const ScannedText& scanned, tr::db::ExecResult& result);
-    // Null when the text has no shared translation: `structural` says whether none of its shape has.
-    std::shared_ptr<ShapedStatement> translateShaped(const QString& sql, const ScannedText& scanned,
-                                                     Shape& shape, bool& structural);
     Step translateRecorded(const ast::Statement& statement, const QString& sql, Dependencies& dependencies);
     bool current(const Dependencies& dependencies) const;
     QString tableKey(const QString& schema, const QString& table) const;
@@ -124,15 +115,7 @@ private:
     std::vector<TempTableNote> tempJournal_;  // the transaction's changes, undone by a rollback
     Dependencies* recording_ = nullptr;  // the tables the translation being made reads
     QHash<QString, std::shared_ptr<CachedBatch>> batches_;
-    QHash<QString, std::shared_ptr<Shape>> shapes_;
-    // Texts run through a shared translation, with their values, so that a text run again is
-    // not scanned again.
-    struct ShapedText {
-        std::shared_ptr<ShapedStatement> statement;
-        Bindings values;
-        int position = 0;
-    };
-    QHash<QString, ShapedText> shapedTexts_;
+    SharedTranslations shared_;
     QHash<QString, PreparedStatement> statements_;
     int stepping_ = 0;  // statements being stepped, nested by procedures they call
     int calls_ = 0;     // execute() calls running inside one another

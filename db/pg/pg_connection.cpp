@@ -5,9 +5,12 @@
 
 #include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
+#include "db/engine/connection_caches.h"
 #include "db/engine/limits.h"
+#include "db/engine/literal_parameters.h"
 #include "db/engine/parser.h"
 #include "db/engine/sql_identifiers.h"
+#include "db/engine/sqlite_functions.h"
 #include "db/pg/pg_link.h"
 #include "db/pg/pg_server.h"
 #include "db/pg/pg_writer.h"
@@ -54,6 +57,17 @@ QString declaredType(const QString& serverType) {
     return serverType.toUpper();
 }
 
+// A shared translation the server cannot prepare with its values as parameters (a Group By whose
+// expression holds a value twice, a value whose type only its text would tell): the text then
+// runs with its values written in.
+struct ShapeRefused {};
+
+bool refusesParameters(const QString& state) {
+    for (const char* code : {"42803", "42P18", "42804", "42725", "42883", "42P08"})
+        if (state == QLatin1String(code)) return true;
+    return false;
+}
+
 // A literal of the T-SQL value a dbo function gave, written into PostgreSQL text.
 QString literalOf(const QVariant& v) {
     if (v.isNull()) return QStringLiteral("NULL");
@@ -89,7 +103,7 @@ struct PgBatch {
 
 PgConnection::PgConnection(PgServer& server, const QString& databaseName, std::unique_ptr<PgLink> link)
     : server_(server), databaseName_(databaseName), schema_(PgServer::schemaOf(databaseName)),
-      link_(std::move(link)) {
+      link_(std::move(link)), shared_(std::make_unique<tr::engine::SharedTranslations>()) {
     link_->run(QStringLiteral("SET search_path = %1, public").arg(tr::engine::quoteIdent(schema_)));
     // A statement waits for another client's lock as long as the embedded engine waits for its
     // writer, and is then refused.
@@ -230,16 +244,22 @@ QString PgConnection::withFunctionValues(const QString& sql, int position) {
     return out;
 }
 
-void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& result) {
+void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& result, const Bindings* bindings) {
     QString text = sql.contains(QLatin1String("tsql_call(")) ? withFunctionValues(sql, step.position) : sql;
     // ## tables are scratch: the server need not log them.
     if (text.startsWith(QLatin1String("CREATE TABLE \"tempdb\".")))
         text.insert(int(qstrlen("CREATE ")), QStringLiteral("UNLOGGED "));
-    // A lone write takes the writers' lock in the same implicit transaction as itself.
-    if (depth_ == 0 && step.writes && !step.tempOnly) text = kWriterLock + QStringLiteral("; ") + text;
+    const bool lone = depth_ == 0 && step.writes && !step.tempOnly;
     ExecResult r;
     try {
-        r = link_->run(text, {}, source_ ? *source_ : QString());
+        if (!bindings) {
+            // A lone write takes the writers' lock in the same implicit transaction as itself.
+            r = link_->run(lone ? kWriterLock + QStringLiteral("; ") + text : text, {}, source_ ? *source_ : QString());
+        } else if (lone) {
+            inTransaction([&] { r = link_->runPrepared(text, *bindings, source_ ? *source_ : QString()); });
+        } else {
+            r = link_->runPrepared(text, *bindings, source_ ? *source_ : QString());
+        }
     } catch (const DatabaseError&) {
         rethrow(std::current_exception(), text, step.position);
     }
@@ -305,9 +325,22 @@ void PgConnection::noteTempTables(const Step& step) {
     }
 }
 
-void PgConnection::runStatements(const Step& step, ExecResult& result) {
+void PgConnection::runStatements(const Step& step, ExecResult& result, const Bindings* bindings) {
+    // Bound text written into a column must fit it, as tsql_fit checks values in the text.
+    Bindings fitted;
+    for (const auto& [ordinal, width] : step.boundWidths) {
+        if (!bindings || ordinal > int(bindings->size())) continue;
+        const QVariant& v = (*bindings)[ordinal - 1];
+        if (v.typeId() != QMetaType::QString || v.toString().size() <= width) continue;
+        QString text = v.toString();
+        if (!tr::engine::tsqlFitText(text, width)) fail(QStringLiteral("String or binary data would be truncated."), step.position);
+        if (fitted.empty()) fitted = *bindings;
+        fitted[ordinal - 1] = text;
+    }
+    if (!fitted.empty()) bindings = &fitted;
+    if (bindings) prepareAll(step, *bindings);
     auto work = [&] {
-        for (const QString& sql : step.sql) runSql(sql, step, result);
+        for (const QString& sql : step.sql) runSql(sql, step, result, bindings);
         noteTempTables(step);
     };
     const bool calls = std::any_of(step.sql.begin(), step.sql.end(),
@@ -320,7 +353,7 @@ void PgConnection::runStatements(const Step& step, ExecResult& result) {
 void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result) {
     switch (step.kind) {
         case Step::Kind::Sql:
-            runStatements(step, result);
+            runStatements(step, result, nullptr);
             return;
         case Step::Kind::Call: {
             const tr::tsql::Procedure* procedure = server_.procedures().procedure(step.procedure);
@@ -383,20 +416,7 @@ void PgConnection::run(const ast::Statement& statement, PgBatch& batch, ExecResu
     auto it = batch.steps.find(&statement);
     if (it == batch.steps.end() || !current(it.value().dependencies)) {
         PgBatch::Translated made;
-        Dependencies* outer = recording_;
-        recording_ = &made.dependencies;
-        try {
-            made.step = tr::engine::translateStatement(statement, *this, *source_, postgresWriter());
-        } catch (...) {
-            recording_ = outer;
-            throw;
-        }
-        recording_ = outer;
-        // A statement that makes, drops or alters a table does not read that table's columns.
-        for (const TableName& t : made.step.changedTables) {
-            const QString changed = tableKey(t.schema, t.table);
-            std::erase_if(made.dependencies, [&](const auto& d) { return d.first == changed; });
-        }
+        made.step = translateRecorded(statement, *source_, made.dependencies);
         it = batch.steps.insert(&statement, std::move(made));
     }
     const Step step = it.value().step;  // a copy: running it may renew the batch's translations
@@ -415,6 +435,11 @@ ExecResult PgConnection::execute(const QString& sql) {
     ++calls_;
     ExecResult result;
     try {
+        if (runShared(sql, result)) {
+            source_ = outer;
+            --calls_;
+            return result;
+        }
         std::shared_ptr<PgBatch> batch = batches_.value(sql);
         if (!batch) {
             batch = std::make_shared<PgBatch>();
@@ -431,6 +456,75 @@ ExecResult PgConnection::execute(const QString& sql) {
     source_ = outer;
     --calls_;
     return result;
+}
+
+void PgConnection::prepareAll(const Step& step, const Bindings& bindings) {
+    QStringList fresh;
+    for (const QString& sql : step.sql)
+        if (!sql.contains(QLatin1String("tsql_call(")) && !link_->isPrepared(sql, bindings)) fresh << sql;
+    if (fresh.isEmpty()) return;
+    // Inside a transaction a refused preparation would end it: a savepoint keeps it.
+    const bool open = link_->inTransaction();
+    if (open) link_->run(QStringLiteral("SAVEPOINT tr_prepare"));
+    try {
+        for (const QString& sql : fresh) link_->prepare(sql, bindings, source_ ? *source_ : QString());
+    } catch (const DatabaseError&) {
+        const QString state = link_->lastState();
+        if (open) link_->run(QStringLiteral("ROLLBACK TO SAVEPOINT tr_prepare"));
+        if (refusesParameters(state)) throw ShapeRefused{};
+        rethrow(std::current_exception(), fresh.front(), step.position);
+    }
+    if (open) link_->run(QStringLiteral("RELEASE SAVEPOINT tr_prepare"));
+}
+
+bool PgConnection::runShared(const QString& sql, ExecResult& result) {
+    auto known = shared_->texts.constFind(sql);
+    if (known != shared_->texts.constEnd() && current(known->statement->translation.dependencies)) {
+        const tr::engine::ShapedText text = known.value();  // running it may change the cache
+        try {
+            runStatements(text.statement->translation.step, result, &text.values);
+            return true;
+        } catch (const ShapeRefused&) {
+            shared_->texts.remove(sql);
+        }
+    }
+    tr::engine::ScannedText scanned;
+    if (!tr::engine::scanLiterals(sql, scanned) || !tr::engine::mayParameterise(scanned)) return false;
+    Bindings values;
+    const auto statement = tr::engine::sharedTranslation(
+        *shared_, sql, scanned,
+        [&](const ast::Statement& s, Dependencies& dependencies) { return translateRecorded(s, sql, dependencies); },
+        [&](const Dependencies& dependencies) { return current(dependencies); }, values);
+    // A statement that makes a table runs with its values written in: the server prepares a
+    // statement only against tables that exist, and such texts seldom come again alike.
+    if (!statement || !statement->translation.step.changedTables.empty()) return false;
+    try {
+        runStatements(statement->translation.step, result, &values);
+    } catch (const ShapeRefused&) {
+        shared_->texts.remove(sql);
+        shared_->shapes.value(scanned.key)->parameterised = false;
+        return false;
+    }
+    return true;
+}
+
+Step PgConnection::translateRecorded(const ast::Statement& statement, const QString& sql, Dependencies& dependencies) {
+    Dependencies* outer = recording_;
+    recording_ = &dependencies;
+    Step step;
+    try {
+        step = tr::engine::translateStatement(statement, *this, sql, postgresWriter());
+    } catch (...) {
+        recording_ = outer;
+        throw;
+    }
+    recording_ = outer;
+    // A statement that makes, drops or alters a table does not read that table's columns.
+    for (const TableName& t : step.changedTables) {
+        const QString changed = tableKey(t.schema, t.table);
+        std::erase_if(dependencies, [&](const auto& d) { return d.first == changed; });
+    }
+    return step;
 }
 
 QString PgConnection::translate(const QString& sql) {

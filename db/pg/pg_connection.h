@@ -11,6 +11,10 @@
 #include "db/tsql/books.h"
 #include "db/engine/translator.h"
 
+namespace tr::engine {
+struct SharedTranslations;
+}
+
 namespace tr::pg {
 
 class PgLink;
@@ -40,13 +44,23 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
 
   private:
     using Dependencies = std::vector<std::pair<QString, quint64>>;
+    using Bindings = std::vector<QVariant>;
     QString schemaForDatabase(const QString& database, int position) override;
     std::vector<tr::engine::ColumnInfo> columns(const QString& schema, const QString& table) override;
 
     void run(const tr::engine::ast::Statement& statement, PgBatch& batch, tr::db::ExecResult& result);
     void runStep(const tr::engine::Step& step, PgBatch& batch, tr::db::ExecResult& result);
-    void runStatements(const tr::engine::Step& step, tr::db::ExecResult& result);
-    void runSql(const QString& sql, const tr::engine::Step& step, tr::db::ExecResult& result);
+    // Runs `sql` through the translation it shares with texts that differ only in literal values,
+    // prepared once on the server; false when the text cannot share one.
+    bool runShared(const QString& sql, tr::db::ExecResult& result);
+    tr::engine::Step translateRecorded(const tr::engine::ast::Statement& statement, const QString& sql,
+                                       Dependencies& dependencies);
+    void runStatements(const tr::engine::Step& step, tr::db::ExecResult& result, const Bindings* bindings);
+    // Prepares the step's statements before any runs; a shape the server cannot prepare is given
+    // up (ShapeRefused) with nothing run.
+    void prepareAll(const tr::engine::Step& step, const Bindings& bindings);
+    void runSql(const QString& sql, const tr::engine::Step& step, tr::db::ExecResult& result,
+                const Bindings* bindings = nullptr);
     // `sql` with each dbo function call of literal arguments replaced by its value.
     QString withFunctionValues(const QString& sql, int position);
     QVariant scalar(const QString& sql, int position);
@@ -70,6 +84,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     const QString* source_ = nullptr;
     Dependencies* recording_ = nullptr;
     QHash<QString, std::shared_ptr<PgBatch>> batches_;
+    std::unique_ptr<tr::engine::SharedTranslations> shared_;
     QHash<QString, std::pair<quint64, std::vector<tr::engine::ColumnInfo>>> columns_;
     QSet<QString> madeTempTables_;  // ## tables this connection made and has not dropped
 };

@@ -16,7 +16,7 @@ namespace {
 
 // Type identifiers of the server's built-in types (pg_type.oid), fixed since long ago.
 enum : Oid {
-    kBool = 16, kInt8 = 20, kInt2 = 21, kInt4 = 23, kOid = 26,
+    kBool = 16, kInt8 = 20, kInt2 = 21, kInt4 = 23, kText = 25, kOid = 26,
     kFloat4 = 700, kFloat8 = 701, kNumeric = 1700,
 };
 
@@ -40,10 +40,47 @@ QVariant value(const PGresult* r, int row, int column) {
     }
 }
 
-// Parameters go as text in the server's notation; their types are the server's to infer.
+constexpr int kMaxPrepared = 2000;
+
+// A statement is prepared once for each kinds of its values: the same text may take a whole number
+// in one run and a fraction in the next.
+QString preparedKey(const QString& sql, const std::vector<Oid>& types) {
+    QString key = sql;
+    key += QChar(0);
+    for (Oid t : types) key += t == 0 ? QLatin1Char('u') : t == kInt8 ? QLatin1Char('i') : QLatin1Char('f');
+    return key;
+}
+
+// The ordinals of the $n marks of a statement, outside its quoted texts and names.
+QList<int> parameterMarks(const QString& sql) {
+    QList<int> marks;
+    QChar quote;
+    for (qsizetype i = 0; i < sql.size(); ++i) {
+        const QChar c = sql[i];
+        if (!quote.isNull()) {
+            if (c == quote) quote = QChar();
+            continue;
+        }
+        if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            quote = c;
+        } else if (c == QLatin1Char('$')) {
+            int n = 0;
+            qsizetype j = i + 1;
+            for (; j < sql.size() && sql[j].isDigit(); ++j) n = n * 10 + sql[j].digitValue();
+            if (n > 0) marks << n;
+            i = j - 1;
+        }
+    }
+    return marks;
+}
+
+// Parameters go as text in the server's notation. Numbers are typed (whole numbers as bigint,
+// others as double precision), so that arithmetic on two of them is arithmetic; texts are left
+// for the server to infer from where they stand, as a literal in the text would be.
 struct Parameters {
     std::vector<QByteArray> texts;
     std::vector<const char*> values;
+    std::vector<Oid> types;
 
     explicit Parameters(const std::vector<QVariant>& list) {
         texts.reserve(list.size());
@@ -64,8 +101,19 @@ struct Parameters {
                     texts.push_back(v.toString().toUtf8());
             }
         }
-        for (size_t i = 0; i < list.size(); ++i)
+        for (size_t i = 0; i < list.size(); ++i) {
             values.push_back(list[i].isNull() ? nullptr : texts[i].constData());
+            switch (list[i].typeId()) {
+                case QMetaType::Int: case QMetaType::LongLong: case QMetaType::UInt: case QMetaType::ULongLong:
+                    types.push_back(kInt8);
+                    break;
+                case QMetaType::Double: case QMetaType::Float:
+                    types.push_back(kFloat8);
+                    break;
+                default:
+                    types.push_back(0);
+            }
+        }
     }
 };
 
@@ -93,24 +141,43 @@ ExecResult PgLink::run(const QString& sql, const std::vector<QVariant>& paramete
     const QByteArray text = sql.toUtf8();
     if (parameters.empty()) return collect(PQexec(connection_, text.constData()), sql, source);
     const Parameters p(parameters);
-    return collect(PQexecParams(connection_, text.constData(), int(parameters.size()), nullptr,
+    return collect(PQexecParams(connection_, text.constData(), int(parameters.size()), p.types.data(),
                                 p.values.data(), nullptr, nullptr, 0),
                    sql, source);
 }
 
 ExecResult PgLink::runPrepared(const QString& sql, const std::vector<QVariant>& parameters,
                                const QString& source) {
-    auto found = prepared_.constFind(sql);
-    if (found == prepared_.constEnd()) {
-        const QByteArray name = "tr_" + QByteArray::number(prepared_.size() + 1);
-        collect(PQprepare(connection_, name.constData(), sql.toUtf8().constData(), 0, nullptr), sql,
-                source);
-        found = prepared_.insert(sql, name);
-    }
     const Parameters p(parameters);
+    const QString key = preparedKey(sql, p.types);
+    if (!prepared_.contains(key)) prepare(sql, parameters, source);
+    const auto found = prepared_.constFind(key);
     return collect(PQexecPrepared(connection_, found->constData(), int(parameters.size()),
                                   p.values.data(), nullptr, nullptr, 0),
                    sql, source);
+}
+
+bool PgLink::isPrepared(const QString& sql, const std::vector<QVariant>& parameters) const {
+    return prepared_.contains(preparedKey(sql, Parameters(parameters).types));
+}
+
+void PgLink::prepare(const QString& sql, const std::vector<QVariant>& parameters, const QString& source) {
+    Parameters p(parameters);
+    const QString key = preparedKey(sql, p.types);
+    // A text value the statement never reads would leave its type for the server to guess, which
+    // it refuses: it is declared text.
+    const QList<int> used = parameterMarks(sql);
+    for (size_t i = 0; i < p.types.size(); ++i)
+        if (p.types[i] == 0 && !used.contains(int(i) + 1)) p.types[i] = kText;
+    if (prepared_.size() >= kMaxPrepared) {
+        collect(PQexec(connection_, "DEALLOCATE ALL"), QStringLiteral("DEALLOCATE ALL"), source);
+        prepared_.clear();
+    }
+    const QByteArray name = "tr_" + QByteArray::number(++preparedNames_);
+    collect(PQprepare(connection_, name.constData(), sql.toUtf8().constData(), int(p.types.size()),
+                      p.types.data()),
+            sql, source);
+    prepared_.insert(key, name);
 }
 
 ExecResult PgLink::collect(PGresult* answer, const QString& sql, const QString& source) {

@@ -27,9 +27,13 @@ class PgLink {
     // (the T-SQL the statement was made from); the statement itself when empty.
     tr::db::ExecResult run(const QString& sql, const std::vector<QVariant>& parameters = {},
                            const QString& source = {});
-    // One statement, prepared on its first run and kept for the connection's life.
+    // One statement, prepared on its first run (its parameters' types taken from the values then)
+    // and kept while the connection has fewer than a couple of thousand.
     tr::db::ExecResult runPrepared(const QString& sql, const std::vector<QVariant>& parameters,
                                    const QString& source = {});
+    bool isPrepared(const QString& sql, const std::vector<QVariant>& parameters) const;
+    // Prepares `sql` for values of the kinds of `parameters` (see runPrepared).
+    void prepare(const QString& sql, const std::vector<QVariant>& parameters, const QString& source = {});
 
     // The SQLSTATE of the last failure ("40P01" a deadlock, "40001" a serialization failure).
     const QString& lastState() const { return lastState_; }
@@ -41,7 +45,8 @@ class PgLink {
     tr::db::ExecResult collect(PGresult* answer, const QString& sql, const QString& source);
 
     PGconn* connection_ = nullptr;
-    QHash<QString, QByteArray> prepared_;  // statement text -> its name on the server
+    QHash<QString, QByteArray> prepared_;  // statement text and value kinds -> its name on the server
+    quint64 preparedNames_ = 0;
     QString lastState_;
 };
 
