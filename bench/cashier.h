@@ -1,6 +1,8 @@
 #pragma once
-// A cashier at the receipt screen's controller, on a connection of its own to the large book:
+// A cashier at the receipt screen's controller, on a connection of its own (to the large book, or
+// any book of either backend):
 // enters a 3-line receipt as the screen does (serial taken and held, header, checked lines).
+#include <QCoreApplication>
 #include <memory>
 
 #include "bench/large_book.h"
@@ -17,7 +19,7 @@ using tr::vouchers::N_Global;
 
 // One cashier with the receipt screen's controller on a connection of its own.
 struct Cashier {
-    std::unique_ptr<tr::engine::SqliteConnection> connection;
+    std::unique_ptr<tr::tsql::TsqlConnection> connection;
     tr::db::Query command;
     tr::Global global;
     tr::db::MyDatabase database;
@@ -26,11 +28,12 @@ struct Cashier {
     std::unique_ptr<N_Global> receipt;
 
     explicit Cashier(Sync sync) : Cashier(book().open(sync)) {}
-    explicit Cashier(std::unique_ptr<tr::engine::SqliteConnection> c) : connection(std::move(c)), command(connection.get()) {
+    explicit Cashier(std::unique_ptr<tr::tsql::TsqlConnection> c) : connection(std::move(c)), command(connection.get()) {
         global.userNumber = 7;
         global.userName = QStringLiteral("bench");
         global.computerName = QStringLiteral("BENCH");
-        global.sessionText = QStringLiteral("BENCH_");
+        // Unique per process, as the host's is: cashiers in processes of their own share one book.
+        global.sessionText = QStringLiteral("BENCH%1_").arg(QCoreApplication::applicationPid());
         global.rights = tr::fullRights({QStringLiteral("N_A_CASHGET_")});
         global.fiscalStart = QString::fromUtf8(tr::schema::demo::kPeriodStart);
         global.fiscalEnd = QString::fromUtf8(tr::schema::demo::kPeriodEnd);

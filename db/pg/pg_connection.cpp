@@ -1,6 +1,9 @@
 #include "db/pg/pg_connection.h"
 
+#include <QElapsedTimer>
 #include <QRegularExpression>
+#include <QScopeGuard>
+#include <cstdio>
 #include <functional>
 
 #include "common/db/database_error.h"
@@ -250,6 +253,15 @@ void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& resu
     if (text.startsWith(QLatin1String("CREATE TABLE \"tempdb\".")))
         text.insert(int(qstrlen("CREATE ")), QStringLiteral("UNLOGGED "));
     const bool lone = depth_ == 0 && step.writes && !step.tempOnly;
+    // TR_SQL_TRACE=1 prints every statement sent with its time, to find a slow one.
+    static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
+    QElapsedTimer timer;
+    if (trace) timer.start();
+    const auto traced = qScopeGuard([&] {
+        if (trace)
+            std::fprintf(stderr, "%8.3f ms %s %s\n", double(timer.nsecsElapsed()) / 1e6, bindings ? "P" : "T",
+                         text.toUtf8().constData());
+    });
     ExecResult r;
     try {
         if (!bindings) {

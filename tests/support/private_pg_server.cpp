@@ -89,12 +89,12 @@ bool PrivatePgServer::start(const QString& directory) {
               QStringLiteral("-U"), QStringLiteral("postgres"), QStringLiteral("-E"),
               QStringLiteral("UTF8"), QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")}))
         return false;
-    // Tests need no durability across a machine crash: no flushes to disk.
-    const QString options = QStringLiteral(
-                                "-k %1 -c listen_addresses='' -p %2 -c fsync=off "
-                                "-c synchronous_commit=off -c full_page_writes=off")
-                                .arg(base_)
-                                .arg(kPort);
+    // Tests need no durability across a machine crash: no flushes to disk. A benchmark measuring
+    // what an office would see asks for the server's own durable settings (TR_PG_SERVER_DURABLE).
+    const bool durable = qEnvironmentVariableIsSet("TR_PG_SERVER_DURABLE");
+    const QString options =
+        QStringLiteral("-k %1 -c listen_addresses='' -p %2").arg(base_).arg(kPort) +
+        (durable ? QString() : QStringLiteral(" -c fsync=off -c synchronous_commit=off -c full_page_writes=off"));
     if (!run(binDir_ + QStringLiteral("/pg_ctl"),
              {QStringLiteral("-D"), data, QStringLiteral("-l"), base_ + QStringLiteral("/log"),
               QStringLiteral("-w"), QStringLiteral("-o"), options, QStringLiteral("start")})) {

@@ -1,0 +1,129 @@
+// tr-server-bench: many cashiers on one book on a PostgreSQL server. Starts a private server with
+// its durable settings (or uses TR_PG_SERVER_DIR's), loads the demo company, and for 1, 4 and 8
+// client processes saving 3-line receipts through the receipt screen's controller at once reports
+// receipts per second and the median and 99th-percentile save. Clients are this program run again
+// with --client. Asserts nothing.
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+#include "bench/cashier.h"
+#include "db/pg/pg_connection.h"
+#include "db/pg/pg_server.h"
+#include "db/procedures/procedures.h"
+#include "db/schema/demo_company.h"
+#include "db/schema/schema.h"
+#include "tests/support/private_pg_server.h"
+
+namespace {
+
+void registerProcedures(tr::tsql::Books& books) {
+    for (const auto& p : tr::procedures::allProcedures()) books.procedures().addProcedure(p.name, p.body);
+    for (const auto& f : tr::procedures::allFunctions()) books.procedures().addFunction(f.name, f.body);
+}
+
+// One client: `count` receipts, each save's milliseconds on a line of its own.
+int client(const QString& connectionText, int user, int count) {
+    tr::pg::PgServer server(connectionText);
+    registerProcedures(server);
+    tr::bench::Cashier cashier(server.connect(QString::fromUtf8(tr::schema::demo::kCurrentDatabase)));
+    cashier.global.userNumber = user;
+    cashier.global.userName = QStringLiteral("bench%1").arg(user);
+    std::printf("READY\n");
+    std::fflush(stdout);
+    int failed = 0;
+    for (int i = 0; i < count; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        const bool saved = cashier.saveReceipt();
+        const double ms = double(timer.nsecsElapsed()) / 1e6;
+        if (saved) std::printf("%.3f\n", ms);
+        else ++failed;
+    }
+    std::fflush(stdout);
+    return failed == 0 ? 0 : 1;
+}
+
+struct Round {
+    int clients = 0;
+    int receipts = 0;
+    double seconds = 0;
+    double p50 = 0, p99 = 0;
+};
+
+Round measure(const QString& program, const QString& connectionText, int clients, int perClient) {
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (int i = 0; i < clients; ++i) {
+        processes.push_back(std::make_unique<QProcess>());
+        processes.back()->start(program, {QStringLiteral("--client"), connectionText, QString::number(100 + i),
+                                          QString::number(perClient)});
+    }
+    // The clock starts when every client has its connection and controller ready.
+    for (auto& p : processes) {
+        p->waitForReadyRead(60000);
+        p->readLine();
+    }
+    QElapsedTimer wall;
+    wall.start();
+    std::vector<double> ms;
+    Round r;
+    r.clients = clients;
+    for (auto& p : processes) {
+        p->waitForFinished(-1);
+        for (const QByteArray& line : p->readAllStandardOutput().split('\n'))
+            if (!line.trimmed().isEmpty()) ms.push_back(line.toDouble());
+        if (p->exitCode() != 0) std::fprintf(stderr, "a client failed: %s\n", p->readAllStandardError().constData());
+    }
+    r.seconds = double(wall.nsecsElapsed()) / 1e9;
+    r.receipts = int(ms.size());
+    std::sort(ms.begin(), ms.end());
+    if (!ms.empty()) {
+        r.p50 = ms[ms.size() / 2];
+        r.p99 = ms[std::min(ms.size() - 1, size_t(0.99 * double(ms.size())))];
+    }
+    return r;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    if (args.size() == 5 && args.at(1) == QLatin1String("--client"))
+        return client(args.at(2), args.at(3).toInt(), args.at(4).toInt());
+
+    qputenv("TR_PG_SERVER_DURABLE", "1");
+    tr::test::PrivatePgServer& server = tr::test::PrivatePgServer::instance();
+    if (!server.running()) {
+        std::fprintf(stderr, "no server: %s\n", qPrintable(server.failure()));
+        return 1;
+    }
+    const int perClient = qEnvironmentVariableIntValue("TR_BENCH_RECEIPTS") > 0
+                              ? qEnvironmentVariableIntValue("TR_BENCH_RECEIPTS")
+                              : 300;
+    std::printf("%-8s %10s %12s %10s %10s\n", "clients", "receipts", "receipts/s", "p50 ms", "p99 ms");
+    double single = 0;
+    for (int clients : {1, 4, 8}) {
+        // Each round on a fresh demo company, so that every round starts from the same book.
+        const QString connectionText = server.connectionText(server.createDatabase(QStringLiteral("bench")));
+        {
+            tr::pg::PgServer books(connectionText);
+            registerProcedures(books);
+            auto suite = books.connect(QString::fromUtf8(tr::schema::kSuiteDatabase));
+            tr::schema::loadDemoCompany(*suite, [&](const QString& name) -> std::unique_ptr<tr::db::Connection> {
+                return books.connect(name);
+            });
+        }
+        const Round r = measure(app.applicationFilePath(), connectionText, clients, perClient);
+        const double rate = r.receipts / r.seconds;
+        if (clients == 1) single = rate;
+        std::printf("%-8d %10d %12.1f %10.2f %10.2f   (%.2fx one client)\n", r.clients, r.receipts, rate, r.p50,
+                    r.p99, rate / single);
+        std::fflush(stdout);
+    }
+    return 0;
+}
