@@ -1,18 +1,23 @@
 // treasury-sql: a T-SQL shell on a database of a data directory or of a server. Statements in one call share one
 // session, so ## tables live until it ends. Batches are separated by a line holding only GO;
-// interactively a batch also ends at a line ending with ';'.
+// interactively a batch also ends at a line ending with ';'. It also moves the books of a data
+// directory to a server and back (tools/book_copy.h).
 #include <readline/history.h>
 #include <readline/readline.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTextStream>
 #include <cstdio>
 #include <iostream>
 
 #include "common/db/database_error.h"
+#include "tools/book_copy.h"
 #include "tools/shell_setup.h"
 #include "tools/table_printer.h"
 
@@ -30,6 +35,9 @@ struct Options {
     QString createDemo;
     bool createDemoOnServer = false;
     QString server;  // libpq's connection text
+    QString copyBooksFrom;  // a data directory whose books go to copyToServer
+    QString copyToServer;
+    QString copyBooksTo;  // a data directory the server's books come to
 };
 
 void usage() {
@@ -37,10 +45,18 @@ void usage() {
                  "[--translate | --plan]\n"
                  "       treasury-sql --create-demo DIR\n"
                  "       treasury-sql --server \"CONNECTION\" --create-demo\n"
+                 "       treasury-sql --copy-books DIR --to-server \"CONNECTION\"\n"
+                 "       treasury-sql --server \"CONNECTION\" --copy-books-to DIR\n"
                  "Runs T-SQL on DATABASE (default: the company database of the data directory or server).\n"
                  "CONNECTION is a PostgreSQL connection text, e.g. \"host=books.office dbname=treasury user=ali\".\n"
                  "Without -c, statements come from standard input (interactive on a terminal).\n"
-                 "--translate shows the backend's text of each batch, --plan its plan for the first statement.\n";
+                 "--translate shows the backend's text of each batch, --plan its plan for the first statement.\n"
+                 "--copy-books copies every book of the data directory (CORVASK_Sdc and each company-year\n"
+                 "book it lists) to the server, --copy-books-to every book of the server to the data\n"
+                 "directory: all rows with their identity values, one transaction per book, row counts and\n"
+                 "the balance of every account checked before a book is kept. A target that already holds\n"
+                 "any of the books with rows is refused before anything is written. Writers of the source\n"
+                 "wait while each of its books is read.\n";
 }
 
 QString errorText(const tr::db::DatabaseError& e) {
@@ -116,6 +132,44 @@ int interactive(tr::tsql::TsqlConnection& db, Mode mode, QTextStream& out, QText
     return 0;
 }
 
+// Copies the books between a data directory and a server; a failure names the book and the reason.
+int copyBooks(const Options& options, QTextStream& out, QTextStream& err) {
+    const bool toServer = !options.copyBooksFrom.isEmpty();
+    if (toServer && !QFileInfo(options.copyBooksFrom).isDir()) {
+        err << QStringLiteral("No data directory '%1'\n").arg(options.copyBooksFrom);
+        return 1;
+    }
+    auto source = toServer ? tr::tools::openBooks(options.copyBooksFrom, {}) : tr::tools::openBooks({}, options.server);
+    auto target = toServer ? tr::tools::openBooks({}, options.copyToServer) : tr::tools::openBooks(options.copyBooksTo, {});
+    winsize terminal{};
+    const bool onTerminal = isatty(STDERR_FILENO);
+    if (onTerminal) ioctl(STDERR_FILENO, TIOCGWINSZ, &terminal);
+    tr::tools::ProgressPrinter printer(stderr, onTerminal, terminal.ws_col);
+    QElapsedTimer clock;
+    clock.start();
+    try {
+        const std::vector<tr::tools::CopiedBook> books = tr::tools::copyBooks(*source, *target, std::ref(printer));
+        printer.finish();
+        qint64 rows = 0;
+        for (const tr::tools::CopiedBook& book : books) {
+            out << QStringLiteral("%1: %2 tables, %3 rows").arg(book.name).arg(book.tables).arg(book.rows);
+            if (book.accounts > 0) out << QStringLiteral(", %1 accounts balanced").arg(book.accounts);
+            out << '\n';
+            rows += book.rows;
+        }
+        out << QStringLiteral("%1 books, %2 rows copied to %3 in %4 s\n")
+                   .arg(books.size())
+                   .arg(rows)
+                   .arg(toServer ? QStringLiteral("the server") : options.copyBooksTo)
+                   .arg(double(clock.elapsed()) / 1000.0, 0, 'f', 1);
+        return 0;
+    } catch (const tr::tools::BookCopyError& e) {
+        printer.finish();
+        err << QStringLiteral("Copy failed: %1: %2\n").arg(e.book(), e.reason());
+        return 1;
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -134,6 +188,9 @@ int main(int argc, char** argv) {
         else if (a == QLatin1String("--server") && i + 1 < args.size()) options.server = args[++i];
         else if (a == QLatin1String("--create-demo") && !options.server.isEmpty()) options.createDemoOnServer = true;
         else if (a == QLatin1String("--create-demo") && i + 1 < args.size()) options.createDemo = args[++i];
+        else if (a == QLatin1String("--copy-books") && i + 1 < args.size()) options.copyBooksFrom = args[++i];
+        else if (a == QLatin1String("--to-server") && i + 1 < args.size()) options.copyToServer = args[++i];
+        else if (a == QLatin1String("--copy-books-to") && i + 1 < args.size()) options.copyBooksTo = args[++i];
         else if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
             usage();
             return 0;
@@ -143,7 +200,20 @@ int main(int argc, char** argv) {
             return 2;
         }
     }
+    const bool copyUp = !options.copyBooksFrom.isEmpty() || !options.copyToServer.isEmpty();
+    const bool copyDown = !options.copyBooksTo.isEmpty();
+    if (copyUp || copyDown) {
+        const bool valid = copyUp ? !options.copyBooksFrom.isEmpty() && !options.copyToServer.isEmpty() &&
+                                        options.server.isEmpty() && !copyDown
+                                  : !options.server.isEmpty();
+        if (!valid || options.hasCommand || !options.database.isEmpty() || !options.createDemo.isEmpty() ||
+            options.createDemoOnServer) {
+            usage();
+            return 2;
+        }
+    }
     try {
+        if (copyUp || copyDown) return copyBooks(options, out, err);
         if (!options.createDemo.isEmpty() || options.createDemoOnServer) {
             const QString where = options.createDemoOnServer ? QStringLiteral("the server") : options.createDemo;
             auto books = tr::tools::openBooks(options.createDemo, options.server);

@@ -4,6 +4,7 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include "common/db/database_error.h"
@@ -69,6 +70,14 @@ void Engine::setTempTable(const QString& name, const std::optional<TempTable>& s
 
 std::unique_ptr<tr::tsql::TsqlConnection> Engine::connect(const QString& databaseName) {
     return open(databaseName);
+}
+
+void Engine::dropDatabase(const QString& databaseName) {
+    const QString file = databaseFile(databaseName);
+    for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm"), QStringLiteral("-journal")}) {
+        if (QFile::exists(file + suffix) && !QFile::remove(file + suffix))
+            throw tr::db::DatabaseError(QStringLiteral("Cannot remove '%1'").arg(file + suffix));
+    }
 }
 
 std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {

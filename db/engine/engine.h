@@ -31,6 +31,7 @@ public:
     // Opens (creating the file when missing) a connection whose current database is `databaseName`.
     std::unique_ptr<SqliteConnection> open(const QString& databaseName);
     std::unique_ptr<tr::tsql::TsqlConnection> connect(const QString& databaseName) override;
+    void dropDatabase(const QString& databaseName) override;
     tr::tsql::ProcedureRegistry& procedures() override { return procedures_; }
     const QString& tempdbUri() const { return tempdbUri_; }
     // A table's generation, renewed whenever any connection creates, drops or alters it, so that

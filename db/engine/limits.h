@@ -14,6 +14,9 @@ constexpr int kMaxExpressionDepth = 256;
 constexpr int kMaxUnionTerms = 128;
 // Exec('...') texts and procedures running statements inside one another.
 constexpr int kMaxCallDepth = 32;
+// Longer batch texts are not kept with their translations: a bulk Insert of many rows never comes
+// again alike, and keeping thousands of them with their syntax trees would take gigabytes.
+constexpr int kMaxCachedTextLength = 8000;
 // How long a statement waits for another connection's write lock before it is refused.
 constexpr int kBusyTimeoutMs = 30000;
 

@@ -714,8 +714,10 @@ void SqliteConnection::run(const ast::Statement& statement, CachedBatch& batch, 
 ExecResult SqliteConnection::runBatch(const QString& sql, std::vector<Token> tokens) {
     auto batch = std::make_shared<CachedBatch>();
     batch->statements = parseBatch(sql, std::move(tokens), nullptr);
-    if (batches_.size() >= kMaxCachedBatches) batches_.clear();
-    batches_.insert(sql, batch);
+    if (sql.size() <= kMaxCachedTextLength) {
+        if (batches_.size() >= kMaxCachedBatches) batches_.clear();
+        batches_.insert(sql, batch);
+    }
     ExecResult result;
     for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
     return result;

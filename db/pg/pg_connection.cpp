@@ -456,8 +456,10 @@ ExecResult PgConnection::execute(const QString& sql) {
         if (!batch) {
             batch = std::make_shared<PgBatch>();
             batch->statements = tr::engine::parseBatch(sql);
-            if (batches_.size() >= kMaxCachedBatches) batches_.clear();
-            batches_.insert(sql, batch);
+            if (sql.size() <= tr::engine::kMaxCachedTextLength) {
+                if (batches_.size() >= kMaxCachedBatches) batches_.clear();
+                batches_.insert(sql, batch);
+            }
         }
         for (const ast::StatementPtr& statement : batch->statements) run(*statement, *batch, result);
     } catch (...) {
@@ -570,6 +572,17 @@ QString PgConnection::explainQueryPlan(const QString& sql) {
     QStringList lines;
     for (const tr::db::Row& row : r.resultSets.front().rows) lines << row.front().toString();
     return lines.join(QLatin1Char('\n'));
+}
+
+void PgConnection::continueIdentity(const QString& table) {
+    for (const ColumnInfo& c : columns(schema_, table)) {
+        if (!c.identity) continue;
+        const QString qualified = tr::engine::quoteIdent(schema_) + QLatin1Char('.') + tr::engine::quoteIdent(table.toLower());
+        const QString column = c.name.toLower();
+        link_->run(QStringLiteral("SELECT setval(pg_get_serial_sequence($1, $2), coalesce(max(%1), 0) + 1, false) FROM %2")
+                       .arg(tr::engine::quoteIdent(column), qualified),
+                   {qualified, column});
+    }
 }
 
 void PgConnection::refreshStatistics() {

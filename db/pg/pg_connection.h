@@ -40,6 +40,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     bool inTransaction() const override { return depth_ > 0; }
     // Gathers the planner's statistics of the book's tables (what sp_updatestats runs).
     void refreshStatistics();
+    // The identity's sequence does not follow keys written explicitly: it is moved past the highest.
+    void continueIdentity(const QString& table) override;
     PgLink& link() { return *link_; }
 
   private:

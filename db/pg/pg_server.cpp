@@ -80,6 +80,11 @@ std::unique_ptr<tr::tsql::TsqlConnection> PgServer::connect(const QString& datab
     return open(databaseName);
 }
 
+void PgServer::dropDatabase(const QString& databaseName) {
+    PgLink link(connectionText_);
+    link.run(QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE").arg(tr::engine::quoteIdent(schemaOf(databaseName))));
+}
+
 std::unique_ptr<PgConnection> PgServer::open(const QString& databaseName) {
     auto link = std::make_unique<PgLink>(connectionText_);
     const QString schema = schemaOf(databaseName);

@@ -31,6 +31,7 @@ class PgServer final : public tr::tsql::Books {
     // Refused with the server's reason when the server cannot be reached.
     std::unique_ptr<PgConnection> open(const QString& databaseName);
     std::unique_ptr<tr::tsql::TsqlConnection> connect(const QString& databaseName) override;
+    void dropDatabase(const QString& databaseName) override;
     tr::tsql::ProcedureRegistry& procedures() override { return procedures_; }
 
     // As the embedded engine's: renewed whenever a connection of this process creates, drops or

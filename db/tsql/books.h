@@ -18,6 +18,9 @@ class TsqlConnection : public tr::db::Connection {
     virtual QString translate(const QString& sql) = 0;
     // The backend's plan for the first statement of `sql`.
     virtual QString explainQueryPlan(const QString& sql) = 0;
+    // After rows were written into `table` of the current database with their identity values
+    // given: the identity goes on after the highest of them (where the backend does not by itself).
+    virtual void continueIdentity(const QString& /*table*/) {}
 };
 
 class Books {
@@ -26,6 +29,8 @@ class Books {
     virtual bool databaseExists(const QString& databaseName) const = 0;
     // A connection whose current database is `databaseName`, made when missing.
     virtual std::unique_ptr<TsqlConnection> connect(const QString& databaseName) = 0;
+    // Removes a database with everything in it; no connection may have it open.
+    virtual void dropDatabase(const QString& databaseName) = 0;
     virtual ProcedureRegistry& procedures() = 0;
 };
 
