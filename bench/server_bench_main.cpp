@@ -1,8 +1,10 @@
-// tr-server-bench: many cashiers on one book on a PostgreSQL server. Starts a private server with
-// its durable settings (or uses TR_PG_SERVER_DIR's), loads the demo company, and for 1, 4 and 8
-// client processes saving 3-line receipts through the receipt screen's controller at once reports
+// tr-server-bench: the books on a PostgreSQL server. Starts a private server with its durable
+// settings (or uses TR_PG_SERVER_DIR's), loads the demo company, and for 1, 4 and 8 client
+// processes saving 3-line receipts through the receipt screen's controller at once reports
 // receipts per second and the median and 99th-percentile save. Clients are this program run again
-// with --client. Asserts nothing.
+// with --client. With `--search DIR` it copies the large book of DIR onto the server and times the
+// cash search with subtotals there and on the embedded engine, after comparing their rows.
+// Asserts nothing.
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -12,6 +14,9 @@
 #include <vector>
 
 #include "bench/cashier.h"
+#include "bench/server_search.h"
+#include "tools/book_copy.h"
+#include "db/engine/engine.h"
 #include "db/pg/pg_connection.h"
 #include "db/pg/pg_server.h"
 #include "db/procedures/procedures.h"
@@ -88,6 +93,28 @@ Round measure(const QString& program, const QString& connectionText, int clients
     return r;
 }
 
+// The large book of `directory` on the server, and the cash search on both backends.
+int compareSearch(const QString& connectionText, const QString& directory) {
+    tr::engine::Engine embedded(directory);
+    registerProcedures(embedded);
+    tr::pg::PgServer server(connectionText);
+    registerProcedures(server);
+    QElapsedTimer copy;
+    copy.start();
+    tr::tools::copyBooks(embedded, server);
+    std::printf("book copied onto the server in %.1f s\n", double(copy.elapsed()) / 1000.0);
+    const QString book = QString::fromUtf8(tr::schema::demo::kCurrentDatabase);
+    auto onEngine = embedded.connect(book);
+    auto onServer = server.connect(book);
+    onServer->execute(QStringLiteral("Exec sp_updatestats"));
+    const tr::bench::TimedSearch e = tr::bench::timeCashSearch(*onEngine, 3);
+    const tr::bench::TimedSearch s = tr::bench::timeCashSearch(*onServer, 3);
+    std::printf("cash search: embedded %.1f ms, server %.1f ms (%.2fx), rows %zu / %zu\n", e.medianMs, s.medianMs,
+                s.medianMs / e.medianMs, e.rows.size(), s.rows.size());
+    if (e.rows.size() != s.rows.size()) std::printf("the results differ in their row count\n");
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -102,6 +129,8 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "no server: %s\n", qPrintable(server.failure()));
         return 1;
     }
+    if (args.size() == 3 && args.at(1) == QLatin1String("--search"))
+        return compareSearch(server.connectionText(server.createDatabase(QStringLiteral("search"))), args.at(2));
     const int perClient = qEnvironmentVariableIntValue("TR_BENCH_RECEIPTS") > 0
                               ? qEnvironmentVariableIntValue("TR_BENCH_RECEIPTS")
                               : 300;
