@@ -3,6 +3,7 @@
 // once (names, types, the T-SQL rules), and asks the target's writer only how to spell it.
 // SQLite's writer is the embedded engine's; PostgreSQL's comes with the server backend.
 #include <QString>
+#include <QStringList>
 
 #include "db/engine/ast.h"
 #include "db/tsql/builtin_functions.h"
@@ -36,6 +37,13 @@ class TargetWriter {
     // T-SQL LIKE with the TSQL collation's folding.
     virtual QString like(const QString& value, const QString& pattern, const QString& escape,
                          bool negated) const = 0;
+    // Text as Order By sorts it, where the target's collation cannot give the TSQL collation's
+    // order of a sort itself; empty where it can (the text then sorts by its collation).
+    virtual QString orderKey(const QString& /*sql*/) const { return {}; }
+    // Text as `=` compares it under the TSQL collation (blanks at either end dropped, case, yeh
+    // and kaf folded, nothing else ignored), where the target's collation finds more texts equal;
+    // empty where it finds exactly those.
+    virtual QString exactText(const QString& /*sql*/) const { return {}; }
     // The schema of # tables (the connection's own).
     virtual QString localTempSchema() const = 0;
     // Creating index `name` of `schema`.`table`; `columns` already written.
@@ -48,14 +56,21 @@ class TargetWriter {
     // answers the keys it gave (its rows are then not a result); empty when the target tells the
     // last key another way.
     virtual QString returnIdentity(const QString& /*column*/) const { return {}; }
+    // Whether a number read from text at run time is an integer or not as the text is (SQLite's
+    // values carry their own types); where not, the translator types the literal texts it reads
+    // as numbers itself.
+    virtual bool textNumbersTyped() const { return true; }
     // Text written into a number column (`integer` or not), converted as the server converts it;
     // empty when the target's column converts it itself.
     virtual QString textIntoNumber(const QString& /*sql*/, bool /*integer*/) const { return {}; }
-    // Where the target keeps names in one case only: the statement that records how a new
-    // table's columns were spelled (`table` already written), which its catalogue then answers,
-    // and the mark of a result column's name in a statement's own spelling. Empty where the
-    // target keeps names as they were written.
-    virtual QString columnSpellings(const QString& /*table*/, const QStringList& /*columns*/) const { return {}; }
+    // Where the target keeps names in one case only: the statements (one command each) that
+    // record how a new table's columns were spelled (`table` already written), which its
+    // catalogue then answers, and the mark of a result column's name in a statement's own
+    // spelling (for a column the statement leaves unnamed, the expression's text). Empty where
+    // the target keeps names as they were written.
+    virtual QStringList columnSpellings(const QString& /*table*/, const QStringList& /*columns*/) const {
+        return {};
+    }
     virtual QString resultName(const QString& /*spelling*/) const { return {}; }
 };
 

@@ -7,6 +7,7 @@
 #include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
 #include "db/engine/limits.h"
+#include "db/engine/literal_parameters.h"
 #include "db/engine/sql_identifiers.h"
 #include "db/tsql/builtin_functions.h"
 
@@ -157,6 +158,7 @@ public:
         std::vector<ColumnInfo> columns;  // result columns with types (for derived tables, Into)
         std::vector<QString> expressions; // each result column's expression (for Into)
         std::vector<bool> plainColumns;   // the expression is a bare column reference
+        bool complete = true;             // every result column is known (no unexpanded *)
     };
 
     void addFromItem(const FromItem& item, Scope& scope, QString& sql) {
@@ -224,7 +226,9 @@ public:
                 QString order;
                 QStringList orderParts;
                 for (const OrderItem& o : s.orderBy) {
-                    orderParts << expr(*o.expr, scope).sql + (o.descending ? QStringLiteral(" DESC") : QString());
+                    const Out key = expr(*o.expr, scope);
+                    const QString text = key.type == SqlType::Text ? w_.orderKey(key.sql) : QString();
+                    orderParts << (text.isEmpty() ? key.sql : text) + (o.descending ? QStringLiteral(" DESC") : QString());
                 }
                 if (!orderParts.isEmpty()) order = QStringLiteral("ORDER BY ") + orderParts.join(QStringLiteral(", "));
                 QString seed = item.expr->args.empty() ? QStringLiteral("1") : item.expr->args[0]->text;
@@ -249,7 +253,15 @@ public:
             const QString value = targets && out.columns.size() < targets->size()
                                       ? fitted(e, (*targets)[out.columns.size()])
                                       : e.sql;
-            const QString spelled = naming && !name.isEmpty() ? w_.resultName(name) : QString();
+            // A column the statement leaves unnamed is named with its expression as written,
+            // which is what SQLite names it; with the values its literals have, so those are kept
+            // in the text (their placeholders have it translated again with them written in).
+            QString spelling = name;
+            if (spelling.isEmpty()) {
+                spelling = e.sql;
+                for (const int p : parametersOf(*item.expr)) spelling += placeholderText(p, false);
+            }
+            const QString spelled = naming ? w_.resultName(spelling) : QString();
             items << (!spelled.isEmpty() ? value + QStringLiteral(" AS ") + spelled
                       : item.alias.isEmpty() ? value
                                              : value + QStringLiteral(" AS ") + w_.name(item.alias));
@@ -281,7 +293,8 @@ public:
         }
         if (!s.orderBy.empty()) {
             QStringList orders;
-            for (const OrderItem& o : s.orderBy) orders << orderItem(o, scope, out, s.unionNext != nullptr, naming);
+            for (const OrderItem& o : s.orderBy)
+                orders << orderItem(o, scope, out, s.unionNext != nullptr, s.distinct, naming);
             sql += QStringLiteral(" ORDER BY ") + orders.join(QStringLiteral(", "));
         }
         if (s.top) sql += QStringLiteral(" LIMIT ") + expr(*s.top, scope).sql;
@@ -289,8 +302,14 @@ public:
         return out;
     }
 
-    QString orderItem(const OrderItem& o, Scope& scope, const SelectOut& out, bool compound, bool naming) {
+    // A compound or distinct select may be ordered only by what it returns, never by a key the
+    // target makes of it (see TargetWriter::orderKey): its text then sorts by the collation.
+    QString orderItem(const OrderItem& o, Scope& scope, const SelectOut& out, bool compound, bool distinct,
+                      bool naming) {
         const QString dir = o.descending ? QStringLiteral(" DESC") : QString();
+        const auto key = [&](const QString& sql, SqlType type) {
+            return type == SqlType::Text && !compound && !distinct ? w_.orderKey(sql) : QString();
+        };
         if (o.expr->kind == Expr::Kind::Column && o.expr->parts.size() == 1) {
             // A name of the select list wins over the columns of the tables, as on the server:
             // "Order By SanadDate" sorts by the SanadDate the select returns.
@@ -301,12 +320,21 @@ public:
                     return (spelled.isEmpty() ? w_.name(out.columns[i].name) : spelled) + dir;
                 }
                 const QString& e = out.expressions[i];
+                if (const QString k = key(e, out.columns[i].type); !k.isEmpty()) return k + dir;
                 const bool collate = out.columns[i].type == SqlType::Text && !out.plainColumns[i];
                 return (collate ? QLatin1Char('(') + e + QStringLiteral(") COLLATE TSQL") : e) + dir;
             }
         }
-        if (o.expr->kind == Expr::Kind::Number) return o.expr->text + dir;
+        if (o.expr->kind == Expr::Kind::Number) {
+            // A position names a result column: ordered as that column's expression would be.
+            bool ok = false;
+            const qsizetype at = o.expr->text.toLongLong(&ok) - 1;
+            if (ok && out.complete && at >= 0 && at < qsizetype(out.expressions.size()))
+                if (const QString k = key(out.expressions[at], out.columns[at].type); !k.isEmpty()) return k + dir;
+            return o.expr->text + dir;
+        }
         Out e = expr(*o.expr, scope);
+        if (const QString k = key(e.sql, e.type); !k.isEmpty()) return k + dir;
         if (e.type == SqlType::Text && !e.columnRef) return wrap(e) + QStringLiteral(" COLLATE TSQL") + dir;
         return e.sql + dir;
     }
@@ -322,6 +350,7 @@ public:
             if (!t.known) {
                 // Unknown columns (a table made earlier in the same batch): let SQLite expand.
                 items << t.emitted + QStringLiteral(".*");
+                out.complete = false;
                 targets = nullptr;
                 continue;
             }
@@ -378,6 +407,24 @@ public:
 
     // ---- expressions -------------------------------------------------------------------------
 
+    // The parameters the literals of `e` became, outside any subquery.
+    static QList<int> parametersOf(const Expr& e) {
+        QList<int> found;
+        if (e.parameter > 0) found << e.parameter;
+        for (const ExprPtr& a : e.args)
+            if (a) found += parametersOf(*a);
+        return found;
+    }
+
+    // A number's text with the minus signs the parser folded into it (-(-1) is "--1", which
+    // would start a comment) reduced to the one they amount to.
+    static QString numberText(const Expr& number) {
+        qsizetype minus = 0;
+        while (minus < number.text.size() && number.text.at(minus) == QLatin1Char('-')) ++minus;
+        if (minus < 2) return number.text;
+        return (minus % 2 ? QStringLiteral("-") : QString()) + number.text.mid(minus);
+    }
+
     static QString wrap(const Out& o) { return o.simple ? o.sql : QLatin1Char('(') + o.sql + QLatin1Char(')'); }
     // The left operand of an operator of `chain`.
     static QString wrapLeft(const Out& o, const char* chain) {
@@ -428,8 +475,13 @@ public:
         return o;
     }
 
-    // Text to number, as the server converts a varchar compared with or added to a number.
-    static Out toNumber(const Out& o, const Expr* source) {
+    // Text to number, as the server converts a varchar compared with or added to a number. A
+    // literal's number is an integer or not as its text shows; where the target cannot tell that
+    // at run time, a literal bound as a parameter is kept in the text instead (its placeholder
+    // has the statement translated again with the value written in).
+    Out toNumber(const Out& o, const Expr* source) const {
+        if (source && source->kind == Expr::Kind::String && source->parameter > 0 && !w_.textNumbersTyped())
+            return make(placeholderText(source->parameter, false), SqlType::Real, true);
         if (source && source->kind == Expr::Kind::String) {
             bool ok = false;
             const QString t = source->text.trimmed();
@@ -467,13 +519,30 @@ public:
         if ((l.type == SqlType::Text || r.type == SqlType::Text) && !isNumeric(l.type) && !isNumeric(r.type)) {
             left += QStringLiteral(" COLLATE TSQL");
         }
-        const QString sql = left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r);
+        QString sql = left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r);
+        if (l.type == SqlType::Text && r.type == SqlType::Text && (op == QLatin1String("=") || op == QLatin1String("<>")))
+            sql = exactTextEquality(sql, l, op, r);
         QString key;
         if (op == QLatin1String("=")) {
             key = rowKeyLookup(*le, r, scope);
             if (key.isEmpty()) key = rowKeyLookup(*re, l, scope);
         }
         return make(key.isEmpty() ? sql : sql + QStringLiteral(" AND ") + key, SqlType::Integer);
+    }
+
+    // Where the target's collation finds more texts equal than the TSQL collation does (see
+    // TargetWriter::exactText), `compared` (text `=` or `<>`) is narrowed to the collation's
+    // answer. Where a column is compared the target's own comparison stays in front, so the
+    // column's index still finds the rows; operands are then written twice, so only short ones
+    // (a subquery's text doubled at each level of nesting would grow exponentially).
+    QString exactTextEquality(const QString& compared, const Out& l, const QString& op, const Out& r) const {
+        const QString exactLeft = w_.exactText(wrap(l));
+        if (exactLeft.isEmpty()) return compared;
+        const QString exact = exactLeft + QLatin1Char(' ') + op + QLatin1Char(' ') + w_.exactText(wrap(r));
+        const bool lookup = (l.columnRef || r.columnRef) && l.sql.size() + r.sql.size() <= 400;
+        if (!lookup) return exact;
+        return op == QLatin1String("=") ? compared + QStringLiteral(" AND ") + exact
+                                        : QLatin1Char('(') + compared + QStringLiteral(" OR ") + exact + QLatin1Char(')');
     }
 
     // `Cast(<Identity column> As Varchar(n)) = <text>` can only be looked up from the text's side
@@ -549,7 +618,7 @@ public:
                     return o;
                 }
                 const bool real = e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive);
-                QString text = e.text;
+                QString text = numberText(e);
                 if (text.startsWith(QLatin1Char('.'))) text.prepend(QLatin1Char('0'));
                 if (text.startsWith(QLatin1String("-."))) text.insert(1, QLatin1Char('0'));
                 Out o = make(text, real ? SqlType::Real : SqlType::Integer, !text.startsWith(QLatin1Char('-')));
@@ -640,7 +709,8 @@ public:
                                    .arg(w_.name(inner.columns[0].name), inner.sql);
                     }
                 } else {
-                    QStringList items;
+                    QStringList items, exactItems;
+                    bool exact = x.type == SqlType::Text && !w_.exactText(wrap(x)).isEmpty();
                     if (x.type == SqlType::Text) {
                         for (size_t i = 1; i < e.args.size(); ++i) {
                             if (isNumeric(expr(*e.args[i], scope).type)) {
@@ -653,8 +723,19 @@ public:
                         Out item = expr(*e.args[i], scope);
                         if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
                         items << (x.type == SqlType::Text ? w_.trimBlanks(item.sql) : item.sql);
+                        exact = exact && (item.type == SqlType::Text || item.type == SqlType::Null);
+                        if (exact) exactItems << w_.exactText(wrap(item));
                     }
                     list = items.join(QStringLiteral(", "));
+                    if (exact) {
+                        // Narrowed to the TSQL collation's answer as a comparison is (see
+                        // exactTextEquality); the target's own lookup stays in front for a column.
+                        QString in = w_.exactText(wrap(x)) + QStringLiteral(" IN (") +
+                                     exactItems.join(QStringLiteral(", ")) + QLatin1Char(')');
+                        if (x.columnRef)
+                            in = wrap(x) + QStringLiteral(" COLLATE TSQL IN (") + list + QStringLiteral(") AND ") + in;
+                        return make(e.negated ? QStringLiteral("NOT (") + in + QLatin1Char(')') : in, SqlType::Integer);
+                    }
                 }
                 QString left = wrap(x);
                 if (x.type == SqlType::Text) left += QStringLiteral(" COLLATE TSQL");
@@ -869,7 +950,7 @@ public:
                 ResolvedTable t = resolveTable(s.table, s.position);
                 for (const ColumnDef& c : s.columnDefs) {
                     step.sql << QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(t.sql, columnDefinition(c, false));
-                    if (const QString record = w_.columnSpellings(t.sql, {c.name}); !record.isEmpty()) step.sql << record;
+                    step.sql << w_.columnSpellings(t.sql, {c.name});
                 }
                 step.writes = true;
                 step.tempOnly = writesOnlyTemp(t.schema, step.sql);
@@ -923,9 +1004,10 @@ public:
                 return QVariant();
             case Expr::Kind::Number: {
                 bool ok = false;
-                const qint64 n = e.text.toLongLong(&ok);
+                const QString text = numberText(e);
+                const qint64 n = text.toLongLong(&ok);
                 if (ok) return n;
-                return e.text.toDouble();
+                return text.toDouble();
             }
             default:
                 unsupported(QStringLiteral("expressions as procedure arguments"), e.position);
@@ -974,7 +1056,7 @@ public:
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(t.sql, defs.join(QStringLiteral(", ")));
         QStringList spellings;
         for (const ColumnDef& c : s.columnDefs) spellings << c.name;
-        if (const QString record = w_.columnSpellings(t.sql, spellings); !record.isEmpty()) step.sql << record;
+        step.sql << w_.columnSpellings(t.sql, spellings);
         step.writes = true;
         step.tempOnly = writesOnlyTemp(t.schema, step.sql);
         step.changedTables.push_back({t.schema, t.name, TableName::Change::Created});
@@ -1003,7 +1085,7 @@ public:
         step.sql << QStringLiteral("CREATE TABLE %1 (%2)").arg(target.sql, defs.join(QStringLiteral(", ")));
         QStringList spellings;
         for (const ColumnInfo& c : out.columns) spellings << c.name;
-        if (const QString record = w_.columnSpellings(target.sql, spellings); !record.isEmpty()) step.sql << record;
+        step.sql << w_.columnSpellings(target.sql, spellings);
         step.sql << QStringLiteral("INSERT INTO %1 (%2) %3").arg(target.sql, names.join(QStringLiteral(", ")), out.sql);
         step.writes = true;
         step.tempOnly = writesOnlyTemp(target.schema, step.sql);

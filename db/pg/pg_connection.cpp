@@ -14,6 +14,7 @@
 #include "db/engine/parser.h"
 #include "db/engine/sql_identifiers.h"
 #include "db/engine/sqlite_functions.h"
+#include "db/engine/step_description.h"
 #include "db/pg/pg_link.h"
 #include "db/pg/pg_server.h"
 #include "db/pg/pg_writer.h"
@@ -542,16 +543,10 @@ Step PgConnection::translateRecorded(const ast::Statement& statement, const QStr
 }
 
 QString PgConnection::translate(const QString& sql) {
-    const std::vector<ast::StatementPtr> statements = tr::engine::parseBatch(sql);
-    QStringList out;
-    std::function<void(const ast::Statement&)> describe = [&](const ast::Statement& s) {
-        const Step step = tr::engine::translateStatement(s, *this, sql, postgresWriter());
-        for (const QString& text : step.sql) out << text + QLatin1Char(';');
-        for (const ast::Statement* b : step.thenBody) describe(*b);
-        for (const ast::Statement* b : step.elseBody) describe(*b);
-    };
-    for (const ast::StatementPtr& s : statements) describe(*s);
-    return out.join(QLatin1Char('\n'));
+    return tr::engine::describeSteps(
+        tr::engine::parseBatch(sql),
+        [&](const ast::Statement& s) { return tr::engine::translateStatement(s, *this, sql, postgresWriter()); },
+        QStringLiteral("BEGIN"));
 }
 
 QString PgConnection::explainQueryPlan(const QString& sql) {

@@ -11,10 +11,20 @@ namespace {
 // Arabic and Persian yeh and kaf and letter case are equal, Persian sorts in its own order, and
 // blanks count for nothing (ka-shifted with blanks as the only variable characters), so a code
 // kept with a leading or trailing blank equals the code, as under the embedded engine's collation.
+// Scripts sort as the embedded engine sorts them: digits, Latin, then the scripts before Arabic in
+// Unicode, then Persian, then the rest (Persian's own rules would put it before Latin).
+//
+// tsql_order is the order Order By gives text (see the writer's orderKey): the same, but a blank
+// inside a text sorts before any other character, as on the embedded engine ("بانک ملت" before
+// "بانکداری"); under tsql a blank weighs nothing, which sorts these two the other way.
 const char kCollation[] =
     "DO $$ BEGIN IF NOT EXISTS (SELECT 1 FROM pg_collation WHERE collname = 'tsql') THEN "
-    "CREATE COLLATION tsql (provider = icu, locale = 'fa-u-ks-level1-ka-shifted-kv-space', "
-    "deterministic = false); "
+    "CREATE COLLATION tsql (provider = icu, "
+    "locale = 'fa-u-ks-level1-ka-shifted-kv-space-kr-latn-grek-cyrl-armn-hebr-arab', deterministic = false); "
+    "END IF; END $$";
+const char kOrderCollation[] =
+    "DO $$ BEGIN IF NOT EXISTS (SELECT 1 FROM pg_collation WHERE collname = 'tsql_order') THEN "
+    "CREATE COLLATION tsql_order (provider = icu, locale = 'fa-u-ks-level1-kr-latn-grek-cyrl-armn-hebr-arab'); "
     "END IF; END $$";
 
 // A value on its way into a column: text of a Varchar(n) column may lose only blanks past its
@@ -562,7 +572,7 @@ LANGUAGE sql IMMUTABLE AS $$ SELECT pg_catalog.round(v::numeric, places)::double
 
 // In order: a function's body names only functions made before it.
 const char* const kStatements[] = {
-    kCollation, kFitText, kFitNumber, kFitDecimal, kFitInteger,
+    kCollation, kOrderCollation, kFitText, kFitNumber, kFitDecimal, kFitInteger,
     kFold, kRegexChar, kLikeRegex, kLike, kLikeEscape, kLikeEscaped,
     kTrim, kParseNumber, kIsInteger, kNumText, kNumNumber, kIntText, kIntNumber,
     kAddTexts, kAddNumbers, kAddTextNumber, kAddNumberText,

@@ -61,6 +61,18 @@ class PostgresWriter final : public tr::engine::TargetWriter {
                                               : QStringLiteral("tsql_like(%1, %2, %3)").arg(value, pattern, escape);
         return negated ? QStringLiteral("NOT ") + call : call;
     }
+    // The tsql collation ignores blanks inside a text too (it can ignore all blanks or none), so
+    // Order By sorts the trimmed text under tsql_order, where they count. An index on the column
+    // then gives no order: the rows are sorted.
+    QString orderKey(const QString& sql) const override {
+        return QStringLiteral("btrim(%1, ' ') COLLATE tsql_order").arg(sql);
+    }
+    // The tsql collation also ignores blanks inside a text, marks and the difference between
+    // Persian and Latin digits; the folded text without its blanks at either end, compared
+    // character for character, tells what the TSQL collation tells.
+    QString exactText(const QString& sql) const override {
+        return QStringLiteral("tsql_fold(btrim(%1, ' ')) COLLATE \"C\"").arg(sql);
+    }
     QString localTempSchema() const override { return QStringLiteral("pg_temp"); }
     // The server names the table's schema, and an index lives in its table's.
     QString createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
@@ -74,19 +86,22 @@ class PostgresWriter final : public tr::engine::TargetWriter {
         if (lowerName != QLatin1String("sysobjects") && lowerName != QLatin1String("syscolumns")) return {};
         return QStringLiteral("public.tsql_") + (tempdb ? QStringLiteral("tempdb_") : QString()) + lowerName;
     }
+    // A function's result has one type: tsql_num() gives numeric whatever the text holds.
+    bool textNumbersTyped() const override { return false; }
     // The server's columns take no text: the T-SQL conversion, with its refusal of what is no number.
     QString textIntoNumber(const QString& sql, bool integer) const override {
         return (integer ? QStringLiteral("tsql_int(%1)") : QStringLiteral("tsql_num(%1)")).arg(sql);
     }
-    // The spellings go into the columns' comments, which dropping the table drops too.
-    QString columnSpellings(const QString& table, const QStringList& columns) const override {
+    // The spellings go into the columns' comments, which dropping the table drops too: one
+    // statement each, since a prepared statement holds one command.
+    QStringList columnSpellings(const QString& table, const QStringList& columns) const override {
         QStringList comments;
         for (const QString& c : columns) {
             if (c == c.toLower()) continue;
             comments << QStringLiteral("COMMENT ON COLUMN %1.%2 IS %3")
                             .arg(table, name(c), tr::db::sqlText(c, tr::db::SqlDialect::PostgreSql));
         }
-        return comments.join(QStringLiteral("; "));
+        return comments;
     }
     QString resultName(const QString& spelling) const override { return tr::engine::quoteIdent(spelling); }
     QString returnIdentity(const QString& column) const override {
