@@ -10,6 +10,7 @@
 
 #include "bench/generator.h"
 #include "common/db/transaction.h"
+#include "common/dialog/host_windows.h"
 #include "common/dialog/message_dialog.h"
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
@@ -55,6 +56,15 @@ class SilentDialog : public tr::dialog::MessageDialog {
         ++shown;
         return tr::dialog::ResultYes;
     }
+};
+
+// Long work is never stopped.
+class NeverStops : public tr::dialog::ProgressWindow {
+  public:
+    void showState(const QString&) override {}
+    void setStateText(const QString&) override {}
+    bool stopRequested() override { return false; }
+    void closeState() override {}
 };
 
 // A connection to the demo company through `engine`, its flushes lowered to `sync`.

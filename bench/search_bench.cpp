@@ -24,6 +24,7 @@
 namespace {
 
 using tr::bench::book;
+using tr::bench::NeverStops;
 using Row = std::vector<QVariant>;
 
 const char kWord[] = "وجه";
@@ -33,14 +34,6 @@ double peakMiB() {
     getrusage(RUSAGE_SELF, &usage);
     return usage.ru_maxrss / 1024.0;
 }
-
-class NeverStops : public tr::dialog::ProgressWindow {
-public:
-    void showState(const QString&) override {}
-    void setStateText(const QString&) override {}
-    bool stopRequested() override { return false; }
-    void closeState() override {}
-};
 
 QVariant columnValue(sqlite3_stmt* s, int i) {
     switch (sqlite3_column_type(s, i)) {

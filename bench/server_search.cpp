@@ -11,18 +11,6 @@
 
 namespace tr::bench {
 
-namespace {
-
-class NeverStops : public tr::dialog::ProgressWindow {
-  public:
-    void showState(const QString&) override {}
-    void setStateText(const QString&) override {}
-    bool stopRequested() override { return false; }
-    void closeState() override {}
-};
-
-}  // namespace
-
 TimedSearch timeCashSearch(tr::tsql::TsqlConnection& connection, int runs) {
     tr::Global global;
     tr::db::Query command(&connection);

@@ -61,6 +61,10 @@ struct SharedTranslations {
     }
 };
 
+// The values bound for a step, with each text written into a column of a width cut to it where
+// only blanks are lost (`fitted` then holds the copy); false when one does not fit.
+bool fitBoundTexts(const Step& step, const Bindings*& bindings, Bindings& fitted);
+
 // Translates one statement with the connection's catalogue, recording the tables it read.
 using TranslateStatement = std::function<Step(const ast::Statement&, Dependencies&)>;
 

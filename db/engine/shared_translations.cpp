@@ -4,6 +4,7 @@
 #include "common/db/database_error.h"
 #include "db/engine/connection_caches.h"
 #include "db/engine/sqlite_connection.h"
+#include "db/engine/sqlite_functions.h"
 #include "db/engine/parser.h"
 #include "db/engine/tokenizer.h"
 
@@ -114,6 +115,20 @@ std::shared_ptr<ShapedStatement> sharedTranslation(SharedTranslations& cache, co
         cache.texts.insert(sql, ShapedText{statement, values, scanned.firstPosition});
     }
     return statement;
+}
+
+bool fitBoundTexts(const Step& step, const Bindings*& bindings, Bindings& fitted) {
+    for (const auto& [ordinal, width] : step.boundWidths) {
+        if (!bindings || ordinal > int(bindings->size())) continue;
+        const QVariant& v = (*bindings)[ordinal - 1];
+        if (v.typeId() != QMetaType::QString || v.toString().size() <= width) continue;
+        QString text = v.toString();
+        if (!tsqlFitText(text, width)) return false;
+        if (fitted.empty()) fitted = *bindings;
+        fitted[ordinal - 1] = text;
+    }
+    if (!fitted.empty()) bindings = &fitted;
+    return true;
 }
 
 bool SqliteConnection::runShaped(const QString& sql, const ScannedText& scanned, ExecResult& result) {

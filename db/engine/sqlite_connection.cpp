@@ -555,16 +555,7 @@ void SqliteConnection::rollBackTempTables() {
 void SqliteConnection::runStatements(const Step& step, ExecResult& result, int position, const Bindings* bindings) {
     // Bound text written into a column must fit it, as tsql_fit checks values in the text.
     Bindings fitted;
-    for (const auto& [ordinal, width] : step.boundWidths) {
-        if (!bindings || ordinal > int(bindings->size())) continue;
-        const QVariant& v = (*bindings)[ordinal - 1];
-        if (v.typeId() != QMetaType::QString || v.toString().size() <= width) continue;
-        QString text = v.toString();
-        if (!tsqlFitText(text, width)) fail(QStringLiteral("String or binary data would be truncated."), position);
-        if (fitted.empty()) fitted = *bindings;
-        fitted[ordinal - 1] = text;
-    }
-    if (!fitted.empty()) bindings = &fitted;
+    if (!fitBoundTexts(step, bindings, fitted)) fail(QStringLiteral("String or binary data would be truncated."), position);
     auto work = [&] {
         int first = 0;
         for (const TableName& t : step.changedTables) {

@@ -13,7 +13,6 @@
 #include "db/engine/literal_parameters.h"
 #include "db/engine/parser.h"
 #include "db/engine/sql_identifiers.h"
-#include "db/engine/sqlite_functions.h"
 #include "db/engine/step_description.h"
 #include "db/pg/pg_link.h"
 #include "db/pg/pg_server.h"
@@ -341,16 +340,8 @@ void PgConnection::noteTempTables(const Step& step) {
 void PgConnection::runStatements(const Step& step, ExecResult& result, const Bindings* bindings) {
     // Bound text written into a column must fit it, as tsql_fit checks values in the text.
     Bindings fitted;
-    for (const auto& [ordinal, width] : step.boundWidths) {
-        if (!bindings || ordinal > int(bindings->size())) continue;
-        const QVariant& v = (*bindings)[ordinal - 1];
-        if (v.typeId() != QMetaType::QString || v.toString().size() <= width) continue;
-        QString text = v.toString();
-        if (!tr::engine::tsqlFitText(text, width)) fail(QStringLiteral("String or binary data would be truncated."), step.position);
-        if (fitted.empty()) fitted = *bindings;
-        fitted[ordinal - 1] = text;
-    }
-    if (!fitted.empty()) bindings = &fitted;
+    if (!tr::engine::fitBoundTexts(step, bindings, fitted))
+        fail(QStringLiteral("String or binary data would be truncated."), step.position);
     if (bindings) prepareAll(step, *bindings);
     auto work = [&] {
         for (const QString& sql : step.sql) runSql(sql, step, result, bindings);
