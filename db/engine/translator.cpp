@@ -92,6 +92,8 @@ public:
     Translator(Catalog& catalog, const QString& source, const TargetWriter& writer)
         : catalog_(catalog), source_(source), w_(writer) {}
 
+    bool touchesBooks() const { return touchesBooks_; }
+
     [[noreturn]] void fail(const QString& message, int position) const {
         throw DatabaseError(message, source_, position);
     }
@@ -145,6 +147,7 @@ public:
             return r;
         }
         r.sql = w_.name(r.schema) + QLatin1Char('.') + w_.name(r.name);
+        if (r.schema != QLatin1String("tempdb") && r.schema != w_.localTempSchema()) touchesBooks_ = true;
         r.columns = catalog_.columns(r.schema, r.name);
         if (!creating && catalog_.retired(r.schema, r.name))
             fail(QStringLiteral("Invalid object name '%1'.").arg(parts.join(QLatin1Char('.'))), position);
@@ -1291,13 +1294,17 @@ private:
     int depth_ = 0;
     std::vector<std::pair<int, int>> boundWidths_;  // for Step::boundWidths
     bool namingResult_ = false;  // the next select is the statement's own result
+    bool touchesBooks_ = false;  // a table of a database was named (see Step::touchesBooks)
 };
 
 }  // namespace
 
 Step translateStatement(const Statement& statement, Catalog& catalog, const QString& sourceSql,
                         const TargetWriter& writer) {
-    return Translator(catalog, sourceSql, writer).statement(statement);
+    Translator translator(catalog, sourceSql, writer);
+    Step step = translator.statement(statement);
+    step.touchesBooks = translator.touchesBooks();
+    return step;
 }
 
 }  // namespace tr::engine

@@ -61,6 +61,8 @@ struct Step {
     std::vector<std::pair<int, int>> boundWidths;
     // Sql: the Insert answers the identity keys it gave as its rows (see returnIdentity).
     bool returnsIdentity = false;
+    // Reads or writes a table of a database (not only ## and # tables or the catalogue).
+    bool touchesBooks = false;
     std::vector<ast::Statement*> thenBody, elseBody;  // If / Block: translated when reached
     int position = 0;
 };

@@ -33,9 +33,11 @@ namespace {
 constexpr int kMaxCachedBatches = 2000;
 
 // Writers take turns, as on the embedded engine: every transaction that may write the books takes
-// this lock first (a procedure's or an explicit one at its start, a lone statement with itself), so
-// taking the next serial or voucher number by Max() + 1 stays right with many clients and no two
-// writers can deadlock. Readers never wait for it. Held until the transaction ends.
+// this lock before it reads or writes a book (a procedure's or an explicit one before its first
+// such statement, a lone statement with itself), so taking the next serial or voucher number by
+// Max() + 1 stays right with many clients and no two writers can deadlock. Work on a session's
+// own ## tables before that runs beside other writers; readers never wait. Held until the
+// transaction ends.
 const QString kWriterLock = QStringLiteral("SELECT pg_advisory_xact_lock(7301401)");
 
 // The server's type as format_type() names it, declared as the translator reads declarations
@@ -296,14 +298,26 @@ QVariant PgConnection::scalar(const QString& sql, int position) {
 
 void PgConnection::beginTransaction(bool writer) {
     link_->run(QStringLiteral("BEGIN"));
-    if (!writer) return;
+    lockPending_ = writer;
+}
+
+void PgConnection::takeWriterLock() {
+    if (!lockPending_) return;
+    traceMark("writers' lock asked");
     try {
         link_->run(kWriterLock);
     } catch (const DatabaseError&) {
-        const std::exception_ptr error = std::current_exception();
-        link_->run(QStringLiteral("ROLLBACK"));
-        rethrow(error, kWriterLock, 0);
+        rethrow(std::current_exception(), kWriterLock, 0);
     }
+    lockPending_ = false;
+}
+
+void PgConnection::traceMark(const char* what) {
+    static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
+    static QElapsedTimer clock;
+    if (!trace) return;
+    if (!clock.isValid()) clock.start();
+    std::fprintf(stderr, "-- %10.3f %s\n", double(clock.nsecsElapsed()) / 1e6, what);
 }
 
 template <typename F>
@@ -318,6 +332,7 @@ void PgConnection::inTransaction(F&& work, bool writer) {
         work();
     } catch (...) {
         depth_ = 0;
+        lockPending_ = false;
         try {
             link_->run(QStringLiteral("ROLLBACK"));
         } catch (const DatabaseError&) {
@@ -326,7 +341,9 @@ void PgConnection::inTransaction(F&& work, bool writer) {
         throw;
     }
     depth_ = 0;
+    lockPending_ = false;
     link_->run(QStringLiteral("COMMIT"));
+    traceMark("committed");
 }
 
 void PgConnection::noteTempTables(const Step& step) {
@@ -343,12 +360,13 @@ void PgConnection::runStatements(const Step& step, ExecResult& result, const Bin
     if (!tr::engine::fitBoundTexts(step, bindings, fitted))
         fail(QStringLiteral("String or binary data would be truncated."), step.position);
     if (bindings) prepareAll(step, *bindings);
+    const bool calls = std::any_of(step.sql.begin(), step.sql.end(),
+                                   [](const QString& s) { return s.contains(QLatin1String("tsql_call(")); });
     auto work = [&] {
+        if (step.touchesBooks || calls) takeWriterLock();
         for (const QString& sql : step.sql) runSql(sql, step, result, bindings);
         noteTempTables(step);
     };
-    const bool calls = std::any_of(step.sql.begin(), step.sql.end(),
-                                   [](const QString& s) { return s.contains(QLatin1String("tsql_call(")); });
     if (step.writes && (step.sql.size() > 1 || calls)) inTransaction(work, !step.tempOnly || calls);
     else work();
     for (const TableName& t : step.changedTables) server_.tableChanged(tableKey(t.schema, t.table));
@@ -363,6 +381,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
             const tr::tsql::Procedure* procedure = server_.procedures().procedure(step.procedure);
             if (!procedure) fail(QStringLiteral("Could not find stored procedure '%1'.").arg(step.procedure), step.position);
             auto call = [&] {
+                takeWriterLock();
                 const QString* outer = source_;
                 ExecResult r = (*procedure)(*this, step.args);
                 source_ = outer;
@@ -374,6 +393,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
             return;
         }
         case Step::Kind::If: {
+            if (step.touchesBooks) takeWriterLock();
             const bool condition = scalar(step.query, step.position).toLongLong() != 0;
             for (const ast::Statement* s : condition ? step.thenBody : step.elseBody) run(*s, batch, result);
             return;
@@ -382,6 +402,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
             for (const ast::Statement* s : step.thenBody) run(*s, batch, result);
             return;
         case Step::Kind::ExecText: {
+            if (step.touchesBooks) takeWriterLock();
             const QString text = scalar(step.query, step.position).toString();
             const QString* outer = source_;
             ExecResult r = execute(text);
@@ -401,8 +422,10 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
             }
             if (--depth_ == 0) {
                 // A delayed commit is flushed with a later one, as the embedded engine's is.
+                lockPending_ = false;
                 if (step.delayedDurability) link_->run(QStringLiteral("SET LOCAL synchronous_commit = off"));
                 link_->run(QStringLiteral("COMMIT"));
+                traceMark("committed");
             }
             return;
         case Step::Kind::Rollback:
@@ -411,6 +434,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
                      step.position);
             }
             depth_ = 0;
+            lockPending_ = false;
             link_->run(QStringLiteral("ROLLBACK"));
             return;
     }

@@ -66,8 +66,13 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     // `sql` with each dbo function call of literal arguments replaced by its value.
     QString withFunctionValues(const QString& sql, int position);
     QVariant scalar(const QString& sql, int position);
-    // BEGIN, and the writers' lock (see kWriterLock) unless the work writes only ## and # tables.
+    // With TR_SQL_TRACE: `what` and the time since the first mark, on standard error.
+    static void traceMark(const char* what);
+    // BEGIN of a transaction that takes the writers' lock (see kWriterLock) before its first
+    // statement that reads or writes a book or calls a procedure, unless it writes only ## and #
+    // tables: work on those before it runs beside other writers.
     void beginTransaction(bool writer = true);
+    void takeWriterLock();
     template <typename F>
     void inTransaction(F&& work, bool writer = true);
     void noteTempTables(const tr::engine::Step& step);
@@ -82,6 +87,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QString schema_;
     std::unique_ptr<PgLink> link_;
     int depth_ = 0;
+    bool lockPending_ = false;  // the open transaction takes the writers' lock when it needs it
     int calls_ = 0;
     const QString* source_ = nullptr;
     Dependencies* recording_ = nullptr;

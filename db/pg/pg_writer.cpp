@@ -101,7 +101,9 @@ class PostgresWriter final : public tr::engine::TargetWriter {
             comments << QStringLiteral("COMMENT ON COLUMN %1.%2 IS %3")
                             .arg(table, name(c), tr::db::sqlText(c, tr::db::SqlDialect::PostgreSql));
         }
-        return comments;
+        // One text: statements that make tables run with their values written in, never
+        // prepared, so the server takes the comments in one exchange.
+        return comments.isEmpty() ? QStringList() : QStringList{comments.join(QStringLiteral("; "))};
     }
     QString resultName(const QString& spelling) const override { return tr::engine::quoteIdent(spelling); }
     QString returnIdentity(const QString& column) const override {
