@@ -523,16 +523,13 @@ public:
             left += QStringLiteral(" COLLATE TSQL");
         }
         QString sql = left + QLatin1Char(' ') + op + QLatin1Char(' ') + wrap(r);
+        if (l.type == SqlType::Text && r.type == SqlType::Text && (op == QLatin1String("=") || op == QLatin1String("<>")))
+            sql = exactTextEquality(sql, l, op, r);
         QString key;
         if (op == QLatin1String("=")) {
             key = rowKeyLookup(*le, r, scope);
             if (key.isEmpty()) key = rowKeyLookup(*re, l, scope);
         }
-        // The key's look-up holds only where the text names the key's number in plain digits, so
-        // the collation's equality beside it is already exact: no narrowing is needed.
-        if (key.isEmpty() && l.type == SqlType::Text && r.type == SqlType::Text &&
-            (op == QLatin1String("=") || op == QLatin1String("<>")))
-            sql = exactTextEquality(sql, l, op, r);
         return make(key.isEmpty() ? sql : sql + QStringLiteral(" AND ") + key, SqlType::Integer);
     }
 
