@@ -93,6 +93,7 @@ public:
         : catalog_(catalog), source_(source), w_(writer) {}
 
     bool touchesBooks() const { return touchesBooks_; }
+    bool callsFunctions() const { return callsFunctions_; }
 
     [[noreturn]] void fail(const QString& message, int position) const {
         throw DatabaseError(message, source_, position);
@@ -818,6 +819,7 @@ public:
             // dbo.f(...): a scalar function of the database, written in C++.
             QStringList args{quoteText(e.text)};
             for (const ExprPtr& a : e.args) args << expr(*a, scope).sql;
+            callsFunctions_ = true;
             return make(QStringLiteral("tsql_call(") + args.join(QStringLiteral(", ")) + QLatin1Char(')'),
                         SqlType::Unknown, true);
         }
@@ -1292,6 +1294,7 @@ private:
     std::vector<std::pair<int, int>> boundWidths_;  // for Step::boundWidths
     bool namingResult_ = false;  // the next select is the statement's own result
     bool touchesBooks_ = false;  // a table of a database was named (see Step::touchesBooks)
+    bool callsFunctions_ = false;  // a dbo function is called (see Step::callsFunctions)
 };
 
 }  // namespace
@@ -1301,6 +1304,7 @@ Step translateStatement(const Statement& statement, Catalog& catalog, const QStr
     Translator translator(catalog, sourceSql, writer);
     Step step = translator.statement(statement);
     step.touchesBooks = translator.touchesBooks();
+    step.callsFunctions = translator.callsFunctions();
     return step;
 }
 

@@ -63,6 +63,8 @@ struct Step {
     bool returnsIdentity = false;
     // Reads or writes a table of a database (not only ## and # tables or the catalogue).
     bool touchesBooks = false;
+    // Calls a dbo function written in C++ (tsql_call in the text).
+    bool callsFunctions = false;
     std::vector<ast::Statement*> thenBody, elseBody;  // If / Block: translated when reached
     int position = 0;
 };

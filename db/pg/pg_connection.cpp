@@ -23,6 +23,7 @@ namespace tr::pg {
 using tr::db::DatabaseError;
 using tr::db::ExecResult;
 using tr::db::ResultSet;
+using tr::engine::CachedBatch;
 using tr::engine::ColumnInfo;
 using tr::engine::Step;
 using tr::engine::TableName;
@@ -62,6 +63,13 @@ QString declaredType(const QString& serverType) {
     return serverType.toUpper();
 }
 
+// TR_SQL_TRACE=1 prints every statement sent with its time, and when a transaction takes its turn
+// and commits, to find a slow one.
+bool tracing() {
+    static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
+    return trace;
+}
+
 // A shared translation the server cannot prepare with its values as parameters (a Group By whose
 // expression holds a value twice, a value whose type only its text would tell): the text then
 // runs with its values written in.
@@ -96,23 +104,14 @@ QString quotedName(const QString& message) {
 
 }  // namespace
 
-// A parsed batch and the translations of its statements, each with the tables it read.
-struct PgBatch {
-    std::vector<ast::StatementPtr> statements;
-    struct Translated {
-        Step step;
-        std::vector<std::pair<QString, quint64>> dependencies;
-    };
-    QHash<const ast::Statement*, Translated> steps;
-};
-
 PgConnection::PgConnection(PgServer& server, const QString& databaseName, std::unique_ptr<PgLink> link)
     : server_(server), databaseName_(databaseName), schema_(PgServer::schemaOf(databaseName)),
       link_(std::move(link)), shared_(std::make_unique<tr::engine::SharedTranslations>()) {
-    link_->run(QStringLiteral("SET search_path = %1, public").arg(tr::engine::quoteIdent(schema_)));
     // A statement waits for another client's lock as long as the embedded engine waits for its
     // writer, and is then refused.
-    link_->run(QStringLiteral("SET lock_timeout = %1").arg(tr::engine::kBusyTimeoutMs));
+    link_->run(QStringLiteral("SET search_path = %1, public; SET lock_timeout = %2")
+                   .arg(tr::engine::quoteIdent(schema_))
+                   .arg(tr::engine::kBusyTimeoutMs));
 }
 
 PgConnection::~PgConnection() {
@@ -131,26 +130,21 @@ void PgConnection::fail(const QString& message, int position) {
     throw DatabaseError(message, source_ ? *source_ : QString(), position);
 }
 
-void PgConnection::rethrow(const std::exception_ptr& error, const QString& sql, int position) {
-    try {
-        std::rethrow_exception(error);
-    } catch (const DatabaseError& e) {
-        const QString& state = link_->lastState();
-        if (state == QLatin1String("42P01")) {
-            QString name = quotedName(e.message());
-            if (name.contains(QLatin1Char('.'))) name = name.section(QLatin1Char('.'), -1);
-            if (sql.startsWith(QLatin1String("DROP TABLE"))) {
-                fail(QStringLiteral("Cannot drop the table '%1', because it does not exist or you do not have "
-                                    "permission.")
-                         .arg(name),
-                     position);
-            }
-            fail(QStringLiteral("Invalid object name '%1'.").arg(name), position);
+void PgConnection::refuse(const DatabaseError& e, const QString& state, const QString& sql, int position) {
+    if (state == QLatin1String("42P01")) {
+        QString name = quotedName(e.message());
+        if (name.contains(QLatin1Char('.'))) name = name.section(QLatin1Char('.'), -1);
+        if (sql.startsWith(QLatin1String("DROP TABLE"))) {
+            fail(QStringLiteral("Cannot drop the table '%1', because it does not exist or you do not have "
+                                "permission.")
+                     .arg(name),
+                 position);
         }
-        if (state == QLatin1String("22012")) fail(QStringLiteral("Divide by zero error encountered."), position);
-        if (state == QLatin1String("55P03")) fail(QStringLiteral("Lock request time out period exceeded."), position);
-        fail(e.message(), position);
+        fail(QStringLiteral("Invalid object name '%1'.").arg(name), position);
     }
+    if (state == QLatin1String("22012")) fail(QStringLiteral("Divide by zero error encountered."), position);
+    if (state == QLatin1String("55P03")) fail(QStringLiteral("Lock request time out period exceeded."), position);
+    fail(e.message(), position);
 }
 
 QString PgConnection::tableKey(const QString& schema, const QString& table) const {
@@ -170,8 +164,7 @@ QString PgConnection::schemaForDatabase(const QString& database, int position) {
     if (name.isEmpty() || name.compare(databaseName_, Qt::CaseInsensitive) == 0) return schema_;
     if (name.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0) return QStringLiteral("tempdb");
     const QString schema = PgServer::schemaOf(name);
-    const ExecResult r = link_->run(QStringLiteral("SELECT 1 FROM pg_namespace WHERE nspname = $1"), {schema});
-    if (r.resultSets.empty() || r.resultSets.front().rows.empty()) {
+    if (!PgServer::schemaExists(*link_, schema)) {
         fail(QStringLiteral("Database '%1' does not exist. Make sure that the name is entered correctly.").arg(name),
              position);
     }
@@ -250,13 +243,14 @@ QString PgConnection::withFunctionValues(const QString& sql, int position) {
 }
 
 void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& result, const Bindings* bindings) {
-    QString text = sql.contains(QLatin1String("tsql_call(")) ? withFunctionValues(sql, step.position) : sql;
+    QString text = step.callsFunctions && sql.contains(QLatin1String("tsql_call("))
+                       ? withFunctionValues(sql, step.position)
+                       : sql;
     // ## tables are scratch: the server need not log them.
     if (text.startsWith(QLatin1String("CREATE TABLE \"tempdb\".")))
         text.insert(int(qstrlen("CREATE ")), QStringLiteral("UNLOGGED "));
     const bool lone = depth_ == 0 && step.writes && !step.tempOnly;
-    // TR_SQL_TRACE=1 prints every statement sent with its time, to find a slow one.
-    static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
+    const bool trace = tracing();
     QElapsedTimer timer;
     if (trace) timer.start();
     const auto traced = qScopeGuard([&] {
@@ -270,12 +264,15 @@ void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& resu
             // A lone write takes the writers' lock in the same implicit transaction as itself.
             r = link_->run(lone ? kWriterLock + QStringLiteral("; ") + text : text, {}, source_ ? *source_ : QString());
         } else if (lone) {
-            inTransaction([&] { r = link_->runPrepared(text, *bindings, source_ ? *source_ : QString()); });
+            inTransaction([&] {
+                takeWriterLock();
+                r = link_->runPrepared(text, *bindings, source_ ? *source_ : QString());
+            });
         } else {
             r = link_->runPrepared(text, *bindings, source_ ? *source_ : QString());
         }
-    } catch (const DatabaseError&) {
-        rethrow(std::current_exception(), text, step.position);
+    } catch (const DatabaseError& e) {
+        refuse(e, link_->lastState(), text, step.position);
     }
     if (step.returnsIdentity && !r.resultSets.empty()) {
         const std::vector<tr::db::Row>& keys = r.resultSets.front().rows;
@@ -287,9 +284,11 @@ void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& resu
     result.rowsAffected += r.rowsAffected;
 }
 
-QVariant PgConnection::scalar(const QString& sql, int position) {
+QVariant PgConnection::scalar(const Step& from) {
     Step step;
-    step.position = position;
+    step.position = from.position;
+    step.callsFunctions = from.callsFunctions;
+    const QString& sql = from.query;
     ExecResult r;
     runSql(sql, step, r);
     if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
@@ -306,16 +305,15 @@ void PgConnection::takeWriterLock() {
     traceMark("writers' lock asked");
     try {
         link_->run(kWriterLock);
-    } catch (const DatabaseError&) {
-        rethrow(std::current_exception(), kWriterLock, 0);
+    } catch (const DatabaseError& e) {
+        refuse(e, link_->lastState(), kWriterLock, 0);
     }
     lockPending_ = false;
 }
 
 void PgConnection::traceMark(const char* what) {
-    static const bool trace = qEnvironmentVariableIsSet("TR_SQL_TRACE");
     static QElapsedTimer clock;
-    if (!trace) return;
+    if (!tracing()) return;
     if (!clock.isValid()) clock.start();
     std::fprintf(stderr, "-- %10.3f %s\n", double(clock.nsecsElapsed()) / 1e6, what);
 }
@@ -360,8 +358,7 @@ void PgConnection::runStatements(const Step& step, ExecResult& result, const Bin
     if (!tr::engine::fitBoundTexts(step, bindings, fitted))
         fail(QStringLiteral("String or binary data would be truncated."), step.position);
     if (bindings) prepareAll(step, *bindings);
-    const bool calls = std::any_of(step.sql.begin(), step.sql.end(),
-                                   [](const QString& s) { return s.contains(QLatin1String("tsql_call(")); });
+    const bool calls = step.callsFunctions;
     auto work = [&] {
         if (step.touchesBooks || calls) takeWriterLock();
         for (const QString& sql : step.sql) runSql(sql, step, result, bindings);
@@ -372,7 +369,7 @@ void PgConnection::runStatements(const Step& step, ExecResult& result, const Bin
     for (const TableName& t : step.changedTables) server_.tableChanged(tableKey(t.schema, t.table));
 }
 
-void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result) {
+void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& result) {
     switch (step.kind) {
         case Step::Kind::Sql:
             runStatements(step, result, nullptr);
@@ -394,7 +391,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
         }
         case Step::Kind::If: {
             if (step.touchesBooks) takeWriterLock();
-            const bool condition = scalar(step.query, step.position).toLongLong() != 0;
+            const bool condition = scalar(step).toLongLong() != 0;
             for (const ast::Statement* s : condition ? step.thenBody : step.elseBody) run(*s, batch, result);
             return;
         }
@@ -403,7 +400,7 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
             return;
         case Step::Kind::ExecText: {
             if (step.touchesBooks) takeWriterLock();
-            const QString text = scalar(step.query, step.position).toString();
+            const QString text = scalar(step).toString();
             const QString* outer = source_;
             ExecResult r = execute(text);
             source_ = outer;
@@ -440,10 +437,10 @@ void PgConnection::runStep(const Step& step, PgBatch& batch, ExecResult& result)
     }
 }
 
-void PgConnection::run(const ast::Statement& statement, PgBatch& batch, ExecResult& result) {
+void PgConnection::run(const ast::Statement& statement, CachedBatch& batch, ExecResult& result) {
     auto it = batch.steps.find(&statement);
     if (it == batch.steps.end() || !current(it.value().dependencies)) {
-        PgBatch::Translated made;
+        tr::engine::CachedStep made;
         made.step = translateRecorded(statement, *source_, made.dependencies);
         it = batch.steps.insert(&statement, std::move(made));
     }
@@ -468,9 +465,9 @@ ExecResult PgConnection::execute(const QString& sql) {
             --calls_;
             return result;
         }
-        std::shared_ptr<PgBatch> batch = batches_.value(sql);
+        std::shared_ptr<CachedBatch> batch = batches_.value(sql);
         if (!batch) {
-            batch = std::make_shared<PgBatch>();
+            batch = std::make_shared<CachedBatch>();
             batch->statements = tr::engine::parseBatch(sql);
             if (sql.size() <= tr::engine::kMaxCachedTextLength) {
                 if (batches_.size() >= kMaxCachedBatches) batches_.clear();
@@ -491,18 +488,19 @@ ExecResult PgConnection::execute(const QString& sql) {
 void PgConnection::prepareAll(const Step& step, const Bindings& bindings) {
     QStringList fresh;
     for (const QString& sql : step.sql)
-        if (!sql.contains(QLatin1String("tsql_call(")) && !link_->isPrepared(sql, bindings)) fresh << sql;
+        if (!(step.callsFunctions && sql.contains(QLatin1String("tsql_call("))) && !link_->isPrepared(sql, bindings))
+            fresh << sql;
     if (fresh.isEmpty()) return;
     // Inside a transaction a refused preparation would end it: a savepoint keeps it.
     const bool open = link_->inTransaction();
     if (open) link_->run(QStringLiteral("SAVEPOINT tr_prepare"));
     try {
         for (const QString& sql : fresh) link_->prepare(sql, bindings, source_ ? *source_ : QString());
-    } catch (const DatabaseError&) {
+    } catch (const DatabaseError& e) {
         const QString state = link_->lastState();
         if (open) link_->run(QStringLiteral("ROLLBACK TO SAVEPOINT tr_prepare"));
         if (refusesParameters(state)) throw ShapeRefused{};
-        rethrow(std::current_exception(), fresh.front(), step.position);
+        refuse(e, state, fresh.front(), step.position);
     }
     if (open) link_->run(QStringLiteral("RELEASE SAVEPOINT tr_prepare"));
 }
@@ -525,9 +523,13 @@ bool PgConnection::runShared(const QString& sql, ExecResult& result) {
         *shared_, sql, scanned,
         [&](const ast::Statement& s, Dependencies& dependencies) { return translateRecorded(s, sql, dependencies); },
         [&](const Dependencies& dependencies) { return current(dependencies); }, values);
+    if (!statement) return false;
     // A statement that makes a table runs with its values written in: the server prepares a
-    // statement only against tables that exist, and such texts seldom come again alike.
-    if (!statement || !statement->translation.step.changedTables.empty()) return false;
+    // statement only against tables that exist. Its shape is not translated this way again.
+    if (!statement->translation.step.changedTables.empty()) {
+        shared_->shapes.value(scanned.key)->parameterised = false;
+        return false;
+    }
     try {
         runStatements(statement->translation.step, result, &values);
     } catch (const ShapeRefused&) {

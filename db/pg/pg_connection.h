@@ -11,7 +11,12 @@
 #include "db/tsql/books.h"
 #include "db/engine/translator.h"
 
+namespace tr::db {
+class DatabaseError;
+}
+
 namespace tr::engine {
+struct CachedBatch;
 struct SharedTranslations;
 }
 
@@ -19,7 +24,6 @@ namespace tr::pg {
 
 class PgLink;
 class PgServer;
-struct PgBatch;
 
 class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::Catalog {
   public:
@@ -50,8 +54,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QString schemaForDatabase(const QString& database, int position) override;
     std::vector<tr::engine::ColumnInfo> columns(const QString& schema, const QString& table) override;
 
-    void run(const tr::engine::ast::Statement& statement, PgBatch& batch, tr::db::ExecResult& result);
-    void runStep(const tr::engine::Step& step, PgBatch& batch, tr::db::ExecResult& result);
+    void run(const tr::engine::ast::Statement& statement, tr::engine::CachedBatch& batch, tr::db::ExecResult& result);
+    void runStep(const tr::engine::Step& step, tr::engine::CachedBatch& batch, tr::db::ExecResult& result);
     // Runs `sql` through the translation it shares with texts that differ only in literal values,
     // prepared once on the server; false when the text cannot share one.
     bool runShared(const QString& sql, tr::db::ExecResult& result);
@@ -65,7 +69,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
                 const Bindings* bindings = nullptr);
     // `sql` with each dbo function call of literal arguments replaced by its value.
     QString withFunctionValues(const QString& sql, int position);
-    QVariant scalar(const QString& sql, int position);
+    // The value of an If's or Exec('...')'s query.
+    QVariant scalar(const tr::engine::Step& from);
     // With TR_SQL_TRACE: `what` and the time since the first mark, on standard error.
     static void traceMark(const char* what);
     // BEGIN of a transaction that takes the writers' lock (see kWriterLock) before its first
@@ -80,7 +85,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     bool current(const Dependencies& dependencies) const;
     [[noreturn]] void fail(const QString& message, int position);
     // The server's failure in the T-SQL system's words where the suite reads them.
-    [[noreturn]] void rethrow(const std::exception_ptr& error, const QString& sql, int position);
+    [[noreturn]] void refuse(const tr::db::DatabaseError& error, const QString& state, const QString& sql,
+                             int position);
 
     PgServer& server_;
     QString databaseName_;
@@ -91,7 +97,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     int calls_ = 0;
     const QString* source_ = nullptr;
     Dependencies* recording_ = nullptr;
-    QHash<QString, std::shared_ptr<PgBatch>> batches_;
+    QHash<QString, std::shared_ptr<tr::engine::CachedBatch>> batches_;
     std::unique_ptr<tr::engine::SharedTranslations> shared_;
     QHash<QString, std::pair<quint64, std::vector<tr::engine::ColumnInfo>>> columns_;
     QSet<QString> madeTempTables_;  // ## tables this connection made and has not dropped

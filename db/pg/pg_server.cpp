@@ -28,31 +28,25 @@ PgServer::PgServer(const QString& connectionText) : connectionText_(connectionTe
 
 PgServer::~PgServer() = default;
 
-bool PgServer::databaseExists(const QString& databaseName) const {
-    PgLink link(connectionText_);
-    const auto r = link.run(QStringLiteral("SELECT 1 FROM pg_namespace WHERE nspname = $1"),
-                            {schemaOf(databaseName)});
+bool PgServer::schemaExists(PgLink& link, const QString& schema) {
+    const auto r = link.run(QStringLiteral("SELECT 1 FROM pg_namespace WHERE nspname = $1"), {schema});
     return !r.resultSets.empty() && !r.resultSets.front().rows.empty();
 }
 
+bool PgServer::databaseExists(const QString& databaseName) const {
+    PgLink link(connectionText_);
+    return schemaExists(link, schemaOf(databaseName));
+}
+
 void PgServer::prepare(PgLink& link, const QString& schema) {
-    bool runtime = false;
-    {
-        QMutexLocker lock(&stateLock_);
-        runtime = !runtimeReady_;
-    }
     // Most opens find everything in place and take no lock.
-    const auto found = link.run(QStringLiteral("SELECT to_regprocedure('public.%1()') IS NOT NULL, "
-                                               "to_regnamespace($1) IS NOT NULL")
+    const auto found = link.run(QStringLiteral("SELECT to_regprocedure('public.%1()') IS NULL, "
+                                               "to_regnamespace($1) IS NULL")
                                     .arg(QLatin1String(kRuntimeMark)),
                                 {tr::engine::quoteIdent(schema)});
     const tr::db::Row& row = found.resultSets.front().rows.front();
-    if (row.at(0).toLongLong() != 0) {
-        runtime = false;
-        QMutexLocker lock(&stateLock_);
-        runtimeReady_ = true;
-    }
-    if (!runtime && row.at(1).toLongLong() != 0) return;
+    const bool runtime = row.at(0).toLongLong() != 0;
+    if (!runtime && row.at(1).toLongLong() == 0) return;
     link.run(QStringLiteral("BEGIN"));
     try {
         link.run(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(QLatin1String(kSetupLock)));
@@ -69,10 +63,6 @@ void PgServer::prepare(PgLink& link, const QString& schema) {
     } catch (...) {
         link.run(QStringLiteral("ROLLBACK"));
         throw;
-    }
-    if (runtime) {
-        QMutexLocker lock(&stateLock_);
-        runtimeReady_ = true;
     }
 }
 

@@ -27,6 +27,7 @@ class PgServer final : public tr::tsql::Books {
     // The schema a suite database lives in: its name in lower case.
     static QString schemaOf(const QString& databaseName) { return databaseName.trimmed().toLower(); }
     bool databaseExists(const QString& databaseName) const override;
+    static bool schemaExists(PgLink& link, const QString& schema);
     // A connection whose current database is `databaseName` (its schema made when missing).
     // Refused with the server's reason when the server cannot be reached.
     std::unique_ptr<PgConnection> open(const QString& databaseName);
@@ -40,14 +41,13 @@ class PgServer final : public tr::tsql::Books {
     void tableChanged(const QString& table);
 
   private:
-    // The runtime, the tempdb schema and `schema`, made under a lock that serialises the clients
-    // doing the same.
+    // The runtime (unless its version's marker is there), the tempdb schema and `schema`, made
+    // under a lock that serialises the clients doing the same.
     void prepare(PgLink& link, const QString& schema);
 
     QString connectionText_;
     tr::tsql::ProcedureRegistry procedures_;
     mutable QMutex stateLock_;
-    bool runtimeReady_ = false;
     QHash<QString, quint64> tableGenerations_;
     quint64 lastGeneration_ = 0;
 };
