@@ -3,7 +3,9 @@
 #include <QCoreApplication>
 #include <QWidget>
 #include <array>
+#include <memory>
 
+#include "common/dialog/progress_wait.h"
 #include "host/sdk/dlg_msg.h"
 #include "host/sdk/my_date.h"
 #include "host/sdk/qt_translations.h"
@@ -26,6 +28,16 @@ namespace {
 // initialisation in any order of translation units.
 constinit std::array<SlotHooks, std::size_t(FormSlot::Count)> formSlots{};
 constinit tr::Services moduleServices{};
+
+// The session connection's waits on other users, shown in the host's status window.
+std::unique_ptr<tr::dialog::ProgressWait> waits;
+tr::db::Connection* watchedConnection = nullptr;
+
+void stopWatchingWaits() {
+    if (watchedConnection) watchedConnection->setWaitObserver(nullptr);
+    watchedConnection = nullptr;
+    waits.reset();
+}
 
 // Forgets the forms without destroying them: once the application object is gone their windows
 // can no longer be torn down safely, and the process is ending anyway.
@@ -65,6 +77,12 @@ void storeSession(tr::Global* global, tr::sdk::MyDate* myDate, tr::db::MyDatabas
     moduleServices.pickList = tempGridForm;
     moduleServices.progress = showStateForm;
     moduleServices.myDate = myDate;
+    stopWatchingWaits();
+    if (myDatabase && myDatabase->Connection && showStateForm) {
+        waits = std::make_unique<tr::dialog::ProgressWait>(*showStateForm);
+        watchedConnection = myDatabase->Connection;
+        watchedConnection->setWaitObserver(waits.get());
+    }
     // The module's print previews and file dialogs are Qt's: in Persian, whatever the host loads.
     tr::sdk::installQtPersianTranslations();
 }
@@ -76,6 +94,7 @@ void registerSlot(FormSlot slot, SlotHooks hooks) {
 }  // namespace tr::entry
 
 extern "C" void TR_STDCALL Release_It() {
+    tr::entry::stopWatchingWaits();
     for (const auto& hooks : tr::entry::formSlots) {
         if (!hooks.form) continue;
         QWidget* form = hooks.form();

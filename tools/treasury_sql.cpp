@@ -7,6 +7,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <utility>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -45,14 +47,14 @@ void usage() {
                  "[--translate | --plan]\n"
                  "       treasury-sql --create-demo DIR\n"
                  "       treasury-sql --server \"CONNECTION\" --create-demo\n"
-                 "       treasury-sql --copy-books DIR --to-server \"CONNECTION\"\n"
-                 "       treasury-sql --server \"CONNECTION\" --copy-books-to DIR\n"
+                 "       treasury-sql --copy DIR --to-server \"CONNECTION\"\n"
+                 "       treasury-sql --copy DIR --from-server \"CONNECTION\"\n"
                  "Runs T-SQL on DATABASE (default: the company database of the data directory or server).\n"
                  "CONNECTION is a PostgreSQL connection text, e.g. \"host=books.office dbname=treasury user=ali\".\n"
                  "Without -c, statements come from standard input (interactive on a terminal).\n"
                  "--translate shows the backend's text of each batch, --plan its plan for the first statement.\n"
-                 "--copy-books copies every book of the data directory (CORVASK_Sdc and each company-year\n"
-                 "book it lists) to the server, --copy-books-to every book of the server to the data\n"
+                 "--copy DIR --to-server copies every book of the data directory (CORVASK_Sdc and each\n"
+                 "company-year book it lists) to the server, --from-server every book of the server to the data\n"
                  "directory: all rows with their identity values, one transaction per book, row counts and\n"
                  "the balance of every account checked before a book is kept. A target that already holds\n"
                  "any of the books with rows is refused before anything is written. Writers of the source\n"
@@ -176,6 +178,7 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QTextStream out(stdout), err(stderr);
     Options options;
+    QString fromServer;  // --copy DIR --from-server "..." names the copy down the other way round
     const QStringList args = app.arguments().mid(1);
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args[i];
@@ -188,9 +191,11 @@ int main(int argc, char** argv) {
         else if (a == QLatin1String("--server") && i + 1 < args.size()) options.server = args[++i];
         else if (a == QLatin1String("--create-demo") && !options.server.isEmpty()) options.createDemoOnServer = true;
         else if (a == QLatin1String("--create-demo") && i + 1 < args.size()) options.createDemo = args[++i];
-        else if (a == QLatin1String("--copy-books") && i + 1 < args.size()) options.copyBooksFrom = args[++i];
+        else if ((a == QLatin1String("--copy-books") || a == QLatin1String("--copy")) && i + 1 < args.size())
+            options.copyBooksFrom = args[++i];
         else if (a == QLatin1String("--to-server") && i + 1 < args.size()) options.copyToServer = args[++i];
         else if (a == QLatin1String("--copy-books-to") && i + 1 < args.size()) options.copyBooksTo = args[++i];
+        else if (a == QLatin1String("--from-server") && i + 1 < args.size()) fromServer = args[++i];
         else if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
             usage();
             return 0;
@@ -199,6 +204,15 @@ int main(int argc, char** argv) {
             usage();
             return 2;
         }
+    }
+    if (!fromServer.isEmpty()) {
+        if (!options.server.isEmpty() || !options.copyBooksTo.isEmpty() || !options.copyToServer.isEmpty() ||
+            options.copyBooksFrom.isEmpty()) {
+            usage();
+            return 2;
+        }
+        options.server = fromServer;
+        options.copyBooksTo = std::exchange(options.copyBooksFrom, QString());
     }
     const bool copyUp = !options.copyBooksFrom.isEmpty() || !options.copyToServer.isEmpty();
     const bool copyDown = !options.copyBooksTo.isEmpty();

@@ -9,6 +9,18 @@
 
 namespace tr::db {
 
+// Told while a statement waits for another user's work (a lock another desk holds), so that the
+// screen can show it and let the user stop waiting.
+class WaitObserver {
+public:
+    virtual ~WaitObserver() = default;
+    // About ten times a second while waiting, with the milliseconds waited so far; answering
+    // false stops the wait, and the statement fails ("Operation cancelled by user.").
+    virtual bool waiting(int waitedMs) = 0;
+    // The wait is over, whichever way; only after at least one waiting().
+    virtual void waitEnded() = 0;
+};
+
 class Connection {
 public:
     virtual ~Connection() = default;
@@ -16,6 +28,9 @@ public:
     virtual SqlDialect dialect() const = 0;
     // The name of the database the connection works on (e.g. "Corvask_1_1403").
     virtual QString databaseName() const = 0;
+    // Who hears of waits on other users (none by default; a connection without such waits
+    // never calls it). Not owned.
+    virtual void setWaitObserver(WaitObserver* /*observer*/) {}
 
     QString text(const QString& value) const { return sqlText(value, dialect()); }
 };

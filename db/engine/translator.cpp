@@ -49,6 +49,7 @@ struct Out {
     bool simple = true;       // needs no parentheses as an operand
     QString declaredType;     // of a bare column reference or a cast
     QString columnName;       // of a bare column reference
+    QString table;            // how a catalogued column's table is written, for a bare reference
     bool columnRef = false;
     bool literal = false;     // a number or string written in the text
     bool rowKey = false;      // a bare reference to a table's Identity column (its row key)
@@ -462,6 +463,7 @@ public:
                                          ? c.declaredType + QStringLiteral(" COLLATE TSQL")
                                          : c.declaredType;
                     o.columnName = c.name;
+                    o.table = t.emitted;
                     o.rowKey = c.identity;
                     return o;
                 }
@@ -545,8 +547,23 @@ public:
         const QString exact = exactLeft + QLatin1Char(' ') + op + QLatin1Char(' ') + w_.exactText(wrap(r));
         const bool lookup = (l.columnRef || r.columnRef) && l.sql.size() + r.sql.size() <= 400;
         if (!lookup) return exact;
-        return op == QLatin1String("=") ? compared + QStringLiteral(" AND ") + exact
-                                        : QLatin1Char('(') + compared + QStringLiteral(" OR ") + exact + QLatin1Char(')');
+        if (op != QLatin1String("=")) return QLatin1Char('(') + compared + QStringLiteral(" OR ") + exact + QLatin1Char(')');
+        // Two columns of one row: no index serves it, and a planner takes an equality of two
+        // columns for one row in two hundred. An unknown truth is half the rows to it: nearer
+        // for `WhatDoc = WhatDoc2`, which most lines meet, so the rest of the query may drive.
+        if (l.columnRef && r.columnRef && !l.table.isEmpty() && l.table == r.table) {
+            return QStringLiteral("CASE WHEN %1 IS NULL OR %2 IS NULL THEN NULL ELSE %3 END")
+                .arg(wrap(l), wrap(r), exact);
+        }
+        return compared + QStringLiteral(" AND ") + unestimated(exact, compared);
+    }
+
+    // `exact` beside `compared`, which it only narrows (it is Null exactly when `compared` is, and
+    // false rather than Null when not), written so that a planner counts it as true for all
+    // rows: it would otherwise take the pair as two independent filters and expect a fraction of
+    // the rows each passes twice over, and start a join from the wrong table.
+    static QString unestimated(const QString& exact, const QString& compared) {
+        return QStringLiteral("(NULLIF(%1, false) IS NOT NULL OR (%2) IS NULL)").arg(exact, compared);
     }
 
     // `Cast(<Identity column> As Varchar(n)) = <text>` can only be looked up from the text's side
@@ -736,8 +753,10 @@ public:
                         // exactTextEquality); the target's own lookup stays in front for a column.
                         QString in = w_.exactText(wrap(x)) + QStringLiteral(" IN (") +
                                      exactItems.join(QStringLiteral(", ")) + QLatin1Char(')');
-                        if (x.columnRef)
-                            in = wrap(x) + QStringLiteral(" COLLATE TSQL IN (") + list + QStringLiteral(") AND ") + in;
+                        if (x.columnRef) {
+                            const QString lookup = wrap(x) + QStringLiteral(" COLLATE TSQL IN (") + list + QLatin1Char(')');
+                            in = lookup + QStringLiteral(" AND ") + unestimated(in, lookup);
+                        }
                         return make(e.negated ? QStringLiteral("NOT (") + in + QLatin1Char(')') : in, SqlType::Integer);
                     }
                 }
@@ -917,7 +936,7 @@ public:
                 for (int i = 0; i < s.columns.size(); ++i) {
                     columns << w_.name(s.columns[i]) + (s.descending[i] ? QStringLiteral(" DESC") : QString());
                 }
-                step.sql << w_.createIndex(s.unique, t.schema, t.name + QStringLiteral("__") + s.name, t.name,
+                step.sql += w_.createIndex(s.unique, t.schema, t.name + QStringLiteral("__") + s.name, t.name,
                                            columns.join(QStringLiteral(", ")));
                 step.writes = true;
                 step.tempOnly = writesOnlyTemp(t.schema, step.sql);

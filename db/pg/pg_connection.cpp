@@ -144,6 +144,7 @@ void PgConnection::refuse(const DatabaseError& e, const QString& state, const QS
     }
     if (state == QLatin1String("22012")) fail(QStringLiteral("Divide by zero error encountered."), position);
     if (state == QLatin1String("55P03")) fail(QStringLiteral("Lock request time out period exceeded."), position);
+    if (state == QLatin1String("57014")) fail(QStringLiteral("Operation cancelled by user."), position);
     fail(e.message(), position);
 }
 
@@ -262,7 +263,8 @@ void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& resu
     try {
         if (!bindings) {
             // A lone write takes the writers' lock in the same implicit transaction as itself.
-            r = link_->run(lone ? kWriterLock + QStringLiteral("; ") + text : text, {}, source_ ? *source_ : QString());
+            const QString source = source_ ? *source_ : QString();
+            r = lone ? runWaiting(kWriterLock + QStringLiteral("; ") + text, source) : link_->run(text, {}, source);
         } else if (lone) {
             inTransaction([&] {
                 takeWriterLock();
@@ -304,11 +306,28 @@ void PgConnection::takeWriterLock() {
     if (!lockPending_) return;
     traceMark("writers' lock asked");
     try {
-        link_->run(kWriterLock);
+        runWaiting(kWriterLock, QString());
     } catch (const DatabaseError& e) {
         refuse(e, link_->lastState(), kWriterLock, 0);
     }
     lockPending_ = false;
+}
+
+ExecResult PgConnection::runWaiting(const QString& sql, const QString& source) {
+    if (!waitObserver_) return link_->run(sql, {}, source);
+    bool told = false;
+    const auto ended = qScopeGuard([&] {
+        if (told) waitObserver_->waitEnded();
+    });
+    return link_->runWaiting(
+        sql,
+        [&](int waited) {
+            told = true;
+            waiting_ = true;
+            const auto done = qScopeGuard([&] { waiting_ = false; });
+            return waitObserver_->waiting(waited);
+        },
+        source);
 }
 
 void PgConnection::traceMark(const char* what) {
@@ -449,6 +468,9 @@ void PgConnection::run(const ast::Statement& statement, CachedBatch& batch, Exec
 }
 
 ExecResult PgConnection::execute(const QString& sql) {
+    // The wait observer runs while a statement is on its way (the host paints its windows then):
+    // work started from there would interleave with it.
+    if (waiting_) throw DatabaseError(QStringLiteral("Connection is busy with results for another command"), sql);
     if (calls_ >= tr::engine::kMaxCallDepth) {
         throw DatabaseError(QStringLiteral("Maximum stored procedure, function, trigger, or view nesting level "
                                            "exceeded (limit %1).")

@@ -42,6 +42,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     // statement, whatever the table's size now.
     QString explainQueryPlan(const QString& sql) override;
     bool inTransaction() const override { return depth_ > 0; }
+    void setWaitObserver(tr::db::WaitObserver* observer) override { waitObserver_ = observer; }
     // Gathers the planner's statistics of the book's tables (what sp_updatestats runs).
     void refreshStatistics();
     // The identity's sequence does not follow keys written explicitly: it is moved past the highest.
@@ -78,6 +79,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     // tables: work on those before it runs beside other writers.
     void beginTransaction(bool writer = true);
     void takeWriterLock();
+    // `sql` (which may wait on another session's lock) through the wait observer, if there is one.
+    tr::db::ExecResult runWaiting(const QString& sql, const QString& source);
     template <typename F>
     void inTransaction(F&& work, bool writer = true);
     void noteTempTables(const tr::engine::Step& step);
@@ -94,6 +97,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     std::unique_ptr<PgLink> link_;
     int depth_ = 0;
     bool lockPending_ = false;  // the open transaction takes the writers' lock when it needs it
+    tr::db::WaitObserver* waitObserver_ = nullptr;
+    bool waiting_ = false;  // the observer is being told of a wait
     int calls_ = 0;
     const QString* source_ = nullptr;
     Dependencies* recording_ = nullptr;

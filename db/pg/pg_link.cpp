@@ -1,6 +1,11 @@
 #include "db/pg/pg_link.h"
 
 #include <libpq-fe.h>
+#include <poll.h>
+
+#include <cerrno>
+
+#include <QElapsedTimer>
 
 #include <memory>
 
@@ -155,6 +160,42 @@ ExecResult PgLink::runPrepared(const QString& sql, const std::vector<QVariant>& 
     return collect(PQexecPrepared(connection_, found->constData(), int(parameters.size()),
                                   p.values.data(), nullptr, nullptr, 0),
                    sql, source);
+}
+
+ExecResult PgLink::runWaiting(const QString& sql, const std::function<bool(int)>& waiting,
+                              const QString& source) {
+    if (!PQsendQuery(connection_, sql.toUtf8().constData())) return collect(nullptr, sql, source);
+    QElapsedTimer clock;
+    clock.start();
+    bool cancelled = false;
+    pollfd socket{PQsocket(connection_), POLLIN, 0};
+    while (PQisBusy(connection_)) {
+        if (::poll(&socket, 1, 100) < 0 && errno != EINTR) break;
+        if (!PQconsumeInput(connection_)) break;  // the connection is gone: PQgetResult says why
+        if (!PQisBusy(connection_) || cancelled) continue;
+        if (!waiting(int(clock.elapsed()))) {
+            cancelled = true;
+            char reason[256];
+            if (PGcancel* cancel = PQgetCancel(connection_)) {
+                PQcancel(cancel, reason, sizeof reason);
+                PQfreeCancel(cancel);
+            }
+        }
+    }
+    // Several statements answer one result each; the last one, or the failure that ended them.
+    auto failed = [](PGresult* r) {
+        return PQresultStatus(r) != PGRES_COMMAND_OK && PQresultStatus(r) != PGRES_TUPLES_OK;
+    };
+    PGresult* kept = nullptr;
+    while (PGresult* r = PQgetResult(connection_)) {
+        if (kept && failed(kept)) {
+            PQclear(r);
+            continue;
+        }
+        if (kept) PQclear(kept);
+        kept = r;
+    }
+    return collect(kept, sql, source);
 }
 
 bool PgLink::isPrepared(const QString& sql, const std::vector<QVariant>& parameters) const {

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 #include <QVariant>
+#include <functional>
 #include <vector>
 
 #include "common/db/result_set.h"
@@ -31,6 +32,12 @@ class PgLink {
     // and kept while the connection has fewer than a couple of thousand.
     tr::db::ExecResult runPrepared(const QString& sql, const std::vector<QVariant>& parameters,
                                    const QString& source = {});
+    // Like run() without parameters, for a statement that may wait on another session's lock:
+    // while the answer is late, `waiting` is called about ten times a second with the
+    // milliseconds waited, and answering false cancels the statement on the server (which then
+    // fails as cancelled).
+    tr::db::ExecResult runWaiting(const QString& sql, const std::function<bool(int)>& waiting,
+                                  const QString& source = {});
     bool isPrepared(const QString& sql, const std::vector<QVariant>& parameters) const;
     // Prepares `sql` for values of the kinds of `parameters` (see runPrepared).
     void prepare(const QString& sql, const std::vector<QVariant>& parameters, const QString& source = {});

