@@ -80,13 +80,13 @@ qint64 insertTreasuryRow(Connection& c, const TreasuryRow& r) {
     return c
         .execute(QStringLiteral("Insert Into N_NaghdTrans (WhatDoc, Serial, Raj, CodWhatDoc, WhatDoc2, "
                                 "CodWhatDoc2, NamWhatDoc2, Joz, ManabehCod, SanadDate, Des1, Des2, "
-                                "Des3, Des4) Values (") +
+                                "Des3, Des4, Des5, Des6) Values (") +
                  c.text(r.whatDoc) + sep + sqlNumber(r.serial) + sep + sqlNumber(r.raj) + sep +
                  c.text(r.codWhatDoc) + sep + c.text(r.whatDoc2) + sep + c.text(r.codWhatDoc2) +
                  sep + literal(c, r.namWhatDoc2) + sep + literal(c, r.joz) + sep +
                  literal(c, r.manabehCod) + sep + c.text(r.date) + sep + literal(c, r.des1) + sep +
-                 literal(c, r.des2) + sep + literal(c, r.des3) + sep + literal(c, r.des4) +
-                 QStringLiteral(")"))
+                 literal(c, r.des2) + sep + literal(c, r.des3) + sep + literal(c, r.des4) + sep +
+                 literal(c, r.des5) + sep + literal(c, r.des6) + QStringLiteral(")"))
         .lastIdentity;
 }
 
@@ -94,27 +94,27 @@ void insertVoucherLine(Connection& c, const VoucherLine& l) {
     const QString sep = QStringLiteral(", ");
     c.execute(QStringLiteral("Insert Into Asnad (TypeSys, WhatDoc, WhatDoc2, DocToDate, Document, "
                              "SanadNo, SanadDate, Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, "
-                             "Des, Bed, Bes, AtfCh, User_Name) Values ('N', ") +
-              c.text(l.whatDoc) + sep + c.text(l.whatDoc2) + QStringLiteral(", '0', ") +
+                             "Des, Bed, Bes, AtfCh, AtfDate, User_Name) Values ('N', ") +
+              c.text(l.whatDoc) + sep + c.text(l.whatDoc2) + sep + c.text(l.docToDate) + sep +
               c.text(QString::number(l.document)) + sep + sqlNumber(l.voucherNo) + sep +
               c.text(l.date) + sep + sqlNumber(l.raj) + sep + c.text(l.koll) + sep +
               c.text(l.moein) + sep + c.text(l.tafsily) + sep + c.text(l.tafsily2) + sep +
               c.text(l.projectCod) + sep + c.text(l.des) + sep +
               sqlNumber(l.side == LedgerSide::Bed ? l.rials : 0.0) + sep +
               sqlNumber(l.side == LedgerSide::Bes ? l.rials : 0.0) + sep + c.text(l.atfCh) + sep +
-              c.text(l.user) + QStringLiteral(")"));
+              literal(c, l.atfDate) + sep + c.text(l.user) + QStringLiteral(")"));
 }
 
 void insertCurrencyRow(Connection& c, const CurrencyRow& r) {
     const QString sep = QStringLiteral(", ");
     c.execute(QStringLiteral("Insert Into N_ArzTrans (IDX, WhatDoc, Serial, Raj, ArzCod, ArzNam, "
-                             "ArzCount, Nerkh, ArzCount2, ArzNam2, ArzUnitPrice, ArzTotalPrice) "
-                             "Values (") +
+                             "ArzCount, Nerkh, ArzCount2, ArzNam2, ArzCod2, Nerkh2, ArzUnitPrice, "
+                             "ArzTotalPrice) Values (") +
               sqlNumber(r.idx) + sep + c.text(r.whatDoc) + sep + sqlNumber(r.serial) + sep +
               sqlNumber(r.raj) + sep + c.text(r.code) + sep + c.text(r.name) + sep +
               sqlNumber(r.count) + sep + sqlNumber(r.rate) + sep + literal(c, r.count2) + sep +
-              literal(c, r.name2) + sep + sqlNumber(r.unitPrice) + sep + sqlNumber(r.rials) +
-              QStringLiteral(")"));
+              literal(c, r.name2) + sep + literal(c, r.code2) + sep + literal(c, r.rate2) + sep +
+              sqlNumber(r.unitPrice) + sep + sqlNumber(r.rials) + QStringLiteral(")"));
 }
 
 }  // namespace tr::procedures

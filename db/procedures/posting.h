@@ -59,7 +59,7 @@ struct TreasuryRow {
     QString codWhatDoc, whatDoc2, codWhatDoc2;
     QVariant namWhatDoc2, joz, manabehCod;
     QString date;
-    QVariant des1, des2, des3, des4;
+    QVariant des1, des2, des3, des4, des5, des6;
 };
 // Writes the row and answers its IDX.
 qint64 insertTreasuryRow(tr::db::Connection& c, const TreasuryRow& row);
@@ -75,8 +75,12 @@ struct VoucherLine {
     LedgerSide side = LedgerSide::Bed;
     double rials = 0;
     QString atfCh, user;
+    // '0' on a document's own voucher; a cheque's line holds the cheque's series there (every
+    // cheque query joins on it) and its due date in AtfDate.
+    QString docToDate = QStringLiteral("0");
+    QVariant atfDate;
 };
-// A line of the document's own voucher (DocToDate '0').
+// A line of a treasury voucher.
 void insertVoucherLine(tr::db::Connection& c, const VoucherLine& line);
 
 struct CurrencyRow {
@@ -86,7 +90,7 @@ struct CurrencyRow {
     int raj = 0;
     QString code, name;
     double count = 0, rate = 0;
-    QVariant count2, name2;
+    QVariant count2, name2, code2, rate2;
     double unitPrice = 0, rials = 0;
 };
 void insertCurrencyRow(tr::db::Connection& c, const CurrencyRow& row);

@@ -24,7 +24,9 @@ inline tr::db::ResultSet selectRows(tr::db::Connection& c, const QString& sql) {
 inline ::testing::AssertionResult vouchersBalance(tr::db::Connection& c) {
     const auto sums = selectRows(
         c, QStringLiteral("Select SanadNo, DocToDate, Sum(Bed), Sum(Bes) From Asnad Where "
-                          "TypeSys = 'N' And DocToDate In ('0', '1') Group By SanadNo, DocToDate"));
+                          "TypeSys = 'N' And WhatDoc In ") +
+               QString::fromLatin1(kCashBankKindList) +
+               QStringLiteral(" And DocToDate In ('0', '1') Group By SanadNo, DocToDate"));
     for (const auto& row : sums.rows) {
         if (std::fabs(row[2].toDouble() - row[3].toDouble()) > kAmountTolerance) {
             return ::testing::AssertionFailure()
@@ -82,8 +84,10 @@ inline ::testing::AssertionResult cancellationsNetToZero(tr::db::Connection& c) 
     const QString join = QStringLiteral(
         " From N_NaghdTrans As N Inner Join Asnad As A On (A.TypeSys = 'N' And A.WhatDoc = "
         "N.WhatDoc And A.Document = Cast(N.IDX As Varchar(20))) ");
-    const auto cancelled = selectRows(c, QStringLiteral("Select Distinct N.WhatDoc, N.Serial") +
-                                             join + QStringLiteral("Where A.DocToDate = '1'"));
+    // On a cheque's lines DocToDate is the cheque's series: only the cash and bank kinds cancel.
+    const auto cancelled = selectRows(c, QStringLiteral("Select Distinct N.WhatDoc, N.Serial") + join +
+                                             QStringLiteral("Where A.DocToDate = '1' And N.WhatDoc In ") +
+                                             QString::fromLatin1(kCashBankKindList));
     for (const auto& doc : cancelled.rows) {
         const QString where = QStringLiteral("Where N.WhatDoc = ") + c.text(doc[0].toString()) +
                               QStringLiteral(" And N.Serial = ") +
@@ -117,8 +121,40 @@ inline ::testing::AssertionResult cancellationsNetToZero(tr::db::Connection& c) 
     return ::testing::AssertionSuccess();
 }
 
+// Every voucher of a cheque kind balances, grouped by voucher number alone (DocToDate holds the
+// series there), and every cheque line has one positive side (checked with all lines above).
+inline ::testing::AssertionResult chequeVouchersBalance(tr::db::Connection& c) {
+    const auto sums = selectRows(
+        c, QStringLiteral("Select SanadNo, Sum(Bed), Sum(Bes) From Asnad Where TypeSys = 'N' And "
+                          "(WhatDoc Like '7%' Or WhatDoc Like '8%') Group By SanadNo"));
+    for (const auto& row : sums.rows) {
+        if (std::fabs(row[1].toDouble() - row[2].toDouble()) > kAmountTolerance) {
+            return ::testing::AssertionFailure() << "cheque voucher " << row[0].toLongLong() << " debits "
+                                                 << row[1].toDouble() << " credits " << row[2].toDouble();
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+// Each cheque's state row of a received-cheque document points at that document's row of the
+// cheque (CodWhatDoc holds the row's IDX), and each cheque row of the document has one.
+inline ::testing::AssertionResult chequeStatesFollowDocuments(tr::db::Connection& c) {
+    const auto orphans = selectRows(
+        c, QStringLiteral("Select L.ChqNo, L.Serial From N_ChqLastTrans As L Left Join N_NaghdTrans As N On "
+                          "(Cast(N.IDX As Varchar(20)) = L.CodWhatDoc And N.WhatDoc = '71' And N.Serial = "
+                          "L.Serial And N.CodWhatDoc = L.ChqNo) Where L.WhatDoc = '71' And N.IDX Is Null"));
+    if (!orphans.rows.empty()) {
+        return ::testing::AssertionFailure() << "state row of cheque " << orphans.rows[0][0].toString().toStdString()
+                                             << " (serial " << orphans.rows[0][1].toLongLong()
+                                             << ") points at no cheque row";
+    }
+    return ::testing::AssertionSuccess();
+}
+
 inline ::testing::AssertionResult ledgerIsConsistent(tr::db::Connection& c) {
     if (auto r = vouchersBalance(c); !r) return r;
+    if (auto r = chequeVouchersBalance(c); !r) return r;
+    if (auto r = chequeStatesFollowDocuments(c); !r) return r;
     if (auto r = documentsAndVouchersMatch(c); !r) return r;
     return cancellationsNetToZero(c);
 }
