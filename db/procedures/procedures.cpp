@@ -2,6 +2,7 @@
 
 #include "db/procedures/action_log.h"
 #include "db/procedures/cash_bank_documents.h"
+#include "db/procedures/cheque_action_apply.h"
 #include "db/procedures/cheque_documents.h"
 #include "db/procedures/name_repeated.h"
 #include "db/procedures/voucher_numbers.h"
@@ -15,6 +16,7 @@ std::vector<ProcedureDefinition> allProcedures() {
     };
     for (ProcedureDefinition& p : cashBankDocumentProcedures()) all.push_back(std::move(p));
     for (ProcedureDefinition& p : chequeDocumentProcedures()) all.push_back(std::move(p));
+    for (ProcedureDefinition& p : chequeActionProcedures()) all.push_back(std::move(p));
     return all;
 }
 
