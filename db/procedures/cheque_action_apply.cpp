@@ -291,27 +291,6 @@ class ApplyCall {
 
 }  // namespace
 
-QString chequeActionWorkTableColumns() {
-    QString accounts;
-    for (const char* prefix : {"V", "Va"}) {
-        for (const char* level : {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"})
-            accounts += QStringLiteral(", %1%2 Varchar(10) Null").arg(QLatin1String(prefix), QLatin1String(level));
-    }
-    for (const char* level : {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"})
-        accounts += QStringLiteral(", T%1 Varchar(50) Null").arg(QLatin1String(level));
-    for (const char* name : {"K", "M", "T", "T2", "P"})
-        accounts += QStringLiteral(", %1NamHesab NVarchar(150) Null").arg(QLatin1String(name));
-    return QStringLiteral(
-               "IDX Int Null, IsFirst Varchar(1) Null, Serial Int Null, OldAcountID Int Null, AcountID Int Null, "
-               "BankCod Varchar(20) Null, ShobehCod Varchar(20) Null, ShobehNam NVarchar(500) Null, "
-               "AcountCod Varchar(250) Null, Des NVarchar(500) Null, Joz Varchar(20) Null, ChqNo Varchar(30) Null, "
-               "ChqValue Float Null, SanadNo Varchar(20) Null, GetterCheque NVarchar(500) Null, "
-               "SodorDate Varchar(10) Null, SarResidDate Varchar(10) Null, ActionDate Varchar(10) Null, "
-               "LastActionDate Varchar(10) Null, WhatDocNam NVarchar(500) Null, LastWhatDoc Varchar(2) Null, "
-               "LastWhatDocNam NVarchar(500) Null, Havaleh NVarchar(1) Null, Tazmin NVarchar(1) Null, "
-               "sOrder Varchar(100) Null") +
-           accounts;
-}
 
 std::vector<ProcedureDefinition> chequeActionProcedures() {
     return {{QStringLiteral("sp_N_Asnad_ChqGetAction_Apply"),

@@ -12,8 +12,4 @@ namespace tr::procedures {
 
 std::vector<ProcedureDefinition> chequeActionProcedures();
 
-// The columns of the actions screen's work table, in order (see chequeDocumentProcedures for
-// the document's own tables).
-QString chequeActionWorkTableColumns();
-
 }  // namespace tr::procedures

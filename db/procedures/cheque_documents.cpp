@@ -514,28 +514,6 @@ tr::db::ExecResult createLastChequeAction(Connection& c, const Args& args) {
 
 }  // namespace
 
-QString chequeWorkTableColumns() {
-    return QStringLiteral(
-        "IsChange Varchar(1) Null, IDX Int Null, Raj Int Null, Koll Varchar(3) Null, Moein Varchar(4) Null, "
-        "Tafsily Varchar(5) Null, Tafsily2 Varchar(5) Null, ProjectCod Varchar(10) Null, Havaleh NVarchar(1) Null, "
-        "Tazmin NVarchar(1) Null, Joz Varchar(5) Null, ChqNo Varchar(6) Null, ChqValue Float Null, "
-        "SarResidDate Varchar(10) Null, ChqGetter NVarchar(50) Null, Des NVarchar(50) Null, "
-        "BankCod Varchar(10) Null, BankNam NVarchar(100) Null, ShobehCod Varchar(100) Null, "
-        "ShobehNam NVarchar(100) Null, AcountCod Varchar(13) Null, ChqTypeCod Varchar(2) Null, "
-        "ArzCod Varchar(2) Null, ArzNam NVarchar(50) Null, ArzCount Float Null, Nerkh Float Null, "
-        "ArzCod2 Varchar(2) Null, ArzNam2 NVarchar(50) Null, ArzCount2 Float Null, Nerkh2 Float Null, "
-        "Telephone NVarchar(50) Null, Address NVarchar(200) Null");
-}
-
-QString counterpartyWorkTableColumns() {
-    return QStringLiteral(
-        "IDX Int Null, Raj Int Null, WhatDoc2 Varchar(2) Null, NamWhatDoc2 NVarchar(100) Null, "
-        "Koll Varchar(3) Null, CodWhatDoc2 Varchar(50) Null, Moein Varchar(4) Null, Tafsily Varchar(5) Null, "
-        "Tafsily2 Varchar(5) Null, ProjectCod Varchar(10) Null, Joz Varchar(5) Null, ChqNo Varchar(6) Null, "
-        "ChqValue Float Null, Des NVarchar(50) Null, ManabehCod Varchar(5) Null, ArzCod Varchar(2) Null, "
-        "ArzCount Float Null, ArzNam NVarchar(50) Null, ArzCod2 Varchar(2) Null, ArzCount2 Float Null, "
-        "ArzNam2 NVarchar(50) Null, Nerkh Float Null, Nerkh2 Float Null");
-}
 
 QString receivedChequeTitle() {
     return QStringLiteral("دريافت چک");

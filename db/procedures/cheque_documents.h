@@ -1,6 +1,7 @@
 #pragma once
 // The received-cheque document's procedures: sp_N_Asnad_Trans_ChqGet (and its _Arzi twin) moving
-// a document between its two work tables (##<prefix>_Chq, ##<prefix>_Taraf) and N_NaghdTrans /
+// a document between its two work tables (##<prefix>_Chq, ##<prefix>_Taraf; columns in
+// instruments/cheque_work_tables.h) and N_NaghdTrans /
 // Asnad / N_ArzTrans / N_ChqLastTrans / N_ChqFirst, and sp_N_Create_LastChqAction.
 #include <vector>
 
@@ -12,10 +13,5 @@ std::vector<ProcedureDefinition> chequeDocumentProcedures();
 
 // The received-cheque document's title, as the action log and its refusals name it.
 QString receivedChequeTitle();
-
-// The columns of the two work tables (for "Create Table ##<prefix>_Chq (...)" and
-// "..._Taraf (...)"), shared by the screen that makes them and the procedures that fill and read them.
-QString chequeWorkTableColumns();
-QString counterpartyWorkTableColumns();
 
 }  // namespace tr::procedures

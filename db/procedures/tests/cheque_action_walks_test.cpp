@@ -12,10 +12,15 @@
 #include "db/procedures/cheque_action_apply.h"
 #include "db/procedures/cheque_documents.h"
 #include "db/procedures/tests/procedures_fixture.h"
+#include "instruments/cheque_work_tables.h"
 #include "instruments/latest_state.h"
 
 namespace tr::procedures {
 namespace {
+
+using tr::instruments::chequeActionWorkTableColumns;
+using tr::instruments::chequeWorkTableColumns;
+using tr::instruments::counterpartyWorkTableColumns;
 
 // ---- the model --------------------------------------------------------------------------------
 

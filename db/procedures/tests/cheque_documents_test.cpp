@@ -6,9 +6,14 @@
 
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/procedures_fixture.h"
+#include "instruments/cheque_work_tables.h"
 
 namespace tr::procedures {
 namespace {
+
+using tr::instruments::chequeActionWorkTableColumns;
+using tr::instruments::chequeWorkTableColumns;
+using tr::instruments::counterpartyWorkTableColumns;
 
 using testing::ledgerIsConsistent;
 

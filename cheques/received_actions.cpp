@@ -1,0 +1,308 @@
+#include "cheques/received_actions.h"
+
+#include <QRegularExpression>
+
+#include "common/db/database_error.h"
+#include "common/db/query_helpers.h"
+#include "common/db/transaction.h"
+#include "common/persian/persian_date.h"
+#include "instruments/cheque_actions.h"
+#include "instruments/cheque_work_tables.h"
+#include "instruments/latest_state.h"
+
+namespace tr::cheques {
+
+namespace {
+
+using tr::db::firstColumn;
+using tr::db::openQuery;
+using tr::instruments::chequeActions;
+using tr::instruments::Side;
+
+const QStringList kLevels = {QStringLiteral("Koll"), QStringLiteral("Moein"), QStringLiteral("Tafsily"),
+                             QStringLiteral("Tafsily2"), QStringLiteral("ProjectCod")};
+
+QString accountColumns(const QString& prefix) {
+    QStringList out;
+    for (const QString& level : kLevels) out << prefix + level;
+    return out.join(QStringLiteral(", "));
+}
+
+bool wellFormedDate(const QString& date) {
+    static const QRegularExpression shape(QStringLiteral("^\\d{4}/\\d{2}/\\d{2}$"));
+    return shape.match(date).hasMatch();
+}
+
+}  // namespace
+
+const QString ReceivedChequeActions::kWaitText = QStringLiteral("لطفا صبر کنيد");
+const QString ReceivedChequeActions::kUnlinkQuestion =
+    QStringLiteral("ارتباط چک هاي برگشتي با صورتحساب ها قطع خواهد شد آيا ادامه ميدهيد؟");
+
+ReceivedChequeActions::ReceivedChequeActions(const tr::Services& services)
+    : services_(services),
+      messages_(services.dialog),
+      table_(*services.database, QStringLiteral("##TT") + services.global->sessionText),
+      rows_(services.database->Connection) {}
+
+QString ReceivedChequeActions::field(const char* name) const {
+    const int column = rows_.fieldIndex(QString::fromLatin1(name));
+    return column < 0 || rows_.IsEmpty() ? QString() : rows_.value(rows_.RecNo() - 1, column).toString().trimmed();
+}
+
+void ReceivedChequeActions::setField(const char* name, const QVariant& value) {
+    if (rows_.state() == tr::db::Query::State::Browse) rows_.Edit();
+    rows_.FieldByName(QString::fromLatin1(name)).SetValue(value);
+}
+
+bool ReceivedChequeActions::refuse(const QString& message) {
+    messages_.show(message, QStringLiteral("1ER"));
+    return false;
+}
+
+void ReceivedChequeActions::fill() {
+    tr::db::Connection& c = connection();
+    if (tr::db::objectExistsInTempdb(c, table_.name())) c.execute(QStringLiteral("Drop Table ") + table_.name());
+    c.execute(QStringLiteral("Create Table ") + table_.name() + QStringLiteral(" (") +
+              tr::instruments::chequeActionWorkTableColumns() + QStringLiteral(")"));
+    // Each received cheque once: its receipt row (the state row of kind 71 points at it) and its
+    // latest action, whichever side wrote it.
+    QString where = QStringLiteral(" Where R.WhatDoc = '71' And R.IDX = (Select Max(R2.IDX) From N_ChqLastTrans As R2 "
+                                   "Where R2.WhatDoc = '71' And R2.ChqNo = R.ChqNo And IsNull(R2.Joz, '') = "
+                                   "IsNull(R.Joz, ''))");
+    if (!filters_.chequeNumber.trimmed().isEmpty())
+        where += QStringLiteral(" And R.ChqNo = ") + c.text(filters_.chequeNumber.trimmed());
+    if (!filters_.fromDate.isEmpty()) where += QStringLiteral(" And R.SanadDate >= ") + c.text(filters_.fromDate);
+    if (!filters_.toDate.isEmpty()) where += QStringLiteral(" And R.SanadDate <= ") + c.text(filters_.toDate);
+    if (!filters_.state.isEmpty()) where += QStringLiteral(" And L.WhatDoc = ") + c.text(filters_.state);
+    c.execute(QStringLiteral("Insert Into ") + table_.name() +
+              QStringLiteral(" (IDX, IsFirst, Serial, BankCod, ShobehCod, ShobehNam, AcountCod, Des, Joz, ChqNo, ChqValue, "
+                             "GetterCheque, SodorDate, SarResidDate, LastActionDate, WhatDocNam, LastWhatDoc, "
+                             "LastWhatDocNam, Havaleh, Tazmin, sOrder) "
+                             "Select N.IDX, Case When Exists (Select * From N_ChqFirst As F Where F.ChqOrTaraf = 1 And "
+                             "F.ChqNo = R.ChqNo And IsNull(F.Joz, '') = IsNull(R.Joz, '')) Then 'Y' Else 'N' End, "
+                             "N.Serial, N.WhatDoc2, N.CodWhatDoc2, N.Des1, N.Des2, N.Des5, R.Joz, R.ChqNo, "
+                             "IsNull((Select Max(A.Bed) From Asnad As A Where A.TypeSys = 'N' And A.WhatDoc = '71' And "
+                             "A.Document = Cast(N.IDX As Varchar(20))), (Select Max(F.sValue) From N_ChqFirst As F "
+                             "Where F.IDX = N.IDX)), N.Des6, R.SanadDate, "
+                             "IsNull((Select Max(A.AtfDate) From Asnad As A Where A.TypeSys = 'N' And A.WhatDoc = '71' "
+                             "And A.Document = Cast(N.IDX As Varchar(20))), (Select Max(F.SarResidDate) From "
+                             "N_ChqFirst As F Where F.IDX = N.IDX)), L.SanadDate, '', L.WhatDoc, K.NDocNam, N.Des3, "
+                             "N.Des4, Cast(R.IDX As Varchar(20)) "
+                             "From N_ChqLastTrans As R Inner Join N_NaghdTrans As N On (Cast(N.IDX As Varchar(20)) = "
+                             "R.CodWhatDoc) Inner Join N_ChqLastTrans As L On (L.ChqNo = R.ChqNo And IsNull(L.Joz, '') "
+                             "= IsNull(R.Joz, '') And L.IDX = (Select Max(M.IDX) From N_ChqLastTrans As M Where "
+                             "M.ChqNo = R.ChqNo And IsNull(M.Joz, '') = IsNull(R.Joz, ''))) Left Join N_AsnadNaghd As "
+                             "K On (K.WhatDoc = L.WhatDoc)") +
+              where);
+    // Where each cheque stands: the debit line of its latest voucher, or its opening row.
+    const tr::db::Query listed = openQuery(c, QStringLiteral("Select ChqNo, Joz, IDX From ") + table_.name());
+    for (int i = 0; i < listed.RecordCount(); ++i) {
+        const QString number = listed.value(i, 0).toString().trimmed();
+        const QString series = listed.value(i, 1).toString().trimmed();
+        QStringList standing = accountsWhere(
+            QStringLiteral("Select Top 1 Koll, Moein, Tafsily, Tafsily2, ProjectCod From Asnad Where TypeSys = 'N' "
+                           "And WhatDoc Like '7%' And AtfCh = ") +
+            c.text(number) + QStringLiteral(" And DocToDate = ") + c.text(series) +
+            QStringLiteral(" And Bed > 0 Order By REC Desc"));
+        if (standing.isEmpty()) {
+            standing = accountsWhere(QStringLiteral("Select Koll, Moein, Tafsily, Tafsily2, ProjectCod From N_ChqFirst "
+                                                    "Where ChqOrTaraf = 1 And IDX = ") +
+                                     tr::db::sqlNumber(listed.value(i, 2).toLongLong()));
+        }
+        QStringList sets;
+        for (int k = 0; k < kLevels.size(); ++k)
+            sets << QStringLiteral("V") + kLevels[k] + QStringLiteral(" = ") + c.text(standing.value(k));
+        c.execute(QStringLiteral("Update ") + table_.name() + QStringLiteral(" Set ") + sets.join(QStringLiteral(", ")) +
+                  QStringLiteral(" Where ChqNo = ") + c.text(number) + QStringLiteral(" And IsNull(Joz, '') = ") +
+                  c.text(series));
+    }
+    rows_.setSql(QStringLiteral("Select * From ") + table_.name() + QStringLiteral(" Order By sOrder"));
+    rows_.Open();
+}
+
+QStringList ReceivedChequeActions::accountsWhere(const QString& sql) const {
+    const tr::db::Query q = openQuery(connection(), sql);
+    if (q.IsEmpty()) return {};
+    QStringList out;
+    for (int k = 0; k < kLevels.size(); ++k) out << q.value(0, k).toString().trimmed();
+    return out;
+}
+
+void ReceivedChequeActions::setAccounts(const char* prefix, const QStringList& accounts) {
+    for (int k = 0; k < kLevels.size(); ++k) {
+        const QByteArray column = QByteArray(prefix) + kLevels[k].toLatin1();
+        setField(column.constData(), accounts.value(k));
+    }
+}
+
+tr::instruments::InstrumentFacts ReceivedChequeActions::facts() const {
+    tr::instruments::InstrumentFacts f;
+    f.side = Side::Received;
+    f.guarantee = field("Tazmin") == QStringLiteral("ض");
+    const QString state = field("LastWhatDoc");
+    tr::db::Connection& c = connection();
+    f.paidOut = firstColumn(c, QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '81' And ChqNo = ") +
+                                   c.text(field("ChqNo")) + QStringLiteral(" And IsNull(Joz, '') = ") +
+                                   c.text(field("Joz")))
+                    .toLongLong() > 0;
+    // An opening cheque still in the state its opening document set.
+    f.opening = field("IsFirst") == QLatin1String("Y") && state == QLatin1String("71");
+    return f;
+}
+
+QStringList ReceivedChequeActions::dropDownNames() const {
+    return QStringList{QString()} + chequeActions().names(Side::Received);
+}
+
+QStringList ReceivedChequeActions::menu() const {
+    if (rows_.IsEmpty()) return {};
+    return chequeActions().menu(field("LastWhatDoc"), facts());
+}
+
+void ReceivedChequeActions::spaceOnAction() {
+    if (rows_.IsEmpty()) return;
+    const QString next = chequeActions().step(field("LastWhatDoc"), facts(), field("WhatDocNam"));
+    setField("WhatDocNam", next);
+    if (!next.isEmpty()) fillAccounts(chequeActions().kindOf(next, Side::Received).value_or(QString()));
+    if (!next.isEmpty() && field("ActionDate").isEmpty())
+        setField("ActionDate", tr::persian::defaultDocumentDate(services_.global->fiscalStart, services_.global->fiscalEnd));
+    rows_.Post();
+}
+
+bool ReceivedChequeActions::chooseAction(const QString& name) {
+    if (rows_.IsEmpty()) return false;
+    if (!name.isEmpty() && !chequeActions().allows(field("LastWhatDoc"), facts(), name)) {
+        setField("WhatDocNam", QString());
+        rows_.Post();
+        return refuse(QStringLiteral("عمليات ") + name + QStringLiteral(" براي چك در وضعيت ") + field("LastWhatDocNam") +
+                      QStringLiteral(" مجاز نيست."));
+    }
+    setField("WhatDocNam", name);
+    if (!name.isEmpty()) fillAccounts(chequeActions().kindOf(name, Side::Received).value_or(QString()));
+    if (!name.isEmpty() && field("ActionDate").isEmpty())
+        setField("ActionDate", tr::persian::defaultDocumentDate(services_.global->fiscalStart, services_.global->fiscalEnd));
+    rows_.Post();
+    return true;
+}
+
+// The Va-accounts each action hands the cheque to (undo and "کسر موجودي" move nothing).
+void ReceivedChequeActions::fillAccounts(const QString& kind) {
+    tr::db::Connection& c = connection();
+    const QString standing = QStringLiteral("V");
+    QStringList to;
+    if (kind == QLatin1String("72")) {
+        const qint64 account = field("AcountID").toLongLong();
+        if (account > 0) {
+            to = accountsWhere(QStringLiteral("Select ") + accountColumns(QStringLiteral("H")) +
+                               QStringLiteral(" From N_BankHesab Where AcountID = ") + tr::db::sqlNumber(account));
+        }
+    } else if (kind == QLatin1String("73")) {
+        // Into the bank account that the cheque went to collection with.
+        to = accountsWhere(QStringLiteral("Select Top 1 ") + accountColumns(QStringLiteral("H.J")) +
+                           QStringLiteral(" From N_NaghdTrans As N Inner Join N_BankHesab As H On "
+                                          "(Cast(H.AcountID As Varchar(20)) = N.CodWhatDoc2) Where N.WhatDoc = '72' And "
+                                          "N.CodWhatDoc = ") +
+                           c.text(field("ChqNo")) + QStringLiteral(" And IsNull(N.Joz, '') = ") + c.text(field("Joz")) +
+                           QStringLiteral(" Order By N.IDX Desc"));
+    } else if (kind == QLatin1String("77") || kind == QLatin1String("79") || kind == QLatin1String("88")) {
+        const QString row = kind == QLatin1String("79") ? QStringLiteral("79") : QStringLiteral("71");
+        to = accountsWhere(QStringLiteral("Select ") + accountColumns(QString()) +
+                           QStringLiteral(" From N_AsnadDaryaftani Where WhatDoc = ") + c.text(row));
+    } else if (kind == QLatin1String("78")) {
+        // Back to the customer: the account the cheque was received from.
+        to = accountsWhere(QStringLiteral("Select Top 1 ") + accountColumns(QString()) +
+                           QStringLiteral(" From Asnad Where TypeSys = 'N' And WhatDoc = '71' And AtfCh = ") +
+                           c.text(field("ChqNo")) + QStringLiteral(" And DocToDate = ") + c.text(field("Joz")) +
+                           QStringLiteral(" And Bes > 0 Order By REC Desc"));
+        if (to.isEmpty()) {
+            to = accountsWhere(QStringLiteral("Select Top 1 ") + accountColumns(QString()) +
+                               QStringLiteral(" From N_ChqFirst Where ChqOrTaraf = 2 And ChqNo = ") +
+                               c.text(field("ChqNo")) + QStringLiteral(" And IsNull(Joz, '') = ") + c.text(field("Joz")));
+        }
+    } else if (kind == QLatin1String("76")) {
+        QStringList same;
+        for (const QString& level : kLevels) same << field((standing + level).toLatin1().constData());
+        to = same;
+    }
+    setAccounts("Va", to);
+}
+
+void ReceivedChequeActions::setBankAccount(qint64 acountId) {
+    if (rows_.IsEmpty()) return;
+    setField("AcountID", acountId);
+    if (chequeActions().kindOf(field("WhatDocNam"), Side::Received) == QStringLiteral("72"))
+        fillAccounts(QStringLiteral("72"));
+    rows_.Post();
+}
+
+bool ReceivedChequeActions::setActionDate(const QString& typed) {
+    if (rows_.IsEmpty()) return false;
+    const QString date = tr::persian::latinDigits(typed.trimmed());
+    if (!wellFormedDate(date)) return refuse(QStringLiteral("تاريخ وارد شده اشکال دارد"));
+    if (date < services_.global->fiscalStart || date > services_.global->fiscalEnd)
+        return refuse(QStringLiteral("تاريخ بايد در بازه سال مالي باشد !"));
+    const QString last = field("LastActionDate");
+    if (date < last) {
+        return refuse(QStringLiteral("تاريخ عمليات ") + date + QStringLiteral(" نبايد كوچکتر از ") + last +
+                      QStringLiteral(" باشد"));
+    }
+    if (chequeActions().kindOf(field("WhatDocNam"), Side::Received) == QStringLiteral("72")) {
+        tr::db::Connection& c = connection();
+        const qint64 same = firstColumn(c, QStringLiteral("Select Count(*) From Asnad Where TypeSys = 'N' And WhatDoc = "
+                                                          "'72' And AtfCh = ") +
+                                               c.text(field("ChqNo")) + QStringLiteral(" And DocToDate = ") +
+                                               c.text(field("Joz")) + QStringLiteral(" And SanadDate = ") + c.text(date))
+                                .toLongLong();
+        if (same > 0)
+            return refuse(QStringLiteral("براي اين چک در اين تاريخ يكبار عمليات <در جريان وصول> تعريف شده است."));
+    }
+    setField("ActionDate", date);
+    rows_.Post();
+    return true;
+}
+
+bool ReceivedChequeActions::apply() {
+    tr::db::Connection& c = connection();
+    const tr::db::Query chosen = openQuery(
+        c, QStringLiteral("Select ChqNo, Joz, WhatDocNam, ActionDate, SarResidDate From ") + table_.name() +
+               QStringLiteral(" Where LTrim(RTrim(IsNull(WhatDocNam, ''))) <> '' Order By sOrder"));
+    if (chosen.IsEmpty()) return false;
+    // 1. Collected not before its due date.
+    QStringList returned;
+    for (int i = 0; i < chosen.RecordCount(); ++i) {
+        const auto kind = chequeActions().kindOf(chosen.value(i, 2).toString().trimmed(), Side::Received);
+        const QString due = chosen.value(i, 4).toString().trimmed();
+        if (kind == QStringLiteral("73") && !due.isEmpty() && chosen.value(i, 3).toString().trimmed() < due)
+            return refuse(QStringLiteral("تاريخ اعلام وصول نمي تواند از تاريخ سررسيد كمتر باشد."));
+        if (kind == QStringLiteral("78")) {
+            returned << QStringLiteral("(AtfCh = ") + c.text(chosen.value(i, 0).toString().trimmed()) +
+                            QStringLiteral(" And IsNull(DocToDate, '') = ") +
+                            c.text(chosen.value(i, 1).toString().trimmed()) + QLatin1Char(')');
+        }
+    }
+    // 2. Returned cheques tied to sales invoices lose their links, if the user agrees.
+    const QString links = QStringLiteral(" From R_ForoshRelatedNaghd Where WhatDoc = '71' And (") +
+                          returned.join(QStringLiteral(" Or ")) + QLatin1Char(')');
+    const bool unlink = !returned.isEmpty() && firstColumn(c, QStringLiteral("Select Count(*)") + links).toLongLong() > 0;
+    if (unlink && !messages_.ask(kUnlinkQuestion)) return false;
+    // 3. One call for the whole list, with the unlinking, in one transaction.
+    if (services_.progress) services_.progress->showState(kWaitText);
+    try {
+        tr::db::Transaction transaction(c);
+        if (unlink) c.execute(QStringLiteral("Delete") + links);
+        c.execute(QStringLiteral("Exec sp_N_Asnad_ChqGetAction_Apply ") + c.text(table_.name()) + QStringLiteral(", ") +
+                  c.text(services_.global->userName) + QStringLiteral(", ") + c.text(services_.global->fiscalStart) +
+                  QStringLiteral(", ") + c.text(services_.global->fiscalEnd));
+        transaction.commit();
+    } catch (const tr::db::DatabaseError& e) {
+        if (services_.progress) services_.progress->closeState();
+        return refuse(e.message());
+    }
+    if (services_.progress) services_.progress->closeState();
+    // 4. The list as the book now has it.
+    fill();
+    return true;
+}
+
+}  // namespace tr::cheques

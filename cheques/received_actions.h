@@ -1,0 +1,78 @@
+#pragma once
+// The logic of the cheque-actions screen's received tab ("چكهاي دريافتي"): the list of received
+// cheques in ##TT<session> with their state, the action chosen per row (space bar through the
+// state's menu, or the drop-down), its date and accounts, and "تاييد", which hands the whole list
+// to sp_N_Asnad_ChqGetAction_Apply in one call and reads the list again.
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "common/db/query.h"
+#include "common/db/scoped_temp_table.h"
+#include "common/dialog/message_dialog.h"
+#include "common/session/services.h"
+#include "instruments/state_actions.h"
+
+namespace tr::cheques {
+
+struct ReceivedFilters {
+    QString chequeNumber;
+    QString fromDate, toDate;  // the receipt date, "yyyy/mm/dd"; empty for no bound
+    QString state;             // "انتخاب آخرين عمل": a state's kind, empty for all
+};
+
+class ReceivedChequeActions {
+  public:
+    static const QString kWaitText;      // "لطفا صبر کنيد"
+    static const QString kUnlinkQuestion;
+
+    explicit ReceivedChequeActions(const tr::Services& services);
+    ReceivedChequeActions(const ReceivedChequeActions&) = delete;
+    ReceivedChequeActions& operator=(const ReceivedChequeActions&) = delete;
+
+    ReceivedFilters& filters() { return filters_; }
+    // Lists the received cheques that the filters select, each with its state, in receipt order.
+    void fill();
+    // The grid's dataset over the work table; its current row is the row the handlers act on.
+    tr::db::Query& rows() { return rows_; }
+    const QString& workTable() const { return table_.name(); }
+
+    // The drop-down's names: empty first, undo last.
+    QStringList dropDownNames() const;
+    // The names the current row's state offers, in the space bar's order.
+    QStringList menu() const;
+    // The space bar on the action cell: the next name of the menu, nothing after the last.
+    void spaceOnAction();
+    // A name chosen from the drop-down: refused (message, cell cleared) when the state does not
+    // offer it. Choosing fills the row's accounts and, when it has none, today's date.
+    bool chooseAction(const QString& name);
+    // The action date typed on the current row: refused (message, date kept out) when outside the
+    // year, before the state's date, or a second collection that day.
+    bool setActionDate(const QString& date);
+    // The bank account a collection goes to (N_BankHesab.AcountID): its collection accounts
+    // become the row's Va-accounts.
+    void setBankAccount(qint64 acountId);
+
+    // "تاييد": the due-date checks, the question for returned cheques tied to invoices, then one
+    // call for the whole list and the list read again. False when refused or declined; nothing
+    // is written then and the list stays as it was.
+    bool apply();
+
+  private:
+    tr::db::Connection& connection() const { return *services_.database->Connection; }
+    tr::instruments::InstrumentFacts facts() const;
+    QString field(const char* name) const;
+    void setField(const char* name, const QVariant& value);
+    void fillAccounts(const QString& kind);
+    void setAccounts(const char* prefix, const QStringList& accounts);
+    QStringList accountsWhere(const QString& sql) const;
+    bool refuse(const QString& message);
+
+    tr::Services services_;
+    tr::dialog::Messages messages_;
+    ReceivedFilters filters_;
+    tr::db::ScopedTempTable table_;
+    tr::db::Query rows_;
+};
+
+}  // namespace tr::cheques

@@ -1,0 +1,240 @@
+// The actions screen's received tab driven as the user drives it: the list, the space bar and the
+// drop-down on a row's action, the dates, the bank account of a collection, and "تاييد" posting
+// the whole list; what it refuses, with its message, writes nothing.
+#include "cheques/received_actions.h"
+
+#include <gtest/gtest.h>
+
+#include "common/db/query_helpers.h"
+#include "db/procedures/procedures.h"
+#include "db/procedures/tests/ledger_invariants.h"
+#include "db/schema/tests/demo_fixture.h"
+#include "instruments/cheque_work_tables.h"
+#include "tests/support/test_session.h"
+
+namespace tr::cheques {
+namespace {
+
+const QString kCollect = QStringLiteral("در جريان وصول");
+const QString kCollected = QStringLiteral("وصول چک");
+const QString kReturned = QStringLiteral("برگشت چک");
+const QString kUndo = QStringLiteral("حذف عمليات قبلي");
+
+struct Wait : tr::dialog::ProgressWindow {
+    QStringList shown;
+    void showState(const QString& text) override { shown << text; }
+    void setStateText(const QString&) override {}
+    bool stopRequested() override { return false; }
+    void closeState() override {}
+};
+
+class ReceivedActionsTest : public tr::schema::testing::DemoCompanyTest {
+  protected:
+    static void SetUpTestSuite() {
+        DemoCompanyTest::SetUpTestSuite();
+        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
+        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
+    }
+    void SetUp() override {
+        DemoCompanyTest::SetUp();
+        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
+                                "Delete From N_ChqLastTrans", "Delete From N_ChqFirst",
+                                "Delete From R_ForoshRelatedNaghd"})
+            company().execute(QString::fromUtf8(sql));
+        session = std::make_unique<tr::test::TestSession>(company(), 1, QStringLiteral("admin"),
+                                                          tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
+        session->services.progress = &wait;
+        screen = std::make_unique<ReceivedChequeActions>(session->services);
+    }
+    void TearDown() override {
+        screen.reset();
+        session.reset();
+    }
+
+    // A received-cheque document of one cheque (an opening one when `opening`), as its procedure
+    // keeps it.
+    static void receive(const QString& number, qint64 serial, bool guarantee = false, bool opening = false) {
+        tr::db::Connection& c = company();
+        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
+            const QString table = QStringLiteral("##RA71") + suffix;
+            if (tr::db::objectExistsInTempdb(c, table)) c.execute(QStringLiteral("Drop Table ") + table);
+            c.execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
+                      (suffix == QLatin1String("_Chq") ? tr::instruments::chequeWorkTableColumns()
+                                                       : tr::instruments::counterpartyWorkTableColumns()) +
+                      QStringLiteral(")"));
+        }
+        c.execute(QStringLiteral("Insert Into ##RA71_Chq (Raj, Koll, Moein, Joz, ChqNo, ChqValue, SarResidDate, Tazmin, "
+                                 "BankCod) Values (0, '103', '0001', 'S', ") +
+                  c.text(number) + QStringLiteral(", 2500000, '1404/05/01', ") +
+                  c.text(guarantee ? QStringLiteral("ض") : QString()) + QStringLiteral(", '01')"));
+        c.execute(QStringLiteral("Insert Into ##RA71_Taraf (Raj, WhatDoc2, Koll, Moein, Tafsily, Joz, ChqNo, ChqValue) "
+                                 "Values (0, '01', '104', '0002', '', 'S', ") +
+                  c.text(number) + QStringLiteral(", 2500000)"));
+        c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet ") +
+                  c.text(opening ? QStringLiteral("FIRST->DB") : QStringLiteral("TRANS->DB")) +
+                  QStringLiteral(", 'RA71', ") + c.text(QString::number(serial)) +
+                  QStringLiteral(", '1404/02/10', 'admin', 'NEW'"));
+    }
+
+    // Puts the list on the row of `number`.
+    void select(const QString& number) {
+        tr::db::Query& rows = screen->rows();
+        for (rows.First(); !rows.Eof(); rows.Next())
+            if (rows.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed() == number) return;
+        FAIL() << "cheque " << number.toStdString() << " is not listed";
+    }
+    QString cell(const char* field) { return screen->rows().FieldByName(QString::fromLatin1(field)).AsString().trimmed(); }
+    static QString state(const QString& number) {
+        return tr::db::firstColumn(company(), QStringLiteral("Select Top 1 WhatDoc From N_ChqLastTrans Where ChqNo = ") +
+                                                  company().text(number) + QStringLiteral(" Order By IDX Desc"))
+            .toString()
+            .trimmed();
+    }
+    static double balance(const char* koll, const char* moein) {
+        return tr::db::firstColumn(company(), QStringLiteral("Select IsNull(Sum(Bed - Bes), 0) From Asnad Where Koll = '%1' "
+                                                             "And Moein = '%2'")
+                                                  .arg(QLatin1String(koll), QLatin1String(moein)))
+            .toDouble();
+    }
+    const QString& lastMessage() { return session->dialog.last().text; }
+
+    Wait wait;
+    std::unique_ptr<tr::test::TestSession> session;
+    std::unique_ptr<ReceivedChequeActions> screen;
+};
+
+TEST_F(ReceivedActionsTest, TheSpaceBarStepsThroughTheStatesMenuAndAGuaranteeChequeOnlyGoesBack) {
+    receive(QStringLiteral("501"), 1);
+    receive(QStringLiteral("502"), 2, /*guarantee=*/true);
+    screen->fill();
+    ASSERT_EQ(screen->rows().RecordCount(), 2);
+    select(QStringLiteral("501"));
+    EXPECT_EQ(cell("LastWhatDoc"), QStringLiteral("71"));
+    QStringList stepped;
+    for (int i = 0; i < 3; ++i) {
+        screen->spaceOnAction();
+        stepped << cell("WhatDocNam");
+    }
+    EXPECT_EQ(stepped, (QStringList{kCollect, kReturned, QString()}));
+
+    select(QStringLiteral("502"));
+    EXPECT_EQ(screen->menu(), QStringList{kReturned});
+    EXPECT_FALSE(screen->chooseAction(kCollect));
+    EXPECT_EQ(session->dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_TRUE(lastMessage().startsWith(QStringLiteral("عمليات ") + kCollect)) << lastMessage().toStdString();
+    EXPECT_EQ(cell("WhatDocNam"), QString());  // the cell cleared
+    EXPECT_TRUE(screen->chooseAction(kReturned));
+    // Back to the customer it came from, the account required for a return.
+    EXPECT_EQ(cell("VaKoll"), QStringLiteral("104"));
+    EXPECT_EQ(cell("VKoll"), QStringLiteral("103"));
+}
+
+TEST_F(ReceivedActionsTest, ACollectionPostsThenItsDueDateGuardsTheCollectedAndUndoRestoresTheBalances) {
+    receive(QStringLiteral("601"), 1);
+    screen->fill();
+    select(QStringLiteral("601"));
+    ASSERT_TRUE(screen->chooseAction(kCollect));
+    screen->setBankAccount(1);
+    EXPECT_EQ(cell("VaKoll") + cell("VaMoein"), QStringLiteral("1030002"));
+    // The date: outside the year, before the cheque's receipt, then right.
+    EXPECT_FALSE(screen->setActionDate(QStringLiteral("1405/01/10")));
+    EXPECT_EQ(lastMessage(), QStringLiteral("تاريخ بايد در بازه سال مالي باشد !"));
+    EXPECT_FALSE(screen->setActionDate(QStringLiteral("1404/02/01")));
+    EXPECT_EQ(lastMessage(), QStringLiteral("تاريخ عمليات 1404/02/01 نبايد كوچکتر از 1404/02/10 باشد"));
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/03/01")));
+    const double inHand = balance("103", "0001");
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    EXPECT_EQ(wait.shown, QStringList{ReceivedChequeActions::kWaitText});
+    EXPECT_EQ(state(QStringLiteral("601")), QStringLiteral("72"));
+    EXPECT_DOUBLE_EQ(balance("103", "0002"), 2500000);
+    EXPECT_DOUBLE_EQ(balance("103", "0001"), inHand - 2500000);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+
+    // The list is read again: the row now offers the collection's menu.
+    select(QStringLiteral("601"));
+    EXPECT_EQ(cell("LastWhatDoc"), QStringLiteral("72"));
+    ASSERT_TRUE(screen->chooseAction(kCollected));
+    EXPECT_EQ(cell("VaKoll") + cell("VaMoein"), QStringLiteral("1020001"));  // the bank account it went to
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/04/01")));
+    const QString before = QString::number(balance("102", "0001"));
+    EXPECT_FALSE(screen->apply());
+    EXPECT_EQ(lastMessage(), QStringLiteral("تاريخ اعلام وصول نمي تواند از تاريخ سررسيد كمتر باشد."));
+    EXPECT_EQ(state(QStringLiteral("601")), QStringLiteral("72"));
+    EXPECT_EQ(cell("WhatDocNam"), kCollected);  // the list kept for a correction
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/05/02")));
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    EXPECT_EQ(state(QStringLiteral("601")), QStringLiteral("73"));
+    EXPECT_DOUBLE_EQ(balance("102", "0001"), before.toDouble() + 2500000);
+
+    // A final state: the space bar toggles between nothing and undo; undo restores the balances.
+    select(QStringLiteral("601"));
+    screen->spaceOnAction();
+    EXPECT_EQ(cell("WhatDocNam"), kUndo);
+    screen->spaceOnAction();
+    EXPECT_EQ(cell("WhatDocNam"), QString());
+    screen->spaceOnAction();
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    EXPECT_EQ(state(QStringLiteral("601")), QStringLiteral("72"));
+    EXPECT_DOUBLE_EQ(balance("102", "0001"), before.toDouble());
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+TEST_F(ReceivedActionsTest, AnOpeningChequeGoesToCollectionFromItsOpeningAccounts) {
+    receive(QStringLiteral("701"), 3, false, /*opening=*/true);
+    screen->fill();
+    select(QStringLiteral("701"));
+    EXPECT_EQ(cell("IsFirst"), QStringLiteral("Y"));
+    EXPECT_EQ(cell("VKoll") + cell("VMoein"), QStringLiteral("1030001"));
+    ASSERT_TRUE(screen->chooseAction(kCollect));
+    screen->setBankAccount(1);
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/03/01")));
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    EXPECT_EQ(state(QStringLiteral("701")), QStringLiteral("72"));
+    EXPECT_DOUBLE_EQ(balance("103", "0002"), 2500000);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+TEST_F(ReceivedActionsTest, ReturningChequesTiedToInvoicesAsksFirstAndOnNoWritesNothing) {
+    receive(QStringLiteral("801"), 1);
+    company().execute(QStringLiteral("Insert Into R_ForoshRelatedNaghd (Idx, WhatDoc, Serial, AtfCh, DocToDate, "
+                                     "SanadNoForosh, TypeAction, NaghdValue) Values (0, '71', 1, '801', 'S', '9001', '1', "
+                                     "2500000)"));
+    screen->fill();
+    select(QStringLiteral("801"));
+    ASSERT_TRUE(screen->chooseAction(kReturned));
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/03/01")));
+    session->dialog.answerNo();
+    EXPECT_FALSE(screen->apply());
+    EXPECT_EQ(lastMessage(), ReceivedChequeActions::kUnlinkQuestion);
+    EXPECT_EQ(state(QStringLiteral("801")), QStringLiteral("71"));
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From R_ForoshRelatedNaghd")).toInt(), 1);
+    session->dialog.answerYes();
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    EXPECT_EQ(state(QStringLiteral("801")), QStringLiteral("78"));
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From R_ForoshRelatedNaghd")).toInt(), 0);
+    EXPECT_DOUBLE_EQ(balance("104", "0002"), 0);  // credited at receipt, debited back on return
+}
+
+TEST_F(ReceivedActionsTest, TheSecondDeskActingOnTheSameChequeIsRefusedAndWritesNothing) {
+    receive(QStringLiteral("901"), 1);
+    tr::test::TestSession other(company(), 2, QStringLiteral("sara"), tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
+    other.global.sessionText = QStringLiteral("U2_");
+    ReceivedChequeActions second(other.services);
+    screen->fill();
+    second.fill();
+    for (ReceivedChequeActions* desk : {screen.get(), &second}) {
+        tr::db::Query& rows = desk->rows();
+        rows.First();
+        ASSERT_TRUE(desk->chooseAction(kReturned));
+        ASSERT_TRUE(desk->setActionDate(QStringLiteral("1404/03/01")));
+    }
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    const qint64 lines = tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad")).toLongLong();
+    EXPECT_FALSE(second.apply());
+    EXPECT_TRUE(other.dialog.last().text.contains(QStringLiteral("شماره چك :901"))) << other.dialog.last().text.toStdString();
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad")).toLongLong(), lines);
+    EXPECT_EQ(state(QStringLiteral("901")), QStringLiteral("78"));
+}
+
+}  // namespace
+}  // namespace tr::cheques

@@ -1,0 +1,16 @@
+#pragma once
+// The columns of the cheque screens' ## work tables (for "Create Table ##... (<columns>)"): the
+// received-cheque document's two tables and the actions screen's list. The screens make them and
+// the procedures fill and read them, so both take the columns from here.
+#include <QString>
+
+namespace tr::instruments {
+
+// ##<prefix>_Chq: one row per cheque of a received-cheque document.
+QString chequeWorkTableColumns();
+// ##<prefix>_Taraf: its counterparty lines, each tied to its cheque by ChqNo and Joz.
+QString counterpartyWorkTableColumns();
+// The actions screen's list (##TT...), in the order the screen's rules give.
+QString chequeActionWorkTableColumns();
+
+}  // namespace tr::instruments
