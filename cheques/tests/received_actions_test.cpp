@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QScopeGuard>
+
 #include "common/db/query_helpers.h"
 #include "db/procedures/procedures.h"
 #include "db/procedures/tests/ledger_invariants.h"
@@ -234,6 +236,45 @@ TEST_F(ReceivedActionsTest, TheSecondDeskActingOnTheSameChequeIsRefusedAndWrites
     EXPECT_TRUE(other.dialog.last().text.contains(QStringLiteral("شماره چك :901"))) << other.dialog.last().text.toStdString();
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad")).toLongLong(), lines);
     EXPECT_EQ(state(QStringLiteral("901")), QStringLiteral("78"));
+}
+
+TEST_F(ReceivedActionsTest, ABatchWhoseEleventhRowFailsInsideTheCallWritesNothingAndKeepsTheList) {
+    for (int i = 0; i < 20; ++i) receive(QString::number(1000 + i), i + 1);
+    screen->fill();
+    tr::db::Query& rows = screen->rows();
+    ASSERT_EQ(rows.RecordCount(), 20);
+    for (rows.First(); !rows.Eof(); rows.Next()) {
+        ASSERT_TRUE(screen->chooseAction(kReturned));
+        ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/03/01")));
+    }
+    const QString list = [&] {
+        QString out;
+        for (rows.First(); !rows.Eof(); rows.Next())
+            out += rows.FieldByName(QStringLiteral("ChqNo")).AsString() + rows.FieldByName(QStringLiteral("WhatDocNam")).AsString();
+        return out;
+    }();
+    const qint64 lines = tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad")).toLongLong();
+
+    // After the list was read: the 11th cheque's customer account is made inactive.
+    company().execute(QStringLiteral("Update Moein Set IsActive = 'غيرفعال' Where Koll = '104' And Moein = '0002'"));
+    const auto reactivate = qScopeGuard([] {
+        company().execute(QStringLiteral("Update Moein Set IsActive = 'فعال' Where Koll = '104' And Moein = '0002'"));
+    });
+    rows.MoveTo(10);
+    const QString eleventh = rows.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed();
+    company().execute(QStringLiteral("Update ") + screen->workTable() +
+                      QStringLiteral(" Set VaMoein = '0001' Where ChqNo <> ") +
+                      company().text(rows.FieldByName(QStringLiteral("ChqNo")).AsString()));
+    EXPECT_FALSE(screen->apply());
+    EXPECT_EQ(lastMessage(), QStringLiteral("كد حساب معين غيرفعال مي باشد.\nشماره چك :") + eleventh);
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad")).toLongLong(), lines);
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '78'"))
+                  .toLongLong(),
+              0);
+    QString after;
+    for (rows.First(); !rows.Eof(); rows.Next())
+        after += rows.FieldByName(QStringLiteral("ChqNo")).AsString() + rows.FieldByName(QStringLiteral("WhatDocNam")).AsString();
+    EXPECT_EQ(after, list);
 }
 
 }  // namespace
