@@ -45,6 +45,11 @@ ReceivedChequeActions::ReceivedChequeActions(const tr::Services& services)
       table_(*services.database, QStringLiteral("##TT") + services.global->sessionText),
       rows_(services.database->Connection) {}
 
+void ReceivedChequeActions::setServices(const tr::Services& services) {
+    services_ = services;
+    messages_.setDialog(services.dialog);
+}
+
 QString ReceivedChequeActions::field(const char* name) const {
     const int column = rows_.fieldIndex(QString::fromLatin1(name));
     return column < 0 || rows_.IsEmpty() ? QString() : rows_.value(rows_.RecNo() - 1, column).toString().trimmed();
@@ -234,6 +239,42 @@ void ReceivedChequeActions::setBankAccount(qint64 acountId) {
     if (chequeActions().kindOf(field("WhatDocNam"), Side::Received) == QStringLiteral("72"))
         fillAccounts(QStringLiteral("72"));
     rows_.Post();
+}
+
+QList<QPair<qint64, QString>> ReceivedChequeActions::bankAccounts() const {
+    const tr::db::Query q = openQuery(connection(), QStringLiteral("Select H.AcountID, IsNull(B.BankNam, '') + ' - ' + "
+                                                                   "H.AcountCod From N_BankHesab As H Left Join N_Bank "
+                                                                   "As B On (B.BankCod = H.BankCod) Order By H.AcountID"));
+    QList<QPair<qint64, QString>> out;
+    for (int i = 0; i < q.RecordCount(); ++i) out.append({q.value(i, 0).toLongLong(), q.value(i, 1).toString().trimmed()});
+    return out;
+}
+
+QList<QPair<QString, QString>> ReceivedChequeActions::gridColumns() {
+    return {{QStringLiteral("ChqNo"), QStringLiteral("شماره چك")},
+            {QStringLiteral("Joz"), QStringLiteral("سري")},
+            {QStringLiteral("ChqValue"), QStringLiteral("مبلغ")},
+            {QStringLiteral("SarResidDate"), QStringLiteral("تاريخ سررسيد")},
+            {QStringLiteral("GetterCheque"), QStringLiteral("در وجه")},
+            {QStringLiteral("WhatDocNam"), QStringLiteral("عمليات جاري")},
+            {QStringLiteral("ActionDate"), QStringLiteral("تاريخ عملکرد")},
+            {QStringLiteral("AcountID"), QStringLiteral("حساب بانکي")},
+            {QStringLiteral("LastWhatDocNam"), QStringLiteral("آخرين عمليات")},
+            {QStringLiteral("LastActionDate"), QStringLiteral("تاريخآخرينعمل")},
+            {QStringLiteral("VKoll"), QStringLiteral("كل")},
+            {QStringLiteral("VMoein"), QStringLiteral("معين")},
+            {QStringLiteral("VaKoll"), QStringLiteral("كل مقصد")},
+            {QStringLiteral("VaMoein"), QStringLiteral("معين مقصد")},
+            {QStringLiteral("VaTafsily"), QStringLiteral("تفصيلي مقصد")}};
+}
+
+QList<QPair<QString, QString>> ReceivedChequeActions::stateNames() const {
+    const tr::db::Query q = openQuery(connection(), QStringLiteral("Select WhatDoc, NDocNam From N_AsnadNaghd Where "
+                                                                   "WhatDoc Like '7%' Order By WhatDoc"));
+    QList<QPair<QString, QString>> out;
+    for (int i = 0; i < q.RecordCount(); ++i)
+        out.append({q.value(i, 0).toString().trimmed(), q.value(i, 1).toString().trimmed()});
+    return out;
 }
 
 bool ReceivedChequeActions::setActionDate(const QString& typed) {

@@ -4,6 +4,8 @@
 // state's menu, or the drop-down), its date and accounts, and "تاييد", which hands the whole list
 // to sp_N_Asnad_ChqGetAction_Apply in one call and reads the list again.
 #include <QString>
+#include <QList>
+#include <QPair>
 #include <QStringList>
 #include <optional>
 
@@ -30,6 +32,9 @@ class ReceivedChequeActions {
     ReceivedChequeActions(const ReceivedChequeActions&) = delete;
     ReceivedChequeActions& operator=(const ReceivedChequeActions&) = delete;
 
+    // The entry point passes the latest session values on every call.
+    void setServices(const tr::Services& services);
+
     ReceivedFilters& filters() { return filters_; }
     // Lists the received cheques that the filters select, each with its state, in receipt order.
     void fill();
@@ -52,6 +57,12 @@ class ReceivedChequeActions {
     // The bank account a collection goes to (N_BankHesab.AcountID): its collection accounts
     // become the row's Va-accounts.
     void setBankAccount(qint64 acountId);
+    // The bank accounts a collection may go to, as the list shows them: id and "bank - number".
+    QList<QPair<qint64, QString>> bankAccounts() const;
+    // The grid's columns and their captions, in the grid's order; the other fields are hidden.
+    static QList<QPair<QString, QString>> gridColumns();
+    // The states the "انتخاب آخرين عمل" filter offers: kind and name.
+    QList<QPair<QString, QString>> stateNames() const;
 
     // "تاييد": the due-date checks, the question for returned cheques tied to invoices, then one
     // call for the whole list and the list read again. False when refused or declined; nothing

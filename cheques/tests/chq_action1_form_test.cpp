@@ -1,0 +1,118 @@
+// The actions screen as a window: the received list shown by "نمايش", the space bar on the
+// action cell stepping the row's menu, the drop-down refusing what the state does not offer, and
+// "تاييد" posting; a screenshot is left for a look by eye.
+#include "cheques/ui/chq_action1_form.h"
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include "common/db/query_helpers.h"
+#include "common/ui/dataset_model.h"
+#include "db/procedures/procedures.h"
+#include "db/schema/tests/demo_fixture.h"
+#include "instruments/cheque_work_tables.h"
+#include "tests/support/test_session.h"
+
+namespace tr::cheques {
+namespace {
+
+class ChqAction1FormTest : public tr::schema::testing::DemoCompanyTest {
+  protected:
+    static void SetUpTestSuite() {
+        DemoCompanyTest::SetUpTestSuite();
+        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
+        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
+    }
+    void SetUp() override {
+        DemoCompanyTest::SetUp();
+        tr::db::Connection& c = company();
+        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
+                                "Delete From N_ChqLastTrans", "Delete From N_ChqFirst"})
+            c.execute(QString::fromUtf8(sql));
+        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
+            const QString table = QStringLiteral("##FA71") + suffix;
+            if (tr::db::objectExistsInTempdb(c, table)) c.execute(QStringLiteral("Drop Table ") + table);
+            c.execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
+                      (suffix == QLatin1String("_Chq") ? tr::instruments::chequeWorkTableColumns()
+                                                       : tr::instruments::counterpartyWorkTableColumns()) +
+                      QStringLiteral(")"));
+        }
+        // Three cheques of one document; the third a guarantee cheque.
+        const char* rows[][3] = {{"1101", "12500000", ""}, {"1102", "8300000", ""}, {"1103", "40000000", "ض"}};
+        int raj = 0;
+        for (const auto& r : rows) {
+            c.execute(QStringLiteral("Insert Into ##FA71_Chq (Raj, Koll, Moein, Joz, ChqNo, ChqValue, SarResidDate, "
+                                     "ChqGetter, Tazmin, BankCod) Values (%1, '103', '0001', 'ب', '%2', %3, '1404/05/01', "
+                                     "'حامل', '%4', '01')")
+                          .arg(raj)
+                          .arg(QLatin1String(r[0]), QLatin1String(r[1]), QString::fromUtf8(r[2])));
+            c.execute(QStringLiteral("Insert Into ##FA71_Taraf (Raj, WhatDoc2, Koll, Moein, Joz, ChqNo, ChqValue) Values "
+                                     "(%1, '01', '104', '0002', 'ب', '%2', %3)")
+                          .arg(raj++)
+                          .arg(QLatin1String(r[0]), QLatin1String(r[1])));
+        }
+        c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet 'TRANS->DB', 'FA71', '1', '1404/02/10', 'admin', 'NEW'"));
+        session = std::make_unique<tr::test::TestSession>(c, 1, QStringLiteral("admin"),
+                                                          tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
+        form = std::make_unique<TChqAction1Form>(session->services);
+        form->resize(1100, 420);
+        form->show();
+    }
+    void TearDown() override {
+        form.reset();
+        session.reset();
+    }
+    QModelIndex actionCell(int row) {
+        return form->receivedModel()->index(row, form->receivedModel()->fieldColumn(QStringLiteral("WhatDocNam")));
+    }
+    QString text(int row, const char* field) {
+        return form->receivedModel()
+            ->index(row, form->receivedModel()->fieldColumn(QString::fromLatin1(field)))
+            .data()
+            .toString()
+            .trimmed();
+    }
+
+    std::unique_ptr<tr::test::TestSession> session;
+    std::unique_ptr<TChqAction1Form> form;
+};
+
+TEST_F(ChqAction1FormTest, TheSpaceBarStepsTheActionAndTheListIsApplied) {
+    QTest::mouseClick(form->showButton(), Qt::LeftButton);
+    ASSERT_EQ(form->receivedModel()->rowCount(), 3);
+    QTableView* grid = form->receivedGrid();
+    grid->setFocus();
+    grid->setCurrentIndex(actionCell(1));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(text(1, "WhatDocNam"), QStringLiteral("در جريان وصول"));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(text(1, "WhatDocNam"), QStringLiteral("برگشت چک"));
+    EXPECT_EQ(text(1, "VaKoll"), QStringLiteral("104"));
+    EXPECT_FALSE(text(1, "ActionDate").isEmpty());
+    // The guarantee cheque: the space bar offers its return only.
+    grid->setCurrentIndex(actionCell(2));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(text(2, "WhatDocNam"), QStringLiteral("برگشت چک"));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(text(2, "WhatDocNam"), QString());
+
+    QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+    EXPECT_TRUE(form->grab().save(QStringLiteral(TR_SCREENS_DIR "/chq_action1_form.png")));
+
+    QTest::mouseClick(form->applyButton(), Qt::LeftButton);
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '78'"))
+                  .toInt(),
+              1);
+    // The list read again shows the cheque's new state.
+    for (int r = 0; r < form->receivedModel()->rowCount(); ++r)
+        if (text(r, "ChqNo") == QLatin1String("1102")) EXPECT_EQ(text(r, "LastWhatDocNam").isEmpty(), false);
+}
+
+}  // namespace
+}  // namespace tr::cheques
