@@ -303,6 +303,54 @@ bool ReceivedChequeActions::setActionDate(const QString& typed) {
     return true;
 }
 
+QList<QStringList> ReceivedChequeActions::history(const QString& number, const QString& series) const {
+    tr::db::Connection& c = connection();
+    const QString cheque = QStringLiteral(" L.ChqNo = ") + c.text(number.trimmed()) +
+                           QStringLiteral(" And IsNull(L.Joz, '') = ") + c.text(series.trimmed());
+    const tr::db::Query q = openQuery(
+        c, QStringLiteral("Select L.WhatDoc, K.NDocNam, L.SanadDate, (Select Max(A.SanadNo) From Asnad As A Where "
+                          "A.TypeSys = 'N' And A.WhatDoc = L.WhatDoc And A.AtfCh = L.ChqNo And A.Document = "
+                          "L.CodWhatDoc) From N_ChqLastTrans As L Left Join N_AsnadNaghd As K On (K.WhatDoc = "
+                          "L.WhatDoc) Where") +
+               cheque + QStringLiteral(" Order By L.IDX"));
+    QStringList kinds;
+    for (int i = 0; i < q.RecordCount(); ++i) kinds << q.value(i, 0).toString().trimmed();
+    const bool spentAndBack = kinds.contains(QStringLiteral("71")) && kinds.contains(QStringLiteral("81")) &&
+                              kinds.contains(QStringLiteral("88"));
+    QList<QStringList> out;
+    for (int i = 0; i < q.RecordCount(); ++i) {
+        const QString name = spentAndBack && kinds[i] == QLatin1String("88") ? QStringLiteral("برگشت از خرج چك")
+                                                                             : q.value(i, 1).toString().trimmed();
+        const QVariant voucher = q.value(i, 3);
+        out.append({name, q.value(i, 2).toString().trimmed(), voucher.isNull() ? QString() : voucher.toString()});
+    }
+    return out;
+}
+
+void ReceivedChequeActions::showHistory() {
+    if (rows_.IsEmpty() || !services_.pickList) return;
+    const QString number = field("ChqNo");
+    const QList<QStringList> rows = history(number, field("Joz"));
+    tr::db::Connection& c = connection();
+    tr::db::ScopedTempTable list(*services_.database, QStringLiteral("##ChqHist") + services_.global->sessionText);
+    if (tr::db::objectExistsInTempdb(c, list.name())) c.execute(QStringLiteral("Drop Table ") + list.name());
+    c.execute(QStringLiteral("Create Table ") + list.name() +
+              QStringLiteral(" (Raj Int, ActName NVarchar(100), ActDate Varchar(10), SanadNo Varchar(20))"));
+    int raj = 0;
+    for (const QStringList& r : rows) {
+        c.execute(QStringLiteral("Insert Into ") + list.name() + QStringLiteral(" Values (") + QString::number(++raj) +
+                  QStringLiteral(", ") + c.text(r[0]) + QStringLiteral(", ") + c.text(r[1]) + QStringLiteral(", ") +
+                  c.text(r[2]) + QStringLiteral(")"));
+    }
+    services_.pickList->pick(QStringLiteral("گردش چک ") + number,
+                             QStringLiteral("Select * From ") + list.name() + QStringLiteral(" Order By Raj"),
+                             {{QStringLiteral("ActName"), QStringLiteral("عمليات"), 180},
+                              {QStringLiteral("ActDate"), QStringLiteral("تاريخ"), 90},
+                              {QStringLiteral("SanadNo"), QStringLiteral("شماره سند"), 80}},
+                             0);
+    list.drop();
+}
+
 bool ReceivedChequeActions::apply() {
     tr::db::Connection& c = connection();
     const tr::db::Query chosen = openQuery(

@@ -64,6 +64,13 @@ class ReceivedChequeActions {
     // The states the "انتخاب آخرين عمل" filter offers: kind and name.
     QList<QPair<QString, QString>> stateNames() const;
 
+    // "گردش چک ...": the current row's cheque's actions in order, with their dates and voucher
+    // numbers, in the pick list (a received cheque spent and come back names its 88 row
+    // "برگشت از خرج چك").
+    void showHistory();
+    // The rows showHistory lists: name, date, voucher number.
+    QList<QStringList> history(const QString& number, const QString& series) const;
+
     // "تاييد": the due-date checks, the question for returned cheques tied to invoices, then one
     // call for the whole list and the list read again. False when refused or declined; nothing
     // is written then and the list stays as it was.

@@ -277,5 +277,33 @@ TEST_F(ReceivedActionsTest, ABatchWhoseEleventhRowFailsInsideTheCallWritesNothin
     EXPECT_EQ(after, list);
 }
 
+TEST_F(ReceivedActionsTest, TheChequesHistoryListsItsActionsWithTheirVouchersAndNamesASpentChequeBack) {
+    receive(QStringLiteral("1201"), 1);
+    screen->fill();
+    select(QStringLiteral("1201"));
+    ASSERT_TRUE(screen->chooseAction(kCollect));
+    screen->setBankAccount(1);
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/03/01")));
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    select(QStringLiteral("1201"));
+    screen->showHistory();
+    const auto& shown = session->pickList.last();
+    EXPECT_EQ(shown.title, QStringLiteral("گردش چک 1201"));
+    EXPECT_EQ(session->pickList.lastColumn(QStringLiteral("ActDate")),
+              (QStringList{QStringLiteral("1404/02/10"), QStringLiteral("1404/03/01")}));
+    const QStringList vouchers = session->pickList.lastColumn(QStringLiteral("SanadNo"));
+    ASSERT_EQ(vouchers.size(), 2);
+    EXPECT_FALSE(vouchers[0].isEmpty());
+    EXPECT_NE(vouchers[0], vouchers[1]);
+    // Spent to a supplier and come back: its 88 row is named for what happened to it.
+    company().execute(QStringLiteral("Insert Into N_ChqLastTrans (WhatDoc, ChqNo, Joz, SanadDate, CodWhatDoc, Serial) "
+                                     "Values ('81', '1201', 'S', '1404/03/05', '', 0)"));
+    company().execute(QStringLiteral("Insert Into N_ChqLastTrans (WhatDoc, ChqNo, Joz, SanadDate, CodWhatDoc, Serial) "
+                                     "Values ('88', '1201', 'S', '1404/03/09', '', 0)"));
+    const QList<QStringList> rows = screen->history(QStringLiteral("1201"), QStringLiteral("S"));
+    ASSERT_EQ(rows.size(), 4);
+    EXPECT_EQ(rows[3][0], QStringLiteral("برگشت از خرج چك"));
+}
+
 }  // namespace
 }  // namespace tr::cheques

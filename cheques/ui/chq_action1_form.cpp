@@ -1,5 +1,6 @@
 #include "cheques/ui/chq_action1_form.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -170,6 +171,19 @@ TChqAction1Form::TChqAction1Form(const tr::Services& services, QWidget* parent)
         grid_->setItemDelegateForColumn(model_->fieldColumn(QStringLiteral("ActionDate")), dateDelegate);
         grid_->setItemDelegateForColumn(model_->fieldColumn(QStringLiteral("AcountID")), bankDelegate);
     });
+
+    // The grid's menu: the cheque's history.
+    auto* history = new QAction(QStringLiteral("گردش چک ..."), grid_);
+    connect(history, &QAction::triggered, this, [this] {
+        const QModelIndex at = grid_->currentIndex();
+        if (at.isValid()) model_->setCurrentRow(at.row());
+        guarded([this] {
+            received_->showHistory();
+            return true;
+        });
+    });
+    grid_->addAction(history);
+    grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
