@@ -102,11 +102,20 @@ TEST_F(ChqAction1FormTest, TheSpaceBarStepsTheActionAndTheListIsApplied) {
     QTest::keyClick(grid, Qt::Key_Space);
     EXPECT_EQ(text(2, "WhatDocNam"), QString());
 
+    // A collection for the first cheque, to its bank account, which the grid names.
+    grid->setCurrentIndex(actionCell(0));
+    QTest::keyClick(grid, Qt::Key_Space);
+    form->received().setBankAccount(1);
+    EXPECT_TRUE(text(0, "AcountID").contains(QStringLiteral("0101234567"))) << text(0, "AcountID").toStdString();
+
     QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
     EXPECT_TRUE(form->grab().save(QStringLiteral(TR_SCREENS_DIR "/chq_action1_form.png")));
 
     QTest::mouseClick(form->applyButton(), Qt::LeftButton);
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '78'"))
+                  .toInt(),
+              1);
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '72'"))
                   .toInt(),
               1);
     // The list read again shows the cheque's new state.

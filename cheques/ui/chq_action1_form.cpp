@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -240,6 +241,12 @@ void TChqAction1Form::showList() {
     f.toDate = date(toDate_);
     f.state = state_->currentData().toString();
     guarded([this] {
+        // The bank account column shows the account as the list offers it, not its number.
+        QHash<qint64, QString> accounts;
+        for (const auto& [id, name] : received_->bankAccounts()) accounts.insert(id, name);
+        model_->setFieldFormat(QStringLiteral("AcountID"), [accounts](const QVariant& value) {
+            return value.isNull() ? QString() : accounts.value(value.toLongLong(), value.toString());
+        });
         received_->fill();
         return true;
     });
