@@ -1,10 +1,12 @@
 #include "cheques/received_actions.h"
 
 #include <QRegularExpression>
+#include <cmath>
 
 #include "common/db/database_error.h"
 #include "common/db/query_helpers.h"
 #include "common/db/transaction.h"
+#include "common/persian/amount.h"
 #include "common/persian/persian_date.h"
 #include "instruments/cheque_actions.h"
 #include "instruments/cheque_work_tables.h"
@@ -43,6 +45,7 @@ ReceivedChequeActions::ReceivedChequeActions(const tr::Services& services)
     : services_(services),
       messages_(services.dialog),
       table_(*services.database, QStringLiteral("##TT") + services.global->sessionText),
+      split_(*services.database, QStringLiteral("##TTT") + services.global->sessionText),
       rows_(services.database->Connection) {}
 
 void ReceivedChequeActions::setServices(const tr::Services& services) {
@@ -70,6 +73,9 @@ void ReceivedChequeActions::fill() {
     if (tr::db::objectExistsInTempdb(c, table_.name())) c.execute(QStringLiteral("Drop Table ") + table_.name());
     c.execute(QStringLiteral("Create Table ") + table_.name() + QStringLiteral(" (") +
               tr::instruments::chequeActionWorkTableColumns() + QStringLiteral(")"));
+    if (tr::db::objectExistsInTempdb(c, split_.name())) c.execute(QStringLiteral("Drop Table ") + split_.name());
+    c.execute(QStringLiteral("Create Table ") + split_.name() + QStringLiteral(" (") +
+              tr::instruments::returnSplitWorkTableColumns() + QStringLiteral(")"));
     // Each received cheque once: its receipt row (the state row of kind 71 points at it) and its
     // latest action, whichever side wrote it.
     QString where = QStringLiteral(" Where R.WhatDoc = '71' And R.IDX = (Select Max(R2.IDX) From N_ChqLastTrans As R2 "
@@ -93,7 +99,7 @@ void ReceivedChequeActions::fill() {
                              "IsNull((Select Max(A.AtfDate) From Asnad As A Where A.TypeSys = 'N' And A.WhatDoc = '71' "
                              "And A.Document = Cast(N.IDX As Varchar(20))), (Select Max(F.SarResidDate) From "
                              "N_ChqFirst As F Where F.IDX = N.IDX)), L.SanadDate, '', L.WhatDoc, K.NDocNam, N.Des3, "
-                             "N.Des4, Cast(R.IDX As Varchar(20)) "
+                             "N.Des4, Right('000000000000' + Cast(R.IDX As Varchar(12)), 12) "
                              "From N_ChqLastTrans As R Inner Join N_NaghdTrans As N On (Cast(N.IDX As Varchar(20)) = "
                              "R.CodWhatDoc) Inner Join N_ChqLastTrans As L On (L.ChqNo = R.ChqNo And IsNull(L.Joz, '') "
                              "= IsNull(R.Joz, '') And L.IDX = (Select Max(M.IDX) From N_ChqLastTrans As M Where "
@@ -303,6 +309,92 @@ bool ReceivedChequeActions::setActionDate(const QString& typed) {
     return true;
 }
 
+QList<ReturnLine> ReceivedChequeActions::returnLines() const {
+    if (rows_.IsEmpty()) return {};
+    tr::db::Connection& c = connection();
+    const QString cheque = c.text(field("ChqNo"));
+    const QString series = c.text(field("Joz"));
+    // Columns: the account's five levels, description, credit, part.
+    auto read = [&](const QString& sql) {
+        const tr::db::Query q = openQuery(c, sql);
+        QList<ReturnLine> out;
+        for (int i = 0; i < q.RecordCount(); ++i) {
+            ReturnLine line;
+            for (int k = 0; k < kLevels.size(); ++k) line.account << q.value(i, k).toString().trimmed();
+            line.des = q.value(i, 5).toString().trimmed();
+            line.credited = q.value(i, 6).toDouble();
+            line.newValue = q.value(i, 7).toDouble();
+            out << line;
+        }
+        return out;
+    };
+    // The parts typed so far; else the lines of its receipt's voucher; else its opening rows.
+    QList<ReturnLine> lines = read(QStringLiteral("Select ") + accountColumns(QString()) +
+                                   QStringLiteral(", Des, ChqValue, NewValue From ") + split_.name() +
+                                   QStringLiteral(" Where ChqNo = ") + cheque + QStringLiteral(" And IsNull(Joz, '') = ") +
+                                   series + QStringLiteral(" Order By Raj"));
+    if (lines.isEmpty()) {
+        lines = read(QStringLiteral("Select ") + accountColumns(QString()) +
+                     QStringLiteral(", Des, Bes, 0 From Asnad Where TypeSys = 'N' And WhatDoc = '71' And AtfCh = ") +
+                     cheque + QStringLiteral(" And DocToDate = ") + series + QStringLiteral(" And Bes > 0 Order By REC"));
+    }
+    if (lines.isEmpty()) {
+        lines = read(QStringLiteral("Select ") + accountColumns(QString()) +
+                     QStringLiteral(", Des, sValue, 0 From N_ChqFirst Where ChqOrTaraf = 2 And ChqNo = ") + cheque +
+                     QStringLiteral(" And IsNull(Joz, '') = ") + series + QStringLiteral(" Order By Raj"));
+    }
+    return lines;
+}
+
+bool ReceivedChequeActions::returnNeedsSplit() const {
+    return !rows_.IsEmpty() && chequeActions().kindOf(field("WhatDocNam"), Side::Received) == QStringLiteral("78") &&
+           returnLines().size() > 1;
+}
+
+bool ReceivedChequeActions::splitReturn(const QList<double>& parts) {
+    const QList<ReturnLine> lines = returnLines();
+    if (lines.isEmpty() || parts.size() != lines.size()) return false;
+    double total = 0;
+    for (int i = 0; i < lines.size(); ++i) {
+        if (parts[i] - lines[i].credited > 0.005)
+            return refuse(QStringLiteral("مبلغ وارد شده بايد كوچكتر يا مساوي با مبلغ بستانكار باشد."));
+        total += parts[i];
+    }
+    const double amount = field("ChqValue").toDouble();
+    if (std::fabs(total - amount) > 0.005)
+        return refuse(QStringLiteral("جمع مبلغ بايد برابر <") + QString::number(amount, 'f', 0) + QStringLiteral("> شود."));
+    tr::db::Connection& c = connection();
+    const QString cheque = c.text(field("ChqNo"));
+    const QString series = c.text(field("Joz"));
+    tr::db::Transaction transaction(c);
+    c.execute(QStringLiteral("Delete From ") + split_.name() + QStringLiteral(" Where ChqNo = ") + cheque +
+              QStringLiteral(" And IsNull(Joz, '') = ") + series);
+    for (int i = 0; i < lines.size(); ++i) {
+        QStringList values{QString::number(i + 1), QStringLiteral("'RET'"), QStringLiteral("'78'"), cheque, series,
+                           tr::db::sqlNumber(lines[i].credited), tr::db::sqlNumber(parts[i]), c.text(lines[i].des)};
+        for (const QString& level : lines[i].account) values << c.text(level);
+        c.execute(QStringLiteral("Insert Into ") + split_.name() +
+                  QStringLiteral(" (Raj, Status, WhatDoc, ChqNo, Joz, ChqValue, NewValue, Des, ") +
+                  accountColumns(QString()) + QStringLiteral(") Values (") + values.join(QStringLiteral(", ")) +
+                  QLatin1Char(')'));
+    }
+    transaction.commit();
+    return true;
+}
+
+bool ReceivedChequeActions::splitReturnTyped(const QStringList& typed) {
+    QList<double> parts;
+    for (const QString& text : typed) {
+        const tr::persian::AmountReading reading = tr::persian::readAmount(text);
+        if (!reading.ok()) {
+            messages_.show(tr::persian::amountRefusal(reading, text), tr::persian::kAmountMessageKind);
+            return false;
+        }
+        parts << reading.value;
+    }
+    return splitReturn(parts);
+}
+
 QList<QStringList> ReceivedChequeActions::history(const QString& number, const QString& series) const {
     tr::db::Connection& c = connection();
     const QString cheque = QStringLiteral(" L.ChqNo = ") + c.text(number.trimmed()) +
@@ -382,7 +474,8 @@ bool ReceivedChequeActions::apply() {
         if (unlink) c.execute(QStringLiteral("Delete") + links);
         c.execute(QStringLiteral("Exec sp_N_Asnad_ChqGetAction_Apply ") + c.text(table_.name()) + QStringLiteral(", ") +
                   c.text(services_.global->userName) + QStringLiteral(", ") + c.text(services_.global->fiscalStart) +
-                  QStringLiteral(", ") + c.text(services_.global->fiscalEnd));
+                  QStringLiteral(", ") + c.text(services_.global->fiscalEnd) + QStringLiteral(", ") +
+                  c.text(split_.name()));
         transaction.commit();
     } catch (const tr::db::DatabaseError& e) {
         if (services_.progress) services_.progress->closeState();

@@ -17,6 +17,14 @@
 
 namespace tr::cheques {
 
+// A line a returned cheque may go back to: one the cheque was credited to, and its part.
+struct ReturnLine {
+    QStringList account;  // Koll, Moein, Tafsily, Tafsily2, ProjectCod
+    QString des;
+    double credited = 0;  // shown as "بدهكار"
+    double newValue = 0;
+};
+
 struct ReceivedFilters {
     QString chequeNumber;
     QString fromDate, toDate;  // the receipt date, "yyyy/mm/dd"; empty for no bound
@@ -64,6 +72,18 @@ class ReceivedChequeActions {
     // The states the "انتخاب آخرين عمل" filter offers: kind and name.
     QList<QPair<QString, QString>> stateNames() const;
 
+    // "انتخاب طرف حساب جهت برگشت چک": the lines the current row's cheque was credited to, with
+    // the parts typed so far.
+    QList<ReturnLine> returnLines() const;
+    // The current row is a return of a cheque credited to more than one line.
+    bool returnNeedsSplit() const;
+    // The parts typed for those lines, in their order: each no more than its line's credit, all
+    // together the cheque's amount; refused with the message otherwise. The return then debits
+    // each line its part.
+    bool splitReturn(const QList<double>& parts);
+    // The parts as typed in the dialog: a text that is no amount is refused with its reason.
+    bool splitReturnTyped(const QStringList& typed);
+
     // "گردش چک ...": the current row's cheque's actions in order, with their dates and voucher
     // numbers, in the pick list (a received cheque spent and come back names its 88 row
     // "برگشت از خرج چك").
@@ -90,6 +110,7 @@ class ReceivedChequeActions {
     tr::dialog::Messages messages_;
     ReceivedFilters filters_;
     tr::db::ScopedTempTable table_;
+    tr::db::ScopedTempTable split_;
     tr::db::Query rows_;
 };
 

@@ -47,4 +47,13 @@ QString chequeActionWorkTableColumns() {
            accounts;
 }
 
+QString returnSplitWorkTableColumns() {
+    return QStringLiteral(
+        "IDX Int Null, Serial Int Null, Raj Int Null, Status Varchar(5) Null, WhatDoc Varchar(2) Null, "
+        "WhatDoc2 Varchar(2) Null, ChqNo Varchar(30) Null, Joz Varchar(20) Null, ChqValue Float Null, "
+        "NewValue Float Null, Des NVarchar(500) Null, Koll Varchar(20) Null, Moein Varchar(20) Null, "
+        "Tafsily Varchar(20) Null, Tafsily2 Varchar(20) Null, ProjectCod Varchar(20) Null, ArzCod Varchar(2) Null, "
+        "ArzNam NVarchar(50) Null, Nerkh Float Null, ArzCount Float Null");
+}
+
 }  // namespace tr::instruments

@@ -12,5 +12,8 @@ QString chequeWorkTableColumns();
 QString counterpartyWorkTableColumns();
 // The actions screen's list (##TT...), in the order the screen's rules give.
 QString chequeActionWorkTableColumns();
+// The actions screen's second table: the counterparty lines a returned cheque goes back to, each
+// with the part of the cheque (NewValue) it takes.
+QString returnSplitWorkTableColumns();
 
 }  // namespace tr::instruments

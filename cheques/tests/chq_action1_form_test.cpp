@@ -3,6 +3,11 @@
 // "تاييد" posting; a screenshot is left for a look by eye.
 #include "cheques/ui/chq_action1_form.h"
 
+#include <QTableWidget>
+
+#include "cheques/ui/return_split_dialog.h"
+#include "host/sdk/modal_runner.h"
+
 #include <gtest/gtest.h>
 
 #include <QComboBox>
@@ -121,6 +126,44 @@ TEST_F(ChqAction1FormTest, TheSpaceBarStepsTheActionAndTheListIsApplied) {
     // The list read again shows the cheque's new state.
     for (int r = 0; r < form->receivedModel()->rowCount(); ++r)
         if (text(r, "ChqNo") == QLatin1String("1102")) EXPECT_EQ(text(r, "LastWhatDocNam").isEmpty(), false);
+}
+
+// Answers the split dialog as a user would: looks at it, changes nothing, confirms.
+struct SplitAnswer : tr::sdk::ModalRunner {
+    int shown = 0;
+    int exec(QDialog& dialog) override {
+        ++shown;
+        auto& split = static_cast<ReturnSplitDialog&>(dialog);
+        split.resize(560, 200);
+        QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+        split.grab().save(QStringLiteral(TR_SCREENS_DIR "/return_split_dialog.png"));
+        split.confirm();
+        return split.result();
+    }
+};
+
+TEST_F(ChqAction1FormTest, AReturnOfAChequeCreditedToTwoLinesAsksHowItSplits) {
+    tr::db::Connection& c = company();
+    c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet 'DB->TRANS', 'FA71', '1', '', '', ''"));
+    c.execute(QStringLiteral("Update ##FA71_Taraf Set ChqValue = 8000000 Where ChqNo = '1101'"));
+    c.execute(QStringLiteral("Insert Into ##FA71_Taraf (Raj, WhatDoc2, Koll, Moein, Joz, ChqNo, ChqValue) Values "
+                             "(9, '01', '202', '0001', 'ب', '1101', 4500000)"));
+    c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet 'TRANS->DB', 'FA71', '1', '1404/02/10', 'admin', 'EDIT'"));
+    SplitAnswer answer;
+    tr::sdk::ModalRunner* previous = tr::sdk::ModalRunner::install(&answer);
+    QTest::mouseClick(form->showButton(), Qt::LeftButton);
+    QTableView* grid = form->receivedGrid();
+    grid->setFocus();
+    grid->setCurrentIndex(actionCell(0));
+    QTest::keyClick(grid, Qt::Key_Space, Qt::NoModifier, 20);
+    QTest::keyClick(grid, Qt::Key_Space, Qt::NoModifier, 20);
+    tr::sdk::ModalRunner::install(previous);
+    EXPECT_EQ(answer.shown, 1);
+    EXPECT_EQ(text(0, "WhatDocNam"), QStringLiteral("برگشت چک"));
+    QTest::mouseClick(form->applyButton(), Qt::LeftButton);
+    EXPECT_EQ(tr::db::firstColumn(c, QStringLiteral("Select Count(*) From Asnad Where WhatDoc = '78' And Bed > 0")).toInt(), 2);
+    EXPECT_DOUBLE_EQ(tr::db::firstColumn(c, QStringLiteral("Select Sum(Bed - Bes) From Asnad Where Koll = '202'")).toDouble(),
+                     0);
 }
 
 }  // namespace

@@ -305,5 +305,39 @@ TEST_F(ReceivedActionsTest, TheChequesHistoryListsItsActionsWithTheirVouchersAnd
     EXPECT_EQ(rows[3][0], QStringLiteral("برگشت از خرج چك"));
 }
 
+TEST_F(ReceivedActionsTest, AReturnSplitOverTheLinesTheChequeWasCreditedToDebitsEachItsPart) {
+    // One cheque credited to two customers' lines (2,500,000 = 1,500,000 + 1,000,000).
+    receive(QStringLiteral("1301"), 1);
+    tr::db::Connection& c = company();
+    c.execute(QStringLiteral("Delete From ##RA71_Taraf"));
+    c.execute(QStringLiteral("Insert Into ##RA71_Taraf (Raj, WhatDoc2, Koll, Moein, Joz, ChqNo, ChqValue) Values "
+                             "(0, '01', '104', '0002', 'S', '1301', 1500000)"));
+    c.execute(QStringLiteral("Insert Into ##RA71_Taraf (Raj, WhatDoc2, Koll, Moein, Joz, ChqNo, ChqValue) Values "
+                             "(1, '01', '202', '0001', 'S', '1301', 1000000)"));
+    c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet 'TRANS->DB', 'RA71', '1', '1404/02/10', 'admin', 'EDIT'"));
+
+    screen->fill();
+    select(QStringLiteral("1301"));
+    ASSERT_TRUE(screen->chooseAction(kReturned));
+    ASSERT_TRUE(screen->setActionDate(QStringLiteral("1404/03/01")));
+    const QList<ReturnLine> lines = screen->returnLines();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_DOUBLE_EQ(lines[0].credited, 1500000);
+    EXPECT_EQ(lines[1].account.value(0), QStringLiteral("202"));
+    EXPECT_FALSE(screen->splitReturn({1600000, 900000}));
+    EXPECT_EQ(lastMessage(), QStringLiteral("مبلغ وارد شده بايد كوچكتر يا مساوي با مبلغ بستانكار باشد."));
+    EXPECT_FALSE(screen->splitReturn({1500000, 900000}));
+    EXPECT_EQ(lastMessage(), QStringLiteral("جمع مبلغ بايد برابر <2500000> شود."));
+    ASSERT_TRUE(screen->splitReturn({1500000, 1000000}));
+    EXPECT_DOUBLE_EQ(screen->returnLines()[1].newValue, 1000000);
+    ASSERT_TRUE(screen->apply()) << lastMessage().toStdString();
+    EXPECT_EQ(state(QStringLiteral("1301")), QStringLiteral("78"));
+    // Each customer is debited back what it was credited; the cheques account is cleared.
+    EXPECT_DOUBLE_EQ(balance("104", "0002"), 0);
+    EXPECT_DOUBLE_EQ(balance("202", "0001"), 0);
+    EXPECT_DOUBLE_EQ(balance("103", "0001"), 0);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
 }  // namespace
 }  // namespace tr::cheques

@@ -18,6 +18,8 @@
 #include "common/db/database_error.h"
 #include "common/dialog/message_dialog.h"
 #include "common/ui/dataset_model.h"
+#include "cheques/ui/return_split_dialog.h"
+#include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
 
 namespace tr::cheques {
@@ -116,7 +118,7 @@ TChqAction1Form::TChqAction1Form(const tr::Services& services, QWidget* parent)
         },
         [this](QWidget* editor) {
             const QString name = static_cast<QComboBox*>(editor)->currentText();
-            guarded([&] { return received_->chooseAction(name); });
+            if (guarded([&] { return received_->chooseAction(name); })) askReturnSplit();
         },
         this);
     auto* dateDelegate = new LogicDelegate(
@@ -259,6 +261,15 @@ void TChqAction1Form::applyList() {
         grid_->setCurrentIndex(model_->index(row, model_->fieldColumn(QStringLiteral("WhatDocNam"))));
 }
 
+void TChqAction1Form::askReturnSplit() {
+    if (!received_->returnNeedsSplit()) return;
+    ReturnSplitDialog dialog(*received_, this);
+    guarded([&] {
+        tr::sdk::ModalRunner::current().exec(dialog);
+        return true;
+    });
+}
+
 QString TChqAction1Form::currentField() const {
     const QModelIndex index = grid_->currentIndex();
     return index.isValid() ? model_->fieldName(index.column()) : QString();
@@ -270,10 +281,11 @@ bool TChqAction1Form::eventFilter(QObject* watched, QEvent* event) {
         if (key->key() == Qt::Key_Space && currentField().compare(QLatin1String("WhatDocNam"), Qt::CaseInsensitive) == 0) {
             const QModelIndex at = grid_->currentIndex();
             model_->setCurrentRow(at.row());
-            guarded([this] {
-                received_->spaceOnAction();
-                return true;
-            });
+            if (guarded([this] {
+                    received_->spaceOnAction();
+                    return true;
+                }))
+                askReturnSplit();
             grid_->setCurrentIndex(model_->index(at.row(), at.column()));
             return true;
         }

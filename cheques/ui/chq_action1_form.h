@@ -47,6 +47,8 @@ class TChqAction1Form : public QWidget {
 
   private:
     QString currentField() const;
+    // A return on a cheque credited to several lines asks how it splits over them.
+    void askReturnSplit();
     // Runs a handler of the logic; a database failure is shown as every screen shows one.
     bool guarded(const std::function<bool()>& action);
 

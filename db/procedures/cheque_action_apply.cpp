@@ -1,6 +1,7 @@
 #include "db/procedures/cheque_action_apply.h"
 
 #include <QSet>
+#include <cmath>
 
 #include "common/db/database_error.h"
 #include "common/db/query.h"
@@ -48,14 +49,16 @@ struct ActionRow {
 class ApplyCall {
   public:
     ApplyCall(Connection& c, const Args& args) : c_(c) {
-        if (args.size() != 4) {
+        if (args.size() != 4 && args.size() != 5) {
             throw DatabaseError(
-                QStringLiteral("sp_N_Asnad_ChqGetAction_Apply expects 4 arguments, got %1").arg(args.size()));
+                QStringLiteral("sp_N_Asnad_ChqGetAction_Apply expects 4 or 5 arguments, got %1").arg(args.size()));
         }
         table_ = validWorkTable(args[0].toString().trimmed(), QStringLiteral("an actions work table"));
         user_ = args[1].toString().trimmed();
         yearStart_ = validDate(args[2].toString().trimmed());
         yearEnd_ = validDate(args[3].toString().trimmed());
+        if (args.size() == 5 && !args[4].toString().trimmed().isEmpty())
+            splitTable_ = validWorkTable(args[4].toString().trimmed(), QStringLiteral("a return-split table"));
     }
 
     tr::db::ExecResult run() {
@@ -168,7 +171,25 @@ class ApplyCall {
         if (kind == QLatin1String("73") && !r.due.isEmpty() && r.date < r.due)
             refuseRow(QStringLiteral("تاريخ اعلام وصول نمي تواند از تاريخ سررسيد كمتر باشد."), r);
         if (movesNoMoney(kind)) return;
-        if (kind == QLatin1String("78") && r.to.empty()) refuseRow(QStringLiteral("        سرفصل مشتري مشخص شود"), r);
+        if (kind == QLatin1String("78")) {
+            const std::vector<SplitLine> split = splitOf(r);
+            if (!split.empty()) {
+                double total = 0;
+                for (const SplitLine& line : split) {
+                    total += line.value;
+                    checkActive(line.account, r);
+                }
+                if (std::fabs(total - r.value) > 0.005) {
+                    refuseRow(QStringLiteral("جمع مبلغ بايد برابر <") + QString::number(r.value, 'f', 0) +
+                                  QStringLiteral("> شود."),
+                              r);
+                }
+                if (r.from.empty()) refuseRow(QStringLiteral("سرفصل عمليات چك مشخص نشده است."), r);
+                checkActive(r.from, r);
+                return;
+            }
+            if (r.to.empty()) refuseRow(QStringLiteral("        سرفصل مشتري مشخص شود"), r);
+        }
         if (r.to.empty() || r.from.empty()) refuseRow(QStringLiteral("سرفصل عمليات چك مشخص نشده است."), r);
         checkActive(r.from, r);
         checkActive(r.to, r);
@@ -241,8 +262,13 @@ class ApplyCall {
         if (!movesNoMoney(kind)) {
             const qint64 voucherNo = newVoucherNumber(c_);
             const QString des = r.name + QStringLiteral(" چك ") + r.number;
-            voucherLine(idx, kind, voucherNo, 1, r.to, LedgerSide::Bed, des, r);
-            voucherLine(idx, kind, voucherNo, 2, r.from, LedgerSide::Bes, des, r);
+            // A return split over the lines the cheque was credited to debits each its part.
+            const std::vector<SplitLine> split = kind == QLatin1String("78") ? splitOf(r) : std::vector<SplitLine>{};
+            int raj = 0;
+            if (split.empty()) voucherLine(idx, kind, voucherNo, ++raj, r.to, LedgerSide::Bed, r.value, des, r);
+            for (const SplitLine& line : split)
+                voucherLine(idx, kind, voucherNo, ++raj, line.account, LedgerSide::Bed, line.value, des, r);
+            voucherLine(idx, kind, voucherNo, ++raj, r.from, LedgerSide::Bes, r.value, des, r);
         }
         c_.execute(QStringLiteral("Insert Into N_ChqLastTrans (WhatDoc, ChqNo, Joz, SanadDate, CodWhatDoc, Serial) "
                                   "Values (") +
@@ -252,7 +278,7 @@ class ApplyCall {
     }
 
     void voucherLine(qint64 idx, const QString& kind, qint64 voucherNo, int raj, const Accounts& a, LedgerSide side,
-                     const QString& des, const ActionRow& r) {
+                     double value, const QString& des, const ActionRow& r) {
         VoucherLine l;
         l.whatDoc = kind;
         l.whatDoc2 = r.bank;
@@ -267,7 +293,7 @@ class ApplyCall {
         l.projectCod = a.projectCod;
         l.des = des;
         l.side = side;
-        l.rials = round2(r.value);
+        l.rials = round2(value);
         l.atfCh = r.number;
         l.user = user_;
         l.docToDate = r.series;
@@ -285,8 +311,27 @@ class ApplyCall {
         c_.execute(QStringLiteral("Delete From N_ChqLastTrans Where IDX = ") + sqlNumber(latest->idx));
     }
 
+    struct SplitLine {
+        Accounts account;
+        double value = 0;
+    };
+    // The parts of a returned cheque typed in the split table (empty: one customer account).
+    std::vector<SplitLine> splitOf(const ActionRow& r) {
+        if (splitTable_.isEmpty()) return {};
+        const Query q = openQuery(c_, QStringLiteral("Select Koll, Moein, Tafsily, Tafsily2, ProjectCod, NewValue From ") +
+                                          splitTable_ + QStringLiteral(" Where ChqNo = ") + c_.text(r.number) +
+                                          QStringLiteral(" And IsNull(Joz, '') = ") + c_.text(r.series) +
+                                          QStringLiteral(" And NewValue > 0 Order By Raj"));
+        std::vector<SplitLine> out;
+        for (int i = 0; i < q.RecordCount(); ++i) {
+            const Record row{&q, i};
+            out.push_back({accounts(row, ""), row["NewValue"].toDouble()});
+        }
+        return out;
+    }
+
     Connection& c_;
-    QString table_, user_, yearStart_, yearEnd_;
+    QString table_, user_, yearStart_, yearEnd_, splitTable_;
 };
 
 }  // namespace
