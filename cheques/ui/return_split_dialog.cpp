@@ -6,6 +6,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "common/persian/amount.h"
 #include "host/sdk/persian_font.h"
 
 namespace tr::cheques {
@@ -34,10 +35,10 @@ ReturnSplitDialog::ReturnSplitDialog(ReceivedChequeActions& actions, QWidget* pa
         };
         table_->setItem(row, 0, fixed(account.join(QLatin1Char('-'))));
         table_->setItem(row, 1, fixed(line.des));
-        table_->setItem(row, 2, fixed(QString::number(line.credited, 'f', 0)));
+        table_->setItem(row, 2, fixed(tr::persian::formatAmount(line.credited)));
         // The whole credit by default: the usual return gives each line back what it gave.
-        table_->setItem(row, 3, new QTableWidgetItem(QString::number(line.newValue > 0 ? line.newValue : line.credited,
-                                                                     'f', 0)));
+        table_->setItem(row, 3, new QTableWidgetItem(tr::persian::formatAmount(line.newValue > 0 ? line.newValue
+                                                                                                  : line.credited)));
     }
     table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     auto* buttons = new QDialogButtonBox(this);
