@@ -12,6 +12,8 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
@@ -19,6 +21,7 @@
 
 #include "common/db/query_helpers.h"
 #include "common/ui/dataset_model.h"
+#include "common/ui/grid_report.h"
 #include "db/procedures/procedures.h"
 #include "db/schema/tests/demo_fixture.h"
 #include "instruments/cheque_work_tables.h"
@@ -115,6 +118,16 @@ TEST_F(ChqAction1FormTest, TheSpaceBarStepsTheActionAndTheListIsApplied) {
 
     QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
     EXPECT_TRUE(form->grab().save(QStringLiteral(TR_SCREENS_DIR "/chq_action1_form.png")));
+    // The list as the user sees it, printed: the period in the title, the shown columns.
+    const QString html = tr::ui::gridReportHtml(form->reportTitle(), *grid);
+    EXPECT_TRUE(html.contains(QStringLiteral("گزارش عمليات چکها دوره مالي [")));
+    EXPECT_TRUE(html.contains(QStringLiteral("<th>عمليات جاري</th>")));
+    EXPECT_FALSE(html.contains(QStringLiteral("<th>sOrder</th>")));
+    EXPECT_TRUE(html.contains(QStringLiteral("برگشت چک")));
+    const QString pdf = QStringLiteral(TR_SCREENS_DIR "/chq_action1_report.pdf");
+    QFile::remove(pdf);
+    ASSERT_TRUE(form->printList(pdf));
+    EXPECT_GT(QFileInfo(pdf).size(), 1000);
 
     QTest::mouseClick(form->applyButton(), Qt::LeftButton);
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '78'"))

@@ -18,6 +18,8 @@
 #include "common/db/database_error.h"
 #include "common/dialog/message_dialog.h"
 #include "common/ui/dataset_model.h"
+#include "common/ui/grid_report.h"
+#include "common/ui/settings_libraries.h"
 #include "cheques/ui/return_split_dialog.h"
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
@@ -186,6 +188,15 @@ TChqAction1Form::TChqAction1Form(const tr::Services& services, QWidget* parent)
         });
     });
     grid_->addAction(history);
+    auto* properties = new QAction(QStringLiteral("مشخصات گزارش [عمليات چکها]"), grid_);
+    connect(properties, &QAction::triggered, this, [this] {
+        tr::ui::openReportSettings(services_.global->hostFolder, &report_, QStringLiteral("مشخصات گزارش [عمليات چکها]"));
+    });
+    grid_->addAction(properties);
+    auto* print = new QAction(QStringLiteral("چاپ ..."), grid_);
+    print->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    connect(print, &QAction::triggered, this, [this] { printList(); });
+    grid_->addAction(print);
     grid_->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     auto* buttons = new QHBoxLayout;
@@ -268,6 +279,15 @@ void TChqAction1Form::askReturnSplit() {
         tr::sdk::ModalRunner::current().exec(dialog);
         return true;
     });
+}
+
+QString TChqAction1Form::reportTitle() const {
+    return QStringLiteral("گزارش عمليات چکها دوره مالي [") + services_.global->sYear.trimmed() + QLatin1Char(']');
+}
+
+bool TChqAction1Form::printList(const QString& pdfFile) {
+    return tr::ui::printReport(report_, reportTitle(), tr::ui::gridReportHtml(reportTitle(), *grid_), this, pdfFile,
+                               tr::ui::PageTurn::Landscape);
 }
 
 QString TChqAction1Form::currentField() const {

@@ -3,6 +3,7 @@
 // cheques by its filters over ReceivedChequeActions, which holds every rule; the space bar on the
 // action cell steps through the row's menu, the action, date and bank-account cells edit through
 // the logic, and "تاييد" applies the list. The issued tab waits for the issued cheques.
+#include <QTextDocument>
 #include <QWidget>
 #include <memory>
 
@@ -41,6 +42,9 @@ class TChqAction1Form : public QWidget {
     void showList();
     // "تاييد".
     void applyList();
+    // The list as shown, printed under the report's title (to a PDF file, or a chosen printer).
+    bool printList(const QString& pdfFile = {});
+    QString reportTitle() const;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -63,6 +67,7 @@ class TChqAction1Form : public QWidget {
     QPushButton* apply_;
     QTableView* grid_;
     tr::ui::DatasetModel* model_;
+    QTextDocument report_;  // keeps the user's report settings between prints
 };
 
 }  // namespace tr::cheques

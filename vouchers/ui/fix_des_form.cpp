@@ -7,8 +7,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QTableView>
 #include <QTextOption>
 #include <QVBoxLayout>
@@ -16,6 +14,7 @@
 #include "common/ui/dataset_model.h"
 #include "common/ui/settings_libraries.h"
 #include "common/ui/title_sorter.h"
+#include "common/ui/grid_report.h"
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
 
@@ -181,25 +180,7 @@ void TFixDesForm::showTurnover() {
 }
 
 void TFixDesForm::printReport(const QString& pdfFile) {
-    // Points, not pixels: the printer's resolution would shrink a pixel-sized font to nothing.
-    QFont font = tr::sdk::persianFont();
-    font.setPointSize(10);
-    report_.setDefaultFont(font);
-    QTextOption option = report_.defaultTextOption();
-    option.setTextDirection(Qt::RightToLeft);
-    option.setAlignment(Qt::AlignRight);
-    report_.setDefaultTextOption(option);
-    report_.setHtml(screen_->reportHtml());
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(screen_->reportTitle());
-    if (!pdfFile.isEmpty()) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(pdfFile);
-    } else {
-        QPrintDialog dialog(&printer, this);
-        if (tr::sdk::ModalRunner::current().exec(dialog) != QDialog::Accepted) return;
-    }
-    report_.print(&printer);
+    tr::ui::printReport(report_, screen_->reportTitle(), screen_->reportHtml(), this, pdfFile);
 }
 
 void TFixDesForm::openReportProperties() {
