@@ -1,5 +1,7 @@
 #include "vouchers/n_global.h"
 
+#include "vouchers/treasury_log.h"
+
 #include <QThread>
 #include <cmath>
 #include <exception>
@@ -25,17 +27,6 @@ QString twoDigits(const QString& text) {
 }
 
 using tr::db::openQuery;
-
-// "KEY=VALUE;" pairs of Options.Naghd.
-QString optionValue(const QString& options, const QString& key) {
-    for (const QString& pair : options.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-        const int equals = pair.indexOf(QLatin1Char('='));
-        if (equals < 0) continue;
-        if (pair.left(equals).trimmed().compare(key, Qt::CaseInsensitive) == 0)
-            return pair.mid(equals + 1).trimmed();
-    }
-    return {};
-}
 
 bool sameAmount(double a, double b) {
     return std::fabs(a - b) < 0.005;
@@ -565,16 +556,8 @@ void N_Global::copyVoucherAside(bool bySerial) {
 }
 
 void N_Global::logAction(const QString& type) {
-    tr::db::Connection& c = connection();
-    const Global& g = *services_.global;
-    tr::db::execute(database(),
-                    QStringLiteral("Exec sp_Asnad_Actions ") + c.text(header_.voucherNo.trimmed()) +
-                        QStringLiteral(",'N',") + c.text(kind_.title) + QStringLiteral(",") +
-                        c.text(tr::persian::today()) + QStringLiteral(",") + c.text(g.userName) +
-                        QStringLiteral(",") + c.text(type) + QStringLiteral(", ") +
-                        c.text(tr::timeText()) + QStringLiteral(",") + c.text(g.computerName) +
-                        QStringLiteral(",") + c.text(kind_.code) + QStringLiteral(",'' ,'',") +
-                        c.text(header_.serial.trimmed()));
+    logTreasuryAction(database(), *services_.global,
+                      {header_.voucherNo, kind_.title, kind_.code, header_.serial}, type);
 }
 
 bool N_Global::save() {

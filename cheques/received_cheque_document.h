@@ -1,0 +1,85 @@
+#pragma once
+// The logic of the received-cheque document ("دريافت چک", kind 71): the header, the cheque grid
+// over ##<prefix>_Chq and the counterparty grid over ##<prefix>_Taraf with their row checks, the
+// counterparty lines kept in step with their cheque, and loading, saving (normal or opening
+// cheques) and deleting through sp_N_Asnad_Trans_ChqGet, each in one transaction.
+#include <QString>
+#include <optional>
+
+#include "common/db/query.h"
+#include "common/db/scoped_temp_table.h"
+#include "common/dialog/message_dialog.h"
+#include "common/session/services.h"
+
+namespace tr::cheques {
+
+enum class DocumentMode { New, Edit };
+
+struct ChequeDocumentHeader {
+    QString serial;
+    QString date;       // issue date, "yyyy/mm/dd"
+    QString voucherNo;  // read-only, after a save or load
+    QString userName;   // read-only
+};
+
+// The account typed in the lower box: written into the counterparty lines of the cheque posted.
+struct LowerAccount {
+    QString koll, moein, tafsily, tafsily2, projectCod;
+    bool empty() const { return koll.trimmed().isEmpty(); }
+};
+
+class ReceivedChequeDocument {
+  public:
+    static const QString kTitle;     // "دريافت چک"
+    static const QString kFormKey;   // "N_A_CHQGET_"
+    static const QString kKind;      // "71"
+
+    explicit ReceivedChequeDocument(const tr::Services& services);
+    ~ReceivedChequeDocument();
+    ReceivedChequeDocument(const ReceivedChequeDocument&) = delete;
+    ReceivedChequeDocument& operator=(const ReceivedChequeDocument&) = delete;
+
+    DocumentMode mode() const { return mode_; }
+    ChequeDocumentHeader& header() { return header_; }
+    LowerAccount& lowerAccount() { return lower_; }
+    tr::db::Query& cheques() { return cheques_; }
+    tr::db::Query& counterparties() { return counterparties_; }
+    const QString& prefix() const { return prefix_; }
+    // "ثبت" or "اصلاح", with "(به روزآوري شده است)" after a save.
+    QString caption() const;
+
+    // A new document: empty grids, the next serial taken and held, the date of the period.
+    void newDocument();
+    // A saved serial of kind 71 into the grids; refused with the message when there is none.
+    bool open(const QString& serial);
+    // "تاييد" (or "چکاولدوره" when `opening`): the checks in order, then one transaction for the
+    // procedure's call and the action log. A refusal leaves the grids as they were.
+    bool save(bool opening = false);
+    // "حذف": refused while a cheque of the document has moved; then the log row and the delete.
+    bool remove();
+    // "راس چك": the weighted due date of the cheques, shown as the rules word it.
+    std::optional<int> weightedDueDays();
+    void showWeightedDueDate();
+
+  private:
+    tr::db::Connection& connection() const { return *services_.database->Connection; }
+    bool refuse(const QString& message);
+    bool checkCheque(tr::db::Query& row);
+    void keepCounterpartyInStep(tr::db::Query& row);
+    void reload();
+
+    tr::Services services_;
+    tr::dialog::Messages messages_;
+    QString prefix_;
+    tr::db::ScopedTempTable chequeTable_;
+    tr::db::ScopedTempTable counterpartyTable_;
+    tr::db::Query cheques_;
+    tr::db::Query counterparties_;
+    ChequeDocumentHeader header_;
+    LowerAccount lower_;
+    DocumentMode mode_ = DocumentMode::New;
+    bool opening_ = false;  // the loaded document is an opening-cheque one
+    bool saved_ = false;
+};
+
+}  // namespace tr::cheques
