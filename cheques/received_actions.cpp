@@ -175,6 +175,8 @@ void ReceivedChequeActions::spaceOnAction() {
     if (rows_.IsEmpty()) return;
     const QString next = chequeActions().step(field("LastWhatDoc"), facts(), field("WhatDocNam"));
     setField("WhatDocNam", next);
+    // No action, no date: the row goes back to how the list showed it.
+    if (next.isEmpty()) setField("ActionDate", QString());
     if (!next.isEmpty()) fillAccounts(chequeActions().kindOf(next, Side::Received).value_or(QString()));
     if (!next.isEmpty() && field("ActionDate").isEmpty())
         setField("ActionDate", tr::persian::defaultDocumentDate(services_.global->fiscalStart, services_.global->fiscalEnd));
@@ -190,6 +192,7 @@ bool ReceivedChequeActions::chooseAction(const QString& name) {
                       QStringLiteral(" مجاز نيست."));
     }
     setField("WhatDocNam", name);
+    if (name.isEmpty()) setField("ActionDate", QString());
     if (!name.isEmpty()) fillAccounts(chequeActions().kindOf(name, Side::Received).value_or(QString()));
     if (!name.isEmpty() && field("ActionDate").isEmpty())
         setField("ActionDate", tr::persian::defaultDocumentDate(services_.global->fiscalStart, services_.global->fiscalEnd));

@@ -118,6 +118,7 @@ TEST_F(ReceivedActionsTest, TheSpaceBarStepsThroughTheStatesMenuAndAGuaranteeChe
         stepped << cell("WhatDocNam");
     }
     EXPECT_EQ(stepped, (QStringList{kCollect, kReturned, QString()}));
+    EXPECT_EQ(cell("ActionDate"), QString());  // back to no action, no date
 
     select(QStringLiteral("502"));
     EXPECT_EQ(screen->menu(), QStringList{kReturned});

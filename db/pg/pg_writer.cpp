@@ -77,19 +77,16 @@ class PostgresWriter final : public tr::engine::TargetWriter {
     // The server names the table's schema, and an index lives in its table's.
     // PostgreSQL 15 cannot skip over an index's leading column: an index led by TypeSys (the
     // subsystem's letter, which the treasury's searches leave open and which has one value in a
-    // treasury-only book) gets a companion without it, so a kind and a date range still find
-    // their rows in the index.
+    // treasury-only book) is built with TypeSys last, so a kind and a date range find their rows
+    // in it, and a look-up that names the subsystem too still finds them there.
     QStringList createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
                             const QString& columns) const override {
-        const QString create = QStringLiteral("CREATE %1INDEX %2 ON %3.%4 (%5)");
-        const QString kind = unique ? QStringLiteral("UNIQUE ") : QString();
-        QStringList out{create.arg(kind, this->name(name), this->name(schema), this->name(table), columns)};
+        QString ordered = columns;
         const QString lead = this->name(QStringLiteral("TypeSys")) + QStringLiteral(", ");
-        if (!unique && columns.startsWith(lead)) {
-            out << create.arg(QString(), this->name(name + QStringLiteral("__open")), this->name(schema),
-                              this->name(table), columns.mid(lead.size()));
-        }
-        return out;
+        if (!unique && columns.startsWith(lead)) ordered = columns.mid(lead.size()) + QStringLiteral(", ") + lead.chopped(2);
+        return {QStringLiteral("CREATE %1INDEX %2 ON %3.%4 (%5)")
+                    .arg(unique ? QStringLiteral("UNIQUE ") : QString(), this->name(name), this->name(schema),
+                         this->name(table), ordered)};
     }
     // Views of the runtime, in the public schema, answering for the current schema or tempdb.
     QString catalogView(const QString& lowerName, bool tempdb) const override {
