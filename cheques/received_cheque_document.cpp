@@ -99,6 +99,37 @@ void ReceivedChequeDocument::newDocument() {
     saved_ = false;
 }
 
+void ReceivedChequeDocument::cancelEdits() {
+    if (mode_ == DocumentMode::Edit) {
+        const QString serial = header_.serial;
+        open(serial);
+    } else {
+        newDocument();
+    }
+}
+
+void ReceivedChequeDocument::appendCheque() {
+    if (cheques_.state() != tr::db::Query::State::Browse && !postCheque()) return;
+    cheques_.Append();
+    cheques_.FieldByName(QStringLiteral("ChqGetter")).SetValue(QStringLiteral("حامل"));
+}
+
+bool ReceivedChequeDocument::postCheque() {
+    if (cheques_.state() == tr::db::Query::State::Browse) return true;
+    cheques_.Post();
+    return cheques_.state() == tr::db::Query::State::Browse;
+}
+
+double ReceivedChequeDocument::debitTotal() const {
+    return firstColumn(connection(), QStringLiteral("Select IsNull(Sum(ChqValue), 0) From ") + chequeTable_.name())
+        .toDouble();
+}
+
+double ReceivedChequeDocument::creditTotal() const {
+    return firstColumn(connection(), QStringLiteral("Select IsNull(Sum(ChqValue), 0) From ") + counterpartyTable_.name())
+        .toDouble();
+}
+
 // ---- the grids ----------------------------------------------------------------------------------
 
 bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {

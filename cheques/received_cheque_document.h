@@ -50,6 +50,14 @@ class ReceivedChequeDocument {
 
     // A new document: empty grids, the next serial taken and held, the date of the period.
     void newDocument();
+    // "انصراف": the saved document again, or a new one when it was never saved.
+    void cancelEdits();
+    // A new cheque row at the end (payee "حامل"); posting it runs the row checks.
+    void appendCheque();
+    bool postCheque();
+    // The running totals of the two grids ("جمع بدهکار", "جمع بستانکار").
+    double debitTotal() const;
+    double creditTotal() const;
     // A saved serial of kind 71 into the grids; refused with the message when there is none.
     bool open(const QString& serial);
     // "تاييد" (or "چکاولدوره" when `opening`): the checks in order, then one transaction for the

@@ -11,6 +11,7 @@
 #include "cashbank/ui/documents/variz_bank_form.h"
 #include "cashbank/ui/search/search_form.h"
 #include "cheques/ui/chq_action1_form.h"
+#include "cheques/ui/chq_get_form.h"
 #include "entry/screen_entry.h"
 #include "vouchers/ui/fix_des_form.h"
 
@@ -22,4 +23,5 @@ TR_SCREEN(BardashtBank_Naghd, BardashtBankForm, tr::cashbank::TBardashtBankForm)
 TR_INVOICE_SCREEN(VarizBank_Naghd, VarizBankForm, tr::cashbank::TVarizBankForm)
 TR_SCREEN(Havaleh_Naghd, HavalehForm, tr::cashbank::THavalehForm)
 TR_SCREEN(Search_Naghd, SearchForm, tr::cashbank::TSearchForm)
+TR_INVOICE_SCREEN(ChqGet_Naghd, ChqGetForm, tr::cheques::TChqGetForm)
 TR_SCREEN(Chq_Action_Naghd, ChqAction1Form, tr::cheques::TChqAction1Form)

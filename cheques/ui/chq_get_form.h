@@ -1,0 +1,78 @@
+#pragma once
+// TChqGetForm, "دريافت چک": the received-cheque document's window over ReceivedChequeDocument,
+// which holds every rule: the header, the cheque grid, the lower account box, the counterparty
+// grid, the totals and the buttons. A cheque row is checked when the user leaves it; Insert, or
+// Down on the last row, starts a new one.
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "cheques/received_cheque_document.h"
+#include "common/session/services.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+
+namespace tr::ui {
+class DatasetModel;
+}
+
+namespace tr::cheques {
+
+class TChqGetForm : public QWidget {
+    Q_OBJECT
+  public:
+    explicit TChqGetForm(const tr::Services& services, QWidget* parent = nullptr);
+    ~TChqGetForm() override;
+
+    void setServices(const tr::Services& services);
+    // The eighth entry argument: the sales invoice the document is for (shown; its links come
+    // with the invoice settlement of cheques).
+    void setInvoiceNumber(const QString& number);
+
+    ReceivedChequeDocument& document() { return *document_; }
+    QTableView* chequeGrid() const { return cheques_; }
+    QTableView* counterpartyGrid() const { return counterparties_; }
+    QLineEdit* serialBox() const { return serial_; }
+    QPushButton* saveButton() const { return save_; }
+    QPushButton* openingButton() const { return opening_; }
+    QPushButton* deleteButton() const { return delete_; }
+    QLabel* totalsLabel() const { return totals_; }
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    bool guarded(const std::function<bool()>& action);
+    // The header and totals as the logic has them.
+    void showValues();
+    void takeHeader();
+    void postOrAppend();
+
+    tr::Services services_;
+    std::unique_ptr<ReceivedChequeDocument> document_;
+    QLabel* caption_;
+    QLineEdit* serial_;
+    QLineEdit* day_;
+    QLineEdit* month_;
+    QLineEdit* year_;
+    QLabel* voucher_;
+    QLabel* user_;
+    QLabel* invoice_;
+    QLabel* totals_;
+    QLineEdit* lower_[5];
+    QTableView* cheques_;
+    QTableView* counterparties_;
+    tr::ui::DatasetModel* chequeModel_;
+    tr::ui::DatasetModel* counterpartyModel_;
+    QPushButton* save_;
+    QPushButton* opening_;
+    QPushButton* delete_;
+    QPushButton* cancel_;
+    bool started_ = false;
+};
+
+}  // namespace tr::cheques
