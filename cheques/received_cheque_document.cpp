@@ -116,6 +116,13 @@ void ReceivedChequeDocument::appendCheque() {
 
 bool ReceivedChequeDocument::postCheque() {
     if (cheques_.state() == tr::db::Query::State::Browse) return true;
+    // A new row left as it was started (no number, no amount) is dropped, not refused.
+    if (cheques_.state() == tr::db::Query::State::Insert &&
+        cheques_.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed().isEmpty() &&
+        !(cheques_.FieldByName(QStringLiteral("ChqValue")).AsFloat() > 0)) {
+        cheques_.Cancel();
+        return true;
+    }
     cheques_.Post();
     return cheques_.state() == tr::db::Query::State::Browse;
 }

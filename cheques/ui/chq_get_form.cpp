@@ -271,7 +271,9 @@ void TChqGetForm::takeHeader() {
 }
 
 void TChqGetForm::postOrAppend() {
-    const int column = std::max(0, cheques_->currentIndex().column());
+    // A new row starts at its number, or stays in the column the user is in.
+    int column = cheques_->currentIndex().column();
+    if (column < 0 || cheques_->isColumnHidden(column)) column = chequeModel_->fieldColumn(QStringLiteral("ChqNo"));
     if (!guarded([this] {
             document_->appendCheque();
             return document_->cheques().state() != tr::db::Query::State::Browse;
