@@ -10,6 +10,7 @@
 #include "common/db/transaction.h"
 #include "common/persian/amount.h"
 #include "common/persian/persian_date.h"
+#include "instruments/cheque_receipt_rule.h"
 #include "instruments/cheque_work_tables.h"
 #include "vouchers/serials.h"
 #include "vouchers/treasury_log.h"
@@ -158,27 +159,10 @@ bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {
         if (trimmed(row.value(i, numberColumn)) == number && trimmed(row.value(i, seriesColumn)) == series)
             return refuse(QStringLiteral("شماره چك تكراري ميباشد."));
     }
-    // Received before: refused, unless its latest action returned it to its drawer, and then
-    // only with a later issue date. This document's own rows do not count.
-    const QString own = mode_ == DocumentMode::Edit ? QStringLiteral(" And Not (WhatDoc = '71' And Serial = ") +
-                                                          tr::db::sqlNumber(header_.serial.toLongLong()) + QLatin1Char(')')
-                                                    : QString();
-    const QString cheque = QStringLiteral(" ChqNo = ") + c.text(number) + QStringLiteral(" And IsNull(Joz, '') = ") +
-                           c.text(series) + own;
-    if (firstColumn(c, QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc Like '7%' And") + cheque)
-            .toLongLong() > 0) {
-        const tr::db::Query latest = openQuery(
-            c, QStringLiteral("Select Top 1 WhatDoc, SanadDate From N_ChqLastTrans Where") + cheque +
-                   QStringLiteral(" Order By IDX Desc"));
-        if (!latest.IsEmpty() && trimmed(latest.value(0, 0)) == QLatin1String("78")) {
-            const QString returned = trimmed(latest.value(0, 1));
-            if (!(header_.date > returned))
-                return refuse(QStringLiteral("تاريخ صدور چك بايد بزرگتر از تاريخ ") + returned + QStringLiteral(" باشد."));
-        } else {
-            return refuse(QStringLiteral("چك شماره ") + number + QStringLiteral(" با سري") + series +
-                          QStringLiteral(" قبلا ثبت شده است !"));
-        }
-    }
+    // Received before (outside this document), as the procedure refuses it.
+    const QString refusal = tr::instruments::chequeReceiptRefusal(
+        c, number, series, header_.date, mode_ == DocumentMode::Edit ? header_.serial.toLongLong() : 0);
+    if (!refusal.isEmpty()) return refuse(refusal);
     // A drawer whose cheque came back before: a warning, the row still posts.
     const QString account = row.FieldByName(QStringLiteral("AcountCod")).AsString().trimmed();
     if (!account.isEmpty()) {
@@ -329,12 +313,7 @@ bool ReceivedChequeDocument::save(bool opening) {
                   c.text(isNew ? QStringLiteral("NEW") : QStringLiteral("EDIT")));
         const QString type = isNew ? QStringLiteral("I") : QStringLiteral("E");
         if (opening) {
-            c.execute(QStringLiteral("Insert Into ASNADACTIONS (TypeSys, TypeDoc, ActDate, ActUser, ActType, DocNo, ActTime, REC, "
-                                     "ComputerName) Values ('N', ") +
-                      c.text(kOpeningTitle) + QStringLiteral(", ") + c.text(tr::persian::today()) + QStringLiteral(", ") +
-                      c.text(services_.global->userName) + QStringLiteral(", ") + c.text(type) + QStringLiteral(", ") +
-                      c.text(header_.serial) + QStringLiteral(", ") + c.text(tr::timeText()) + QStringLiteral(", Null, ") +
-                      c.text(services_.global->computerName) + QLatin1Char(')'));
+            logAction(true, type, QString());
             c.execute(QStringLiteral("Insert Into N_ChqFirst_Log (IDX, WhatDoc, LastWhatDoc, ChqOrTaraf, Serial, Raj, ChqNo, "
                                      "Joz, sValue, Des, SarResidDate, WhatDoc2, Koll, Moein, Tafsily, Tafsily2, ProjectCod, "
                                      "SalMale, SherCode, User_Name, User_Name_Log, ActDate, ActTime) Select IDX, WhatDoc, "
@@ -350,8 +329,7 @@ bool ReceivedChequeDocument::save(bool opening) {
                                   "Cast(N.IDX As Varchar(20))) Where A.TypeSys = 'N' And A.WhatDoc = '71' And N.WhatDoc = "
                                   "'71' And N.Serial = ") +
                        tr::db::sqlNumber(header_.serial.toLongLong())));
-            tr::vouchers::logTreasuryAction(*services_.database, *services_.global,
-                                            {voucher, QStringLiteral("دريافت چك"), kKind, header_.serial}, type);
+            logAction(false, type, voucher);
         }
         transaction.commit();
     } catch (const tr::db::DatabaseError& e) {
@@ -361,6 +339,23 @@ bool ReceivedChequeDocument::save(bool opening) {
     saved_ = true;
     reload();
     return true;
+}
+
+// The log row of a save or delete: the action log's, or for opening cheques (which have no
+// voucher) a row of ASNADACTIONS under their own title.
+void ReceivedChequeDocument::logAction(bool opening, const QString& type, const QString& voucherNo) {
+    tr::db::Connection& c = connection();
+    if (!opening) {
+        tr::vouchers::logTreasuryAction(*services_.database, *services_.global,
+                                        {voucherNo, QStringLiteral("دريافت چك"), kKind, header_.serial}, type);
+        return;
+    }
+    c.execute(QStringLiteral("Insert Into ASNADACTIONS (TypeSys, TypeDoc, ActDate, ActUser, ActType, DocNo, ActTime, REC, "
+                             "ComputerName) Values ('N', ") +
+              c.text(kOpeningTitle) + QStringLiteral(", ") + c.text(tr::persian::today()) + QStringLiteral(", ") +
+              c.text(services_.global->userName) + QStringLiteral(", ") + c.text(type) + QStringLiteral(", ") +
+              c.text(header_.serial) + QStringLiteral(", ") + c.text(tr::timeText()) + QStringLiteral(", Null, ") +
+              c.text(services_.global->computerName) + QLatin1Char(')'));
 }
 
 bool ReceivedChequeDocument::remove() {
@@ -391,18 +386,7 @@ bool ReceivedChequeDocument::remove() {
             return false;
         // 4, 5. The log row, the delete and the links, together.
         tr::db::Transaction transaction(c);
-        if (opening_) {
-            c.execute(QStringLiteral("Insert Into ASNADACTIONS (TypeSys, TypeDoc, ActDate, ActUser, ActType, DocNo, ActTime, REC, "
-                                     "ComputerName) Values ('N', ") +
-                      c.text(kOpeningTitle) + QStringLiteral(", ") + c.text(tr::persian::today()) + QStringLiteral(", ") +
-                      c.text(services_.global->userName) + QStringLiteral(", 'D', ") + c.text(header_.serial) +
-                      QStringLiteral(", ") + c.text(tr::timeText()) + QStringLiteral(", Null, ") +
-                      c.text(services_.global->computerName) + QLatin1Char(')'));
-        } else {
-            tr::vouchers::logTreasuryAction(*services_.database, *services_.global,
-                                            {header_.voucherNo, QStringLiteral("دريافت چك"), kKind, header_.serial},
-                                            QStringLiteral("D"));
-        }
+        logAction(opening_, QStringLiteral("D"), header_.voucherNo);
         c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet ") +
                   c.text(opening_ ? QStringLiteral("DELETE_FIRST") : QStringLiteral("DELETE_DOREH")) +
                   QStringLiteral(", '', ") + c.text(header_.serial) + QStringLiteral(", '', '', ''"));

@@ -75,6 +75,7 @@ class ReceivedChequeDocument {
     bool checkCheque(tr::db::Query& row);
     void keepCounterpartyInStep(tr::db::Query& row);
     void reload();
+    void logAction(bool opening, const QString& type, const QString& voucherNo);
 
     tr::Services services_;
     tr::dialog::Messages messages_;

@@ -7,10 +7,8 @@
 #include <random>
 
 #include "common/db/query_helpers.h"
-#include "db/procedures/procedures.h"
+#include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
-#include "db/schema/tests/demo_fixture.h"
-#include "instruments/cheque_work_tables.h"
 #include "tests/support/test_books.h"
 
 namespace tr::cheques {
@@ -18,27 +16,12 @@ namespace {
 
 constexpr int kGroups = 4;
 
-class ApplyCrashTest : public tr::schema::testing::DemoCompanyTest {
+class ApplyCrashTest : public tr::procedures::testing::ChequeTest {
   protected:
-    static void SetUpTestSuite() {
-        DemoCompanyTest::SetUpTestSuite();
-        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
-        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
-    }
     void SetUp() override {
-        DemoCompanyTest::SetUp();
+        ChequeTest::SetUp();
         tr::db::Connection& c = company();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ChqLastTrans", "Delete From N_ChqFirst"})
-            c.execute(QString::fromUtf8(sql));
-        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
-            const QString table = QStringLiteral("##CK71") + suffix;
-            if (tr::db::objectExistsInTempdb(c, table)) c.execute(QStringLiteral("Drop Table ") + table);
-            c.execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
-                      (suffix == QLatin1String("_Chq") ? tr::instruments::chequeWorkTableColumns()
-                                                       : tr::instruments::counterpartyWorkTableColumns()) +
-                      QStringLiteral(")"));
-        }
+        makeDocumentTables(QStringLiteral("CK71"));
         int raj = 0;
         for (int g = 0; g < kGroups; ++g) {
             for (int k = 0; k < 4; ++k) {

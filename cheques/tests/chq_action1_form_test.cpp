@@ -22,35 +22,18 @@
 #include "common/db/query_helpers.h"
 #include "common/ui/dataset_model.h"
 #include "common/ui/grid_report.h"
-#include "db/procedures/procedures.h"
-#include "db/schema/tests/demo_fixture.h"
-#include "instruments/cheque_work_tables.h"
+#include "db/procedures/tests/cheque_fixture.h"
 #include "tests/support/test_session.h"
 
 namespace tr::cheques {
 namespace {
 
-class ChqAction1FormTest : public tr::schema::testing::DemoCompanyTest {
+class ChqAction1FormTest : public tr::procedures::testing::ChequeTest {
   protected:
-    static void SetUpTestSuite() {
-        DemoCompanyTest::SetUpTestSuite();
-        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
-        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
-    }
     void SetUp() override {
-        DemoCompanyTest::SetUp();
+        ChequeTest::SetUp();
         tr::db::Connection& c = company();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ChqLastTrans", "Delete From N_ChqFirst"})
-            c.execute(QString::fromUtf8(sql));
-        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
-            const QString table = QStringLiteral("##FA71") + suffix;
-            if (tr::db::objectExistsInTempdb(c, table)) c.execute(QStringLiteral("Drop Table ") + table);
-            c.execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
-                      (suffix == QLatin1String("_Chq") ? tr::instruments::chequeWorkTableColumns()
-                                                       : tr::instruments::counterpartyWorkTableColumns()) +
-                      QStringLiteral(")"));
-        }
+        makeDocumentTables(QStringLiteral("FA71"));
         // Three cheques of one document; the third a guarantee cheque.
         const char* rows[][3] = {{"1101", "12500000", ""}, {"1102", "8300000", ""}, {"1103", "40000000", "ض"}};
         int raj = 0;

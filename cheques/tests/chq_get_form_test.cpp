@@ -12,26 +12,17 @@
 
 #include "common/db/query_helpers.h"
 #include "common/ui/dataset_model.h"
-#include "db/procedures/procedures.h"
+#include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
-#include "db/schema/tests/demo_fixture.h"
 #include "tests/support/test_session.h"
 
 namespace tr::cheques {
 namespace {
 
-class ChqGetFormTest : public tr::schema::testing::DemoCompanyTest {
+class ChqGetFormTest : public tr::procedures::testing::ChequeTest {
   protected:
-    static void SetUpTestSuite() {
-        DemoCompanyTest::SetUpTestSuite();
-        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
-        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
-    }
     void SetUp() override {
-        DemoCompanyTest::SetUp();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ChqLastTrans", "Delete From Reserveid", "Delete From N_reserveid"})
-            company().execute(QString::fromUtf8(sql));
+        ChequeTest::SetUp();
         session = std::make_unique<tr::test::TestSession>(company(), 1, QStringLiteral("admin"),
                                                           tr::fullRights({QStringLiteral("N_A_CHQGET_")}));
         form = std::make_unique<TChqGetForm>(session->services);

@@ -9,11 +9,9 @@
 
 #include "cheques/received_actions.h"
 #include "common/db/query_helpers.h"
-#include "db/procedures/procedures.h"
+#include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/cheque_state_model.h"
 #include "db/procedures/tests/ledger_invariants.h"
-#include "db/schema/tests/demo_fixture.h"
-#include "instruments/cheque_work_tables.h"
 #include "instruments/latest_state.h"
 #include "tests/support/test_session.h"
 
@@ -22,32 +20,17 @@ namespace {
 
 using namespace tr::procedures::testing::chequemodel;
 
-class ReceivedActionWalkTest : public tr::schema::testing::DemoCompanyTest {
+class ReceivedActionWalkTest : public tr::procedures::testing::ChequeTest {
   protected:
-    static void SetUpTestSuite() {
-        DemoCompanyTest::SetUpTestSuite();
-        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
-        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
-    }
     void SetUp() override {
-        DemoCompanyTest::SetUp();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ChqLastTrans", "Delete From N_ChqFirst"})
-            company().execute(QString::fromUtf8(sql));
+        ChequeTest::SetUp();
     }
 
     // One document holding the walks' cheques, received from the customer account that a
     // return gives them back to.
     static void receive(const std::vector<Walk>& walks, qint64 serial) {
         tr::db::Connection& c = company();
-        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
-            const QString table = QStringLiteral("##RW71") + suffix;
-            if (tr::db::objectExistsInTempdb(c, table)) c.execute(QStringLiteral("Drop Table ") + table);
-            c.execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
-                      (suffix == QLatin1String("_Chq") ? tr::instruments::chequeWorkTableColumns()
-                                                       : tr::instruments::counterpartyWorkTableColumns()) +
-                      QStringLiteral(")"));
-        }
+        makeDocumentTables(QStringLiteral("RW71"));
         int raj = 0;
         for (const Walk& w : walks) {
             c.execute(QStringLiteral("Insert Into ##RW71_Chq (Raj, Koll, Moein, Joz, ChqNo, ChqValue, SarResidDate, Tazmin) "
@@ -73,9 +56,7 @@ TEST_F(ReceivedActionWalkTest, TheScreenRefusesAndPostsAsTheModelSays) {
     std::printf("screen walks: %d, seed %u (TR_CHEQUE_SEED)\n", walksWanted, seed);
     QRandomGenerator random(seed);
     tr::test::TestSession session(company(), 1, QStringLiteral("admin"), tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
-    const QStringList names = {QStringLiteral("در جريان وصول"), QStringLiteral("برگشت چک"), QStringLiteral("وصول چک"),
-                               QStringLiteral("واخواست چک"), QStringLiteral("کسر موجودي"),
-                               QStringLiteral("برگشت از در جريان وصول"), kUndo};
+    const QStringList names = actionNames();
     const QStringList dates = {QStringLiteral("1404/02/09"), QStringLiteral("1404/03/01"), QStringLiteral("1404/06/14"),
                                QStringLiteral("1404/06/15"), QStringLiteral("1404/09/01"), QStringLiteral("1405/01/05")};
     int posted = 0, refusedByScreen = 0, refusedOnApply = 0;

@@ -8,10 +8,8 @@
 #include <QScopeGuard>
 
 #include "common/db/query_helpers.h"
-#include "db/procedures/procedures.h"
+#include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
-#include "db/schema/tests/demo_fixture.h"
-#include "instruments/cheque_work_tables.h"
 #include "tests/support/test_session.h"
 
 namespace tr::cheques {
@@ -30,19 +28,10 @@ struct Wait : tr::dialog::ProgressWindow {
     void closeState() override {}
 };
 
-class ReceivedActionsTest : public tr::schema::testing::DemoCompanyTest {
+class ReceivedActionsTest : public tr::procedures::testing::ChequeTest {
   protected:
-    static void SetUpTestSuite() {
-        DemoCompanyTest::SetUpTestSuite();
-        for (const auto& p : tr::procedures::allProcedures()) books().procedures().addProcedure(p.name, p.body);
-        for (const auto& f : tr::procedures::allFunctions()) books().procedures().addFunction(f.name, f.body);
-    }
     void SetUp() override {
-        DemoCompanyTest::SetUp();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ChqLastTrans", "Delete From N_ChqFirst",
-                                "Delete From R_ForoshRelatedNaghd"})
-            company().execute(QString::fromUtf8(sql));
+        ChequeTest::SetUp();
         session = std::make_unique<tr::test::TestSession>(company(), 1, QStringLiteral("admin"),
                                                           tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
         session->services.progress = &wait;
@@ -57,14 +46,7 @@ class ReceivedActionsTest : public tr::schema::testing::DemoCompanyTest {
     // keeps it.
     static void receive(const QString& number, qint64 serial, bool guarantee = false, bool opening = false) {
         tr::db::Connection& c = company();
-        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
-            const QString table = QStringLiteral("##RA71") + suffix;
-            if (tr::db::objectExistsInTempdb(c, table)) c.execute(QStringLiteral("Drop Table ") + table);
-            c.execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
-                      (suffix == QLatin1String("_Chq") ? tr::instruments::chequeWorkTableColumns()
-                                                       : tr::instruments::counterpartyWorkTableColumns()) +
-                      QStringLiteral(")"));
-        }
+        makeDocumentTables(QStringLiteral("RA71"));
         c.execute(QStringLiteral("Insert Into ##RA71_Chq (Raj, Koll, Moein, Joz, ChqNo, ChqValue, SarResidDate, Tazmin, "
                                  "BankCod) Values (0, '103', '0001', 'S', ") +
                   c.text(number) + QStringLiteral(", 2500000, '1404/05/01', ") +

@@ -63,11 +63,11 @@ class SqliteWriter final : public TargetWriter {
     QString localTempSchema() const override { return QStringLiteral("temp"); }
 
     // SQLite names the index's schema, and the table without it.
-    QStringList createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
-                            const QString& columns) const override {
-        return {QStringLiteral("CREATE %1INDEX %2.%3 ON %4 (%5)")
-                    .arg(unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(schema), quoteIdent(name),
-                         quoteIdent(table), columns)};
+    QString createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
+                        const QString& columns) const override {
+        return QStringLiteral("CREATE %1INDEX %2.%3 ON %4 (%5)")
+            .arg(unique ? QStringLiteral("UNIQUE ") : QString(), quoteIdent(schema), quoteIdent(name),
+                 quoteIdent(table), columns);
     }
 
     // Views of the connection's own, made when it opens.

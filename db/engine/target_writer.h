@@ -46,8 +46,8 @@ class TargetWriter {
     virtual QString exactText(const QString& /*sql*/) const { return {}; }
     // The schema of # tables (the connection's own).
     virtual QString localTempSchema() const = 0;
-    // The statements creating index `name` of `schema`.`table`; `columns` already written.
-    virtual QStringList createIndex(bool unique, const QString& schema, const QString& name,
+    // Creating index `name` of `schema`.`table`; `columns` already written.
+    virtual QString createIndex(bool unique, const QString& schema, const QString& name,
                                 const QString& table, const QString& columns) const = 0;
     // The view answering for SysObjects or SysColumns (`lowerName`) of the current database, or of
     // tempdb when `tempdb`; empty for any other name.

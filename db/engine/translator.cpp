@@ -936,7 +936,7 @@ public:
                 for (int i = 0; i < s.columns.size(); ++i) {
                     columns << w_.name(s.columns[i]) + (s.descending[i] ? QStringLiteral(" DESC") : QString());
                 }
-                step.sql += w_.createIndex(s.unique, t.schema, t.name + QStringLiteral("__") + s.name, t.name,
+                step.sql << w_.createIndex(s.unique, t.schema, t.name + QStringLiteral("__") + s.name, t.name,
                                            columns.join(QStringLiteral(", ")));
                 step.writes = true;
                 step.tempOnly = writesOnlyTemp(t.schema, step.sql);

@@ -79,14 +79,14 @@ class PostgresWriter final : public tr::engine::TargetWriter {
     // subsystem's letter, which the treasury's searches leave open and which has one value in a
     // treasury-only book) is built with TypeSys last, so a kind and a date range find their rows
     // in it, and a look-up that names the subsystem too still finds them there.
-    QStringList createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
-                            const QString& columns) const override {
+    QString createIndex(bool unique, const QString& schema, const QString& name, const QString& table,
+                        const QString& columns) const override {
         QString ordered = columns;
         const QString lead = this->name(QStringLiteral("TypeSys")) + QStringLiteral(", ");
         if (!unique && columns.startsWith(lead)) ordered = columns.mid(lead.size()) + QStringLiteral(", ") + lead.chopped(2);
-        return {QStringLiteral("CREATE %1INDEX %2 ON %3.%4 (%5)")
-                    .arg(unique ? QStringLiteral("UNIQUE ") : QString(), this->name(name), this->name(schema),
-                         this->name(table), ordered)};
+        return QStringLiteral("CREATE %1INDEX %2 ON %3.%4 (%5)")
+            .arg(unique ? QStringLiteral("UNIQUE ") : QString(), this->name(name), this->name(schema),
+                 this->name(table), ordered);
     }
     // Views of the runtime, in the public schema, answering for the current schema or tempdb.
     QString catalogView(const QString& lowerName, bool tempdb) const override {

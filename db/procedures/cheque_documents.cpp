@@ -9,6 +9,7 @@
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
 #include "db/procedures/posting.h"
+#include "instruments/cheque_receipt_rule.h"
 #include "instruments/latest_state.h"
 
 namespace tr::procedures {
@@ -23,7 +24,6 @@ using tr::db::Query;
 using tr::db::sqlNumber;
 
 const QString kKind = QStringLiteral("71");
-const QString kReturnedToDrawer = QStringLiteral("78");
 
 QString text(const char* utf8) {
     return QString::fromUtf8(utf8);
@@ -244,7 +244,7 @@ class ChequeDocumentCall {
     // ---- checks before the first write -------------------------------------------------------
 
     void check(const std::vector<Cheque>& cheques, const std::vector<Counterparty>& parties,
-               const QString& date, const QStringList& ownKeys) {
+               const QString& date, qint64 ownSerial) {
         if (cheques.empty()) refuse(QStringLiteral("چكي در سند وارد نشده است."));
         QSet<QString> keys;
         for (const Cheque& ch : cheques) {
@@ -273,24 +273,11 @@ class ChequeDocumentCall {
         }
         for (const Counterparty& t : parties)
             if (!keys.contains(t.key())) refuse(QStringLiteral("چك ") + t.number + QStringLiteral(" در قسمت بالا ثبت نشده است !"));
-        // A cheque received before is refused, unless its latest action returned it to its
-        // drawer: then only with a later issue date.
+        // A cheque received before (outside this document) is refused, as the screen refuses it.
         for (const Cheque& ch : cheques) {
-            if (ownKeys.contains(ch.key())) continue;
-            const qint64 received =
-                firstColumn(c_, QStringLiteral("Select Count(*) From N_ChqLastTrans Where ChqNo = ") + c_.text(ch.number) +
-                                    QStringLiteral(" And IsNull(Joz, '') = ") + c_.text(ch.series) +
-                                    QStringLiteral(" And WhatDoc Like '7%'"))
-                    .toLongLong();
-            if (received == 0) continue;
-            const auto latest = tr::instruments::latestRow(c_, tr::instruments::chequeHistory(), ch.number, ch.series);
-            if (latest && latest->kind == kReturnedToDrawer) {
-                if (!(date > latest->date))
-                    refuse(QStringLiteral("تاريخ صدور چك بايد بزرگتر از تاريخ ") + latest->date + QStringLiteral(" باشد."));
-                continue;
-            }
-            refuse(QStringLiteral("چك شماره ") + ch.number + QStringLiteral(" با سري") + ch.series +
-                   QStringLiteral(" قبلا ثبت شده است !"));
+            const QString refusal =
+                tr::instruments::chequeReceiptRefusal(c_, ch.number, ch.series, date, ownSerial);
+            if (!refusal.isEmpty()) refuse(refusal);
         }
     }
 
@@ -313,7 +300,7 @@ class ChequeDocumentCall {
         const Saved saved = savedDocument(serial);
         if (isNew && saved.exists()) refuse(receivedChequeTitle() + QStringLiteral(" با اين شماره ثبت شده است."));
         if (saved.exists()) refuseMovedCheques(saved, false);
-        check(cheques, parties, date, saved.chequeKeys);
+        check(cheques, parties, date, saved.exists() ? serial : 0);
 
         const qint64 voucherNo = opening ? 0 : saved.voucherNo > 0 ? saved.voucherNo : newVoucherNumber(c_);
         deleteSaved(serial, saved);
@@ -344,7 +331,7 @@ class ChequeDocumentCall {
         for (const Counterparty& t : parties) {
             ++raj;
             TreasuryRow row{kKind, serial, raj, t.number, t.whatDoc2, t.code, nullIfEmpty(t.name),
-                            t.series, nullIfEmpty(t.source), date};
+                            t.series, nullIfEmpty(t.source), date, {}, {}, {}, {}, {}, {}};
             const qint64 idx = insertTreasuryRow(c_, row);
             if (opening) {
                 insertOpening(idx, serial, raj, 2, t.number, t.series, t.value, t.des, dueOf.value(t.key()),

@@ -12,7 +12,7 @@
 #include "db/procedures/cheque_action_apply.h"
 #include "db/procedures/cheque_documents.h"
 #include "db/procedures/tests/cheque_state_model.h"
-#include "db/procedures/tests/procedures_fixture.h"
+#include "db/procedures/tests/cheque_fixture.h"
 #include "instruments/cheque_work_tables.h"
 #include "instruments/latest_state.h"
 
@@ -21,27 +21,15 @@ namespace {
 
 using namespace testing::chequemodel;
 
-using tr::instruments::chequeActionWorkTableColumns;
-using tr::instruments::chequeWorkTableColumns;
-using tr::instruments::counterpartyWorkTableColumns;
 
 // ---- the test ----------------------------------------------------------------------------------
 
-class ChequeActionWalkTest : public testing::ProceduresTest {
+class ChequeActionWalkTest : public testing::ChequeTest {
   protected:
     void SetUp() override {
-        ProceduresTest::SetUp();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ArzTrans", "Delete From N_ChqLastTrans", "Delete From N_ChqFirst"})
-            db().execute(QString::fromUtf8(sql));
-        remake(QStringLiteral("##W71_Chq"), chequeWorkTableColumns());
-        remake(QStringLiteral("##W71_Taraf"), counterpartyWorkTableColumns());
-        remake(QStringLiteral("##TTW"), chequeActionWorkTableColumns());
-    }
-    static void remake(const QString& table, const QString& columns) {
-        if (!tr::db::firstColumn(db(), QStringLiteral("Select Object_Id('tempdb..") + table + QStringLiteral("')")).isNull())
-            db().execute(QStringLiteral("Drop Table ") + table);
-        db().execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") + columns + QStringLiteral(")"));
+        ChequeTest::SetUp();
+        makeDocumentTables(QStringLiteral("W71"));
+        remake(QStringLiteral("##TTW"), tr::instruments::chequeActionWorkTableColumns());
     }
 
     // One received-cheque document (an opening one when `opening`) holding the walks' cheques.
@@ -146,9 +134,7 @@ TEST_F(ChequeActionWalkTest, RandomWalksFollowTheStateTable) {
                                                                      : QRandomGenerator::global()->generate();
     std::printf("cheque walks: %d, seed %u (TR_CHEQUE_SEED)\n", walksWanted, seed);
     QRandomGenerator random(seed);
-    const QStringList names = {QStringLiteral("در جريان وصول"), QStringLiteral("برگشت چک"), QStringLiteral("وصول چک"),
-                               QStringLiteral("واخواست چک"), QStringLiteral("کسر موجودي"),
-                               QStringLiteral("برگشت از در جريان وصول"), kUndo};
+    const QStringList names = actionNames();
     const QStringList dates = {QStringLiteral("1404/02/09"), QStringLiteral("1404/02/10"), QStringLiteral("1404/03/01"),
                                QStringLiteral("1404/06/14"), QStringLiteral("1404/06/15"), QStringLiteral("1404/08/20"),
                                QStringLiteral("1404/12/29"), QStringLiteral("1405/01/05")};

@@ -5,15 +5,11 @@
 #include "db/procedures/cheque_documents.h"
 
 #include "common/db/query_helpers.h"
-#include "db/procedures/tests/procedures_fixture.h"
-#include "instruments/cheque_work_tables.h"
+#include "db/procedures/tests/cheque_fixture.h"
 
 namespace tr::procedures {
 namespace {
 
-using tr::instruments::chequeActionWorkTableColumns;
-using tr::instruments::chequeWorkTableColumns;
-using tr::instruments::counterpartyWorkTableColumns;
 
 using testing::ledgerIsConsistent;
 
@@ -34,22 +30,11 @@ struct PartyLine {
     QString koll = kCapitalKoll;
 };
 
-class ChequeDocumentTest : public testing::ProceduresTest {
+class ChequeDocumentTest : public testing::ChequeTest {
   protected:
     void SetUp() override {
-        ProceduresTest::SetUp();
-        for (const char* sql : {"Delete From Asnad Where TypeSys = 'N'", "Delete From N_NaghdTrans",
-                                "Delete From N_ArzTrans", "Delete From N_ChqLastTrans", "Delete From N_ChqFirst"})
-            db().execute(QString::fromUtf8(sql));
-        for (const QString& suffix : {QStringLiteral("_Chq"), QStringLiteral("_Taraf")}) {
-            const QString table = QStringLiteral("##T71") + suffix;
-            if (!tr::db::firstColumn(db(), QStringLiteral("Select Object_Id('tempdb..") + table + QStringLiteral("')"))
-                     .isNull())
-                db().execute(QStringLiteral("Drop Table ") + table);
-            db().execute(QStringLiteral("Create Table ") + table + QStringLiteral(" (") +
-                         (suffix == QLatin1String("_Chq") ? chequeWorkTableColumns() : counterpartyWorkTableColumns()) +
-                         QStringLiteral(")"));
-        }
+        ChequeTest::SetUp();
+        makeDocumentTables(QStringLiteral("T71"));
     }
 
     static void fill(const std::vector<ChequeLine>& cheques, const std::vector<PartyLine>& parties) {

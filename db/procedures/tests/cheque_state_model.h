@@ -16,6 +16,13 @@ inline const std::map<QString, QString> kKindOfName = {
     {QStringLiteral("کسر موجودي"), QStringLiteral("76")},    {QStringLiteral("برگشت از در جريان وصول"), QStringLiteral("77")},
 };
 
+// Every name a step may try: the received side's actions and undo.
+inline QStringList actionNames() {
+    QStringList names;
+    for (const auto& [name, kind] : kKindOfName) names << name;
+    return names << kUndo;
+}
+
 // The kinds each state offers on the received side (undo as "U").
 inline QStringList offered(const QString& state, bool guarantee) {
     if (state == QLatin1String("71")) return guarantee ? QStringList{"78"} : QStringList{"72", "78"};
