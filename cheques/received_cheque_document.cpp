@@ -12,7 +12,14 @@
 #include "common/persian/persian_date.h"
 #include "instruments/cheque_receipt_rule.h"
 #include "instruments/cheque_work_tables.h"
+#include "currency/counter_currency_grid.h"
+#include "currency/rates.h"
+#include "vouchers/account_checks.h"
+#include "vouchers/document_kinds.h"
+#include "vouchers/document_session.h"
+#include "vouchers/rights.h"
 #include "vouchers/serials.h"
+#include "vouchers/transfer_table.h"
 #include "vouchers/treasury_log.h"
 
 namespace tr::cheques {
@@ -39,18 +46,24 @@ QDate persianDay(const QString& text) {
 
 }  // namespace
 
-const QString ReceivedChequeDocument::kTitle = QStringLiteral("دريافت چک");
-const QString ReceivedChequeDocument::kFormKey = QStringLiteral("N_A_CHQGET_");
-const QString ReceivedChequeDocument::kKind = QStringLiteral("71");
+const QString ReceivedChequeDocument::kTitle = tr::vouchers::receivedChequeKind().title;
+const QString ReceivedChequeDocument::kFormKey = tr::vouchers::receivedChequeKind().formKey;
+const QString ReceivedChequeDocument::kKind = tr::vouchers::receivedChequeKind().code;
+const QString ReceivedChequeDocument::kMultiInvoiceNote = QStringLiteral("اين شماره سريال چند فاکتوري است");
 
 ReceivedChequeDocument::ReceivedChequeDocument(const tr::Services& services)
     : services_(services),
       messages_(services.dialog),
-      prefix_(kFormKey + services.global->sessionText),
+      // One name part for both tables, free of any other screen's of this session.
+      prefix_(tr::vouchers::freeWorkTableName(*services.database->Connection, kFormKey, services.global->sessionText,
+                                              QStringLiteral("_Chq"))
+                  .mid(2)),
       chequeTable_(*services.database, QStringLiteral("##") + prefix_ + QStringLiteral("_Chq")),
       counterpartyTable_(*services.database, QStringLiteral("##") + prefix_ + QStringLiteral("_Taraf")),
       cheques_(services.database->Connection),
-      counterparties_(services.database->Connection) {
+      counterparties_(services.database->Connection),
+      historyTable_(tr::vouchers::historyTableName(QStringLiteral("##") + prefix_)),
+      rights_(tr::vouchers::rightsPrefixes(services.global->rights, kFormKey)) {
     tr::db::Connection& c = connection();
     for (const auto& [table, columns] :
          {std::pair{chequeTable_.name(), tr::instruments::chequeWorkTableColumns()},
@@ -62,6 +75,7 @@ ReceivedChequeDocument::ReceivedChequeDocument(const tr::Services& services)
     counterparties_.setSql(QStringLiteral("Select * From ") + counterpartyTable_.name() + QStringLiteral(" Order By Raj"));
     cheques_.BeforePost = [this](tr::db::Query& row) { return checkCheque(row); };
     cheques_.AfterPost = [this](tr::db::Query& row) { keepCounterpartyInStep(row); };
+    counterparties_.BeforePost = [this](tr::db::Query& row) { return checkCounterparty(row); };
     cheques_.Open();
     counterparties_.Open();
 }
@@ -69,15 +83,25 @@ ReceivedChequeDocument::ReceivedChequeDocument(const tr::Services& services)
 ReceivedChequeDocument::~ReceivedChequeDocument() {
     try {
         tr::vouchers::releaseScreenHolds(*services_.database, kKind, QString::number(services_.global->userNumber));
+        tr::db::execute(*services_.database, tr::vouchers::dropHistoryTableStatement(connection(), historyTable_));
     } catch (const tr::db::DatabaseError&) {
         // A connection the host already closed: the holds go with the session.
     }
 }
 
 QString ReceivedChequeDocument::caption() const {
-    QString text = mode_ == DocumentMode::New ? QStringLiteral("ثبت") : QStringLiteral("اصلاح");
-    if (saved_) text += QStringLiteral(" (به روزآوري شده است)");
+    QString text = tr::vouchers::documentStateCaption(mode_ == DocumentMode::New).trimmed();
+    if (saved_) text += QLatin1Char(' ') + tr::vouchers::kUpdatedMark;
     return text;
+}
+
+bool ReceivedChequeDocument::canSave(bool opening) const {
+    if (opening) return tr::vouchers::hasRight(rights_, QStringLiteral("F_"));
+    return tr::vouchers::hasRight(rights_, mode_ == DocumentMode::New ? QStringLiteral("N_") : QStringLiteral("E_"));
+}
+
+bool ReceivedChequeDocument::canDelete() const {
+    return mode_ == DocumentMode::Edit && tr::vouchers::hasRight(rights_, QStringLiteral("D_"));
 }
 
 bool ReceivedChequeDocument::refuse(const QString& message) {
@@ -98,6 +122,8 @@ void ReceivedChequeDocument::newDocument() {
     mode_ = DocumentMode::New;
     opening_ = false;
     saved_ = false;
+    loadedDate_.clear();
+    invoiceNote_.clear();
 }
 
 void ReceivedChequeDocument::cancelEdits() {
@@ -144,6 +170,13 @@ bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {
     tr::db::Connection& c = connection();
     const QString number = row.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed();
     const QString series = row.FieldByName(QStringLiteral("Joz")).AsString().trimmed();
+    // A currency cheque is worth its count at its rate.
+    if (!row.FieldByName(QStringLiteral("ArzCod")).AsString().trimmed().isEmpty()) {
+        const double count = row.FieldByName(QStringLiteral("ArzCount")).AsFloat();
+        const double rate = row.FieldByName(QStringLiteral("Nerkh")).AsFloat();
+        if (count > 0 && rate > 0)
+            row.FieldByName(QStringLiteral("ChqValue")).SetValue(tr::persian::roundAmount(count * rate));
+    }
     const double value = row.FieldByName(QStringLiteral("ChqValue")).AsFloat();
     const QString due = tr::persian::latinDigits(row.FieldByName(QStringLiteral("SarResidDate")).AsString().trimmed());
     if (number.isEmpty()) return refuse(QStringLiteral("شماره چك وارد نشده است."));
@@ -163,6 +196,7 @@ bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {
     const QString refusal = tr::instruments::chequeReceiptRefusal(
         c, number, series, header_.date, mode_ == DocumentMode::Edit ? header_.serial.toLongLong() : 0);
     if (!refusal.isEmpty()) return refuse(refusal);
+    if (!checkInvoiceAllocation(row, number, series)) return false;
     // A drawer whose cheque came back before: a warning, the row still posts.
     const QString account = row.FieldByName(QStringLiteral("AcountCod")).AsString().trimmed();
     if (!account.isEmpty()) {
@@ -184,6 +218,54 @@ bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {
     return true;
 }
 
+// A cheque assigned to sales invoices stays an ordinary cheque worth at least what it pays.
+bool ReceivedChequeDocument::checkInvoiceAllocation(tr::db::Query& row, const QString& number, const QString& series) {
+    if (mode_ != DocumentMode::Edit) return true;
+    tr::db::Connection& c = connection();
+    const tr::db::Query assigned = openQuery(
+        c, QStringLiteral("Select Count(*), IsNull(Sum(NaghdValue), 0) From R_ForoshRelatedNaghd Where WhatDoc = '71' "
+                          "And Serial = ") +
+               tr::db::sqlNumber(header_.serial.toLongLong()) + QStringLiteral(" And LTrim(RTrim(AtfCh)) = ") +
+               c.text(number) + QStringLiteral(" And LTrim(RTrim(IsNull(DocToDate, ''))) = ") + c.text(series));
+    if (assigned.value(0, 0).toLongLong() == 0) return true;
+    if (row.FieldByName(QStringLiteral("Tazmin")).AsString().trimmed() == QStringLiteral("ض")) {
+        messages_.show(QStringLiteral("چک به صورتحساب اختصاص داده شده و نميتوان آن را تبديل به چک تضميني کرد"),
+                       QStringLiteral("1ER"), QStringLiteral("   خطا..."));
+        return false;
+    }
+    const double total = assigned.value(0, 1).toDouble();
+    if (row.FieldByName(QStringLiteral("ChqValue")).AsFloat() < total - 0.005) {
+        return refuse(QStringLiteral("مبلغ چک نميتواند کوچکتر از مجموع مبالغ اختصاص داده شده به صورتحساب ها ( ") +
+                      tr::persian::formatAmount(total) + QStringLiteral(") باشد "));
+    }
+    return true;
+}
+
+// A counterparty line names a cheque of the document and, when it carries a currency, one that
+// the cheques carry and its account is kept in.
+bool ReceivedChequeDocument::checkCounterparty(tr::db::Query& row) {
+    tr::db::Connection& c = connection();
+    const QString number = row.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed();
+    const QString series = row.FieldByName(QStringLiteral("Joz")).AsString().trimmed();
+    const tr::db::Query cheque = openQuery(
+        c, QStringLiteral("Select Top 1 IsNull(ArzCod, '') From ") + chequeTable_.name() +
+               QStringLiteral(" Where LTrim(RTrim(ChqNo)) = ") + c.text(number) +
+               QStringLiteral(" And LTrim(RTrim(IsNull(Joz, ''))) = ") + c.text(series));
+    if (!number.isEmpty() && cheque.IsEmpty()) return refuse(QStringLiteral("شماره چك در ليست چك ها وجود ندارد !"));
+    const QString currency = row.FieldByName(QStringLiteral("ArzCod")).AsString().trimmed();
+    if (!currency.isEmpty() && !tr::currency::CounterCurrencyGrid::chequesCarry(services_, chequeTable_.name(), currency))
+        return false;
+    const tr::vouchers::LineAccount line = tr::vouchers::LineAccount::fromRow(row);
+    if (line.koll.trimmed().isEmpty()) return true;
+    if (!tr::vouchers::validateLineAccount(services_, line).accepted()) return false;
+    const std::optional<tr::currency::Currency> kept = tr::currency::accountCurrency(
+        c, {line.koll, line.moein, line.tafsily, line.tafsily2, line.projectCod}, tr::currency::BankAccountSet::Own);
+    const QString chequeCurrency = cheque.IsEmpty() ? QString() : trimmed(cheque.value(0, 0));
+    if (kept && !chequeCurrency.isEmpty() && kept->arzCod.trimmed() != chequeCurrency)
+        return refuse(QStringLiteral("نوع ارز اين سرفصل با چك انتخاب شده يكسان نيست !"));
+    return true;
+}
+
 void ReceivedChequeDocument::keepCounterpartyInStep(tr::db::Query& row) {
     tr::db::Connection& c = connection();
     const QString number = row.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed();
@@ -192,19 +274,33 @@ void ReceivedChequeDocument::keepCounterpartyInStep(tr::db::Query& row) {
                         c.text(series);
     const QString value = tr::db::sqlNumber(row.FieldByName(QStringLiteral("ChqValue")).AsFloat());
     const QString des = c.text(row.FieldByName(QStringLiteral("Des")).AsString());
+    // The cheque's currencies travel with its amount.
+    QStringList currencyColumns, currencyValues;
+    for (const char* field : {"ArzCod", "ArzNam", "ArzCod2", "ArzNam2"}) {
+        currencyColumns << QString::fromLatin1(field);
+        currencyValues << c.text(row.FieldByName(QString::fromLatin1(field)).AsString().trimmed());
+    }
+    for (const char* field : {"ArzCount", "Nerkh", "ArzCount2", "Nerkh2"}) {
+        const tr::db::Field f = row.FieldByName(QString::fromLatin1(field));
+        currencyColumns << QString::fromLatin1(field);
+        currencyValues << (f.IsNull() ? QStringLiteral("Null") : tr::db::sqlNumber(f.AsFloat()));
+    }
+    QStringList currencySet;
+    for (int i = 0; i < currencyColumns.size(); ++i) currencySet << currencyColumns[i] + QStringLiteral(" = ") + currencyValues[i];
     const qint64 lines =
         firstColumn(c, QStringLiteral("Select Count(*) From ") + counterpartyTable_.name() + key).toLongLong();
     if (lines == 0) {
         const qint64 next =
             firstColumn(c, QStringLiteral("Select IsNull(Max(Raj), -1) + 1 From ") + counterpartyTable_.name()).toLongLong();
         c.execute(QStringLiteral("Insert Into ") + counterpartyTable_.name() +
-                  QStringLiteral(" (Raj, Joz, ChqNo, ChqValue, Des) Values (") + tr::db::sqlNumber(next) +
-                  QStringLiteral(", ") + c.text(series) + QStringLiteral(", ") + c.text(number) + QStringLiteral(", ") +
-                  value + QStringLiteral(", ") + des + QLatin1Char(')'));
+                  QStringLiteral(" (Raj, Joz, ChqNo, ChqValue, Des, ") + currencyColumns.join(QStringLiteral(", ")) +
+                  QStringLiteral(") Values (") + tr::db::sqlNumber(next) + QStringLiteral(", ") + c.text(series) +
+                  QStringLiteral(", ") + c.text(number) + QStringLiteral(", ") + value + QStringLiteral(", ") + des +
+                  QStringLiteral(", ") + currencyValues.join(QStringLiteral(", ")) + QLatin1Char(')'));
     } else if (lines == 1) {
         // A cheque split over several lines keeps the split the user typed.
         c.execute(QStringLiteral("Update ") + counterpartyTable_.name() + QStringLiteral(" Set ChqValue = ") + value +
-                  QStringLiteral(", Des = ") + des + key);
+                  QStringLiteral(", Des = ") + des + QStringLiteral(", ") + currencySet.join(QStringLiteral(", ")) + key);
     }
     if (!lower_.empty()) {
         c.execute(QStringLiteral("Update ") + counterpartyTable_.name() + QStringLiteral(" Set WhatDoc2 = '01', Koll = ") +
@@ -220,6 +316,7 @@ void ReceivedChequeDocument::keepCounterpartyInStep(tr::db::Query& row) {
 
 void ReceivedChequeDocument::reload() {
     tr::db::Connection& c = connection();
+    // The load fills the currency columns either way; the twin is only told apart on writes.
     c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet 'DB->TRANS', ") + c.text(prefix_) + QStringLiteral(", ") +
               c.text(header_.serial) + QStringLiteral(", '', '', ''"));
     opening_ = firstColumn(c, QStringLiteral("Select Count(*) From N_ChqFirst Where WhatDoc = '71' And Serial = ") +
@@ -245,8 +342,129 @@ void ReceivedChequeDocument::reload() {
             header_.userName = trimmed(voucher.value(0, 2));
         }
     }
+    loadedDate_ = header_.date;
+    readInvoiceNote();
     cheques_.Open();
     counterparties_.Open();
+}
+
+void ReceivedChequeDocument::readInvoiceNote() {
+    tr::db::Connection& c = connection();
+    const tr::db::Query invoices = openQuery(
+        c, QStringLiteral("Select Distinct SanadNoForosh From R_ForoshRelatedNaghd Where WhatDoc = '71' And Serial = ") +
+               tr::db::sqlNumber(header_.serial.toLongLong()));
+    invoiceNote_ = invoices.RecordCount() > 1 ? kMultiInvoiceNote
+                   : invoices.IsEmpty()       ? QString()
+                                              : trimmed(invoices.value(0, 0));
+}
+
+void ReceivedChequeDocument::setInvoiceNumber(const QString& number) {
+    invoiceNumber_ = number.trimmed();
+    if (invoiceNumber_.isEmpty()) return;
+    tr::db::Connection& c = connection();
+    const tr::db::Query tied = openQuery(
+        c, QStringLiteral("Select Top 1 * From R_ForoshRelatedNaghd Where SanadNoForosh = ") + c.text(invoiceNumber_) +
+               QStringLiteral(" And TypeAction = '1'  And Whatdoc = '71' "));
+    if (tied.IsEmpty())
+        newDocument();
+    else
+        open(trimmed(tied.value(0, tied.fieldIndex(QStringLiteral("Serial")))));
+}
+
+QString ReceivedChequeDocument::firstMovedCheque() const {
+    if (mode_ != DocumentMode::Edit) return {};
+    tr::db::Connection& c = connection();
+    // A later row of the cheque than its receipt by this document, on either side.
+    return trimmed(firstColumn(
+        c, QStringLiteral("Select Top 1 R.ChqNo From N_ChqLastTrans As R Where R.WhatDoc = '71' And R.Serial = ") +
+               tr::db::sqlNumber(header_.serial.toLongLong()) +
+               QStringLiteral(" And Exists (Select * From N_ChqLastTrans As L Where LTrim(RTrim(L.ChqNo)) = "
+                              "LTrim(RTrim(R.ChqNo)) And LTrim(RTrim(IsNull(L.Joz, ''))) = LTrim(RTrim(IsNull(R.Joz, ''))) "
+                              "And L.IDX > R.IDX) Order By R.ChqNo")));
+}
+
+bool ReceivedChequeDocument::checkDate() {
+    const QString date = tr::persian::latinDigits(header_.date.trimmed());
+    const QStringList parts = date.split(QLatin1Char('/'));
+    // The cheque documents word their date refusals in their own way.
+    if (tr::persian::invalidDatePart(parts.value(0), parts.value(1), parts.value(2)) != tr::persian::DatePart::None)
+        return refuse(QStringLiteral("تاريخ وارد شده اشکال دارد."));
+    const tr::Global& g = *services_.global;
+    switch (tr::persian::checkInPeriod(date, g.fiscalStart, g.fiscalEnd)) {
+        case tr::persian::PeriodCheck::Inside:
+            break;
+        case tr::persian::PeriodCheck::BeforeStart:
+            return refuse(QStringLiteral("تاريخ از تاريخ ابتدايي دوره مالي كوچكتر است !"));
+        case tr::persian::PeriodCheck::AfterEnd:
+            return refuse(QStringLiteral("تاريخ از تاريخ انتهايي دوره مالي بزرگتر است !"));
+    }
+    if (mode_ == DocumentMode::Edit && date != loadedDate_) {
+        const QString moved = firstMovedCheque();
+        if (!moved.isEmpty())
+            return refuse(QStringLiteral("بعلت گردش چك ") + moved + QStringLiteral(" نميتوانيد تاريخ صدور آنرا تغيير دهيد."));
+    }
+    return true;
+}
+
+bool ReceivedChequeDocument::currencyDocument() const {
+    tr::db::Connection& c = connection();
+    for (const QString& table : {chequeTable_.name(), counterpartyTable_.name()}) {
+        if (firstColumn(c, QStringLiteral("Select Count(*) From ") + table +
+                               QStringLiteral(" Where LTrim(RTrim(IsNull(ArzCod, ''))) <> ''"))
+                .toLongLong() > 0)
+            return true;
+    }
+    return false;
+}
+
+QString ReceivedChequeDocument::procedure() const {
+    const tr::vouchers::TreasuryDocumentKind& kind = tr::vouchers::receivedChequeKind();
+    return currencyDocument() ? kind.currencyProcedure() : kind.procedure;
+}
+
+bool ReceivedChequeDocument::chooseChequeCurrency() {
+    if (!services_.pickList) return false;
+    const std::optional<tr::currency::Currency> chosen = tr::currency::chooseCurrency(*services_.pickList);
+    return chosen && setChequeCurrency(*chosen);
+}
+
+bool ReceivedChequeDocument::setChequeCurrency(const tr::currency::Currency& currency) {
+    if (cheques_.state() == tr::db::Query::State::Browse) {
+        if (cheques_.IsEmpty()) return false;
+        cheques_.Edit();
+    }
+    const std::optional<tr::currency::CurrentRate> rate = tr::currency::currentRate(connection(), currency.arzCod);
+    cheques_.FieldByName(QStringLiteral("ArzCod")).SetValue(currency.arzCod);
+    cheques_.FieldByName(QStringLiteral("ArzNam")).SetValue(currency.arzNam);
+    if (rate) {
+        const auto side = tr::currency::defaultRateSide(tr::currency::Screen::ReceivedCheque);
+        cheques_.FieldByName(QStringLiteral("Nerkh")).SetValue(tr::currency::rateOf(*rate, side));
+    }
+    return true;
+}
+
+bool ReceivedChequeDocument::askCounterpartyCurrencies(tr::currency::CounterCurrencyPrompt& prompt) {
+    if (counterparties_.IsEmpty() && counterparties_.state() != tr::db::Query::State::Insert) return false;
+    if (!postCheque()) return false;
+    const std::optional<QList<tr::currency::CounterCurrency>> chosen =
+        prompt.askCounterCurrencies(prefix_, chequeTable_.name());
+    if (!chosen || chosen->isEmpty()) return false;
+    if (counterparties_.state() == tr::db::Query::State::Browse) counterparties_.Edit();
+    double rials = 0;
+    const char* names[2][4] = {{"ArzCod", "ArzNam", "ArzCount", "Nerkh"}, {"ArzCod2", "ArzNam2", "ArzCount2", "Nerkh2"}};
+    for (int i = 0; i < 2; ++i) {
+        const bool has = i < chosen->size();
+        const tr::currency::CounterCurrency none;
+        const tr::currency::CounterCurrency& line = has ? chosen->at(i) : none;
+        counterparties_.FieldByName(QString::fromLatin1(names[i][0])).SetValue(has ? QVariant(line.arzCod) : QVariant());
+        counterparties_.FieldByName(QString::fromLatin1(names[i][1])).SetValue(has ? QVariant(line.arzNam) : QVariant());
+        counterparties_.FieldByName(QString::fromLatin1(names[i][2])).SetValue(has ? QVariant(line.arzCount) : QVariant());
+        counterparties_.FieldByName(QString::fromLatin1(names[i][3])).SetValue(has ? QVariant(line.arzNerkh) : QVariant());
+        if (has) rials += line.arzCount * line.arzNerkh;
+    }
+    counterparties_.FieldByName(QStringLiteral("ChqValue")).SetValue(tr::persian::roundAmount(rials));
+    counterparties_.Post();
+    return counterparties_.state() == tr::db::Query::State::Browse;
 }
 
 bool ReceivedChequeDocument::open(const QString& typed) {
@@ -268,8 +486,10 @@ bool ReceivedChequeDocument::open(const QString& typed) {
 }
 
 bool ReceivedChequeDocument::save(bool opening) {
+    if (!canSave(opening)) return false;
     tr::db::Connection& c = connection();
     const QString taraf = counterpartyTable_.name();
+    if (!checkDate()) return false;
     // 1, 2. Every counterparty line has its account (and its source of funds, when kept).
     if (firstColumn(c, QStringLiteral("Select Count(*) From ") + taraf +
                            QStringLiteral(" Where LTrim(RTrim(IsNull(Koll, ''))) = ''"))
@@ -304,34 +524,49 @@ bool ReceivedChequeDocument::save(bool opening) {
     if (!stray.isNull()) return refuse(QStringLiteral("چك ") + trimmed(stray) + QStringLiteral(" در قسمت بالا ثبت نشده است !"));
     // 6, 7. The call and its log, together.
     const bool isNew = mode_ == DocumentMode::New;
+    const QString type = isNew ? QStringLiteral("I") : QStringLiteral("E");
+    const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
     try {
-        tr::db::Transaction transaction(c);
-        c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet ") +
-                  c.text(opening ? QStringLiteral("FIRST->DB") : QStringLiteral("TRANS->DB")) + QStringLiteral(", ") +
-                  c.text(prefix_) + QStringLiteral(", ") + c.text(header_.serial) + QStringLiteral(", ") +
-                  c.text(header_.date) + QStringLiteral(", ") + c.text(services_.global->userName) + QStringLiteral(", ") +
-                  c.text(isNew ? QStringLiteral("NEW") : QStringLiteral("EDIT")));
-        const QString type = isNew ? QStringLiteral("I") : QStringLiteral("E");
-        if (opening) {
-            logAction(true, type, QString());
-            c.execute(QStringLiteral("Insert Into N_ChqFirst_Log (IDX, WhatDoc, LastWhatDoc, ChqOrTaraf, Serial, Raj, ChqNo, "
-                                     "Joz, sValue, Des, SarResidDate, WhatDoc2, Koll, Moein, Tafsily, Tafsily2, ProjectCod, "
-                                     "SalMale, SherCode, User_Name, User_Name_Log, ActDate, ActTime) Select IDX, WhatDoc, "
-                                     "LastWhatDoc, ChqOrTaraf, Serial, Raj, ChqNo, Joz, sValue, Des, SarResidDate, WhatDoc2, "
-                                     "Koll, Moein, Tafsily, Tafsily2, ProjectCod, SalMale, SherCode, User_Name, ") +
-                      c.text(services_.global->userName) + QStringLiteral(", ") + c.text(tr::persian::today()) +
-                      QStringLiteral(", ") + c.text(tr::timeText()) +
-                      QStringLiteral(" From N_ChqFirst Where WhatDoc = '71' And Serial = ") +
-                      tr::db::sqlNumber(header_.serial.toLongLong()));
-        } else {
-            const QString voucher = trimmed(firstColumn(
-                c, QStringLiteral("Select Max(A.SanadNo) From Asnad As A Inner Join N_NaghdTrans As N On (A.Document = "
-                                  "Cast(N.IDX As Varchar(20))) Where A.TypeSys = 'N' And A.WhatDoc = '71' And N.WhatDoc = "
-                                  "'71' And N.Serial = ") +
-                       tr::db::sqlNumber(header_.serial.toLongLong())));
-            logAction(false, type, voucher);
-        }
-        transaction.commit();
+        tr::vouchers::commitDocumentWrite(
+            c, {.copyAside =
+                    [&] {
+                        if (!opening)
+                            tr::vouchers::copyDocumentVoucherAside(*services_.database, historyTable_, kKind,
+                                                                   header_.serial);
+                    },
+                .call =
+                    [&] {
+                        c.execute(QStringLiteral("Exec ") + procedure() + QLatin1Char(' ') +
+                                  c.text(opening ? QStringLiteral("FIRST->DB") : QStringLiteral("TRANS->DB")) +
+                                  QStringLiteral(", ") + c.text(prefix_) + QStringLiteral(", ") +
+                                  c.text(header_.serial) + QStringLiteral(", ") + c.text(header_.date) +
+                                  QStringLiteral(", ") + c.text(services_.global->userName) + QStringLiteral(", ") +
+                                  c.text(isNew ? QStringLiteral("NEW") : QStringLiteral("EDIT")));
+                    },
+                .log =
+                    [&] {
+                        if (!opening) {
+                            logAction(false, type,
+                                      trimmed(firstColumn(c, QStringLiteral("Select Max(A.SanadNo) From Asnad As A "
+                                                                            "Inner Join N_NaghdTrans As N On (A.Document = "
+                                                                            "Cast(N.IDX As Varchar(20))) Where A.TypeSys = "
+                                                                            "'N' And A.WhatDoc = '71' And N.WhatDoc = '71' "
+                                                                            "And N.Serial = ") +
+                                                                 serial)));
+                            return;
+                        }
+                        logAction(true, type, QString());
+                        c.execute(QStringLiteral(
+                                      "Insert Into N_ChqFirst_Log (IDX, WhatDoc, LastWhatDoc, ChqOrTaraf, Serial, Raj, "
+                                      "ChqNo, Joz, sValue, Des, SarResidDate, WhatDoc2, Koll, Moein, Tafsily, Tafsily2, "
+                                      "ProjectCod, SalMale, SherCode, User_Name, User_Name_Log, ActDate, ActTime) Select "
+                                      "IDX, WhatDoc, LastWhatDoc, ChqOrTaraf, Serial, Raj, ChqNo, Joz, sValue, Des, "
+                                      "SarResidDate, WhatDoc2, Koll, Moein, Tafsily, Tafsily2, ProjectCod, SalMale, "
+                                      "SherCode, User_Name, ") +
+                                  c.text(services_.global->userName) + QStringLiteral(", ") +
+                                  c.text(tr::persian::today()) + QStringLiteral(", ") + c.text(tr::timeText()) +
+                                  QStringLiteral(" From N_ChqFirst Where WhatDoc = '71' And Serial = ") + serial);
+                    }});
     } catch (const tr::db::DatabaseError& e) {
         return refuse(e.message());
     }
@@ -359,7 +594,7 @@ void ReceivedChequeDocument::logAction(bool opening, const QString& type, const 
 }
 
 bool ReceivedChequeDocument::remove() {
-    if (mode_ != DocumentMode::Edit) return false;
+    if (!canDelete()) return false;
     tr::db::Connection& c = connection();
     const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
     try {
@@ -385,13 +620,22 @@ bool ReceivedChequeDocument::remove() {
                                      QStringLiteral(" حذف شود؟")))
             return false;
         // 4, 5. The log row, the delete and the links, together.
-        tr::db::Transaction transaction(c);
-        logAction(opening_, QStringLiteral("D"), header_.voucherNo);
-        c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet ") +
-                  c.text(opening_ ? QStringLiteral("DELETE_FIRST") : QStringLiteral("DELETE_DOREH")) +
-                  QStringLiteral(", '', ") + c.text(header_.serial) + QStringLiteral(", '', '', ''"));
-        if (linked) c.execute(QStringLiteral("Delete") + links);
-        transaction.commit();
+        tr::vouchers::commitDocumentWrite(
+            c, {.copyAside =
+                    [&] {
+                        if (!opening_)
+                            tr::vouchers::copyDocumentVoucherAside(*services_.database, historyTable_, kKind,
+                                                                   header_.serial);
+                    },
+                .call =
+                    [&] {
+                        c.execute(QStringLiteral("Exec ") + procedure() + QLatin1Char(' ') +
+                                  c.text(opening_ ? QStringLiteral("DELETE_FIRST") : QStringLiteral("DELETE_DOREH")) +
+                                  QStringLiteral(", '', ") + c.text(header_.serial) + QStringLiteral(", '', '', ''"));
+                    },
+                .log = [&] { logAction(opening_, QStringLiteral("D"), header_.voucherNo); },
+                // The procedure cuts the links and gives the invoices back what they were paid.
+                .logBeforeCall = true});
     } catch (const tr::db::DatabaseError& e) {
         return refuse(e.message());
     }

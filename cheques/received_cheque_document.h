@@ -11,6 +11,11 @@
 #include "common/dialog/message_dialog.h"
 #include "common/session/services.h"
 
+namespace tr::currency {
+class CounterCurrencyPrompt;
+struct Currency;
+}  // namespace tr::currency
+
 namespace tr::cheques {
 
 enum class DocumentMode { New, Edit };
@@ -33,20 +38,49 @@ class ReceivedChequeDocument {
     static const QString kTitle;     // "دريافت چک"
     static const QString kFormKey;   // "N_A_CHQGET_"
     static const QString kKind;      // "71"
+    static const QString kMultiInvoiceNote;  // "اين شماره سريال چند فاکتوري است"
 
     explicit ReceivedChequeDocument(const tr::Services& services);
     ~ReceivedChequeDocument();
     ReceivedChequeDocument(const ReceivedChequeDocument&) = delete;
     ReceivedChequeDocument& operator=(const ReceivedChequeDocument&) = delete;
 
+    const tr::Services& services() const { return services_; }
     DocumentMode mode() const { return mode_; }
     ChequeDocumentHeader& header() { return header_; }
     LowerAccount& lowerAccount() { return lower_; }
     tr::db::Query& cheques() { return cheques_; }
     tr::db::Query& counterparties() { return counterparties_; }
     const QString& prefix() const { return prefix_; }
+    QString chequeTable() const { return chequeTable_.name(); }
+    QString counterpartyTable() const { return counterpartyTable_.name(); }
     // "ثبت" or "اصلاح", with "(به روزآوري شده است)" after a save.
     QString caption() const;
+    // The user's rights prefixes on the form key; a command without its right does nothing.
+    const QString& rights() const { return rights_; }
+    bool canSave(bool opening = false) const;
+    bool canDelete() const;
+    bool openingDocument() const { return opening_; }
+
+    // The sales invoice the screen was opened for: the document already tied to it is loaded,
+    // or a new one started. Empty: none.
+    void setInvoiceNumber(const QString& number);
+    const QString& invoiceNumber() const { return invoiceNumber_; }
+    // The invoice the loaded serial is tied to, kMultiInvoiceNote for several, or empty.
+    const QString& invoiceNote() const { return invoiceNote_; }
+
+    // Leaving the date boxes: a valid date inside the fiscal period, and not a new one for a
+    // document whose cheques have moved since. False after the message.
+    bool checkDate();
+    // The currency of the cheque being edited ("انتخاب ارز"): its code, name and the latest
+    // buying rate. False when the user cancels or the currency has no rate.
+    bool chooseChequeCurrency();
+    bool setChequeCurrency(const tr::currency::Currency& currency);
+    // The currencies a counterparty line is settled in, asked of `prompt` over the document's
+    // cheques; the line's amount becomes their value in rials.
+    bool askCounterpartyCurrencies(tr::currency::CounterCurrencyPrompt& prompt);
+    // Whether a row of either grid carries a currency: the save then goes to the _Arzi twin.
+    bool currencyDocument() const;
 
     // A new document: empty grids, the next serial taken and held, the date of the period.
     void newDocument();
@@ -73,6 +107,12 @@ class ReceivedChequeDocument {
     tr::db::Connection& connection() const { return *services_.database->Connection; }
     bool refuse(const QString& message);
     bool checkCheque(tr::db::Query& row);
+    bool checkInvoiceAllocation(tr::db::Query& row, const QString& number, const QString& series);
+    bool checkCounterparty(tr::db::Query& row);
+    // The first cheque of the document moved since it was received (empty: none).
+    QString firstMovedCheque() const;
+    QString procedure() const;
+    void readInvoiceNote();
     void keepCounterpartyInStep(tr::db::Query& row);
     void reload();
     void logAction(bool opening, const QString& type, const QString& voucherNo);
@@ -86,6 +126,11 @@ class ReceivedChequeDocument {
     tr::db::Query counterparties_;
     ChequeDocumentHeader header_;
     LowerAccount lower_;
+    QString historyTable_;
+    QString rights_;
+    QString invoiceNumber_;
+    QString invoiceNote_;
+    QString loadedDate_;  // the issue date as saved, for the moved-cheque check
     DocumentMode mode_ = DocumentMode::New;
     bool opening_ = false;  // the loaded document is an opening-cheque one
     bool saved_ = false;

@@ -91,7 +91,40 @@ std::vector<TreasuryDocumentKind> makeKinds() {
     return kinds;
 }
 
+std::vector<TreasuryDocumentKind> makeChequeKinds() {
+    std::vector<TreasuryDocumentKind> kinds;
+    TreasuryDocumentKind k;
+    k.code = QStringLiteral("71");
+    k.title = QStringLiteral("دريافت چک");
+    k.procedure = QStringLiteral("sp_N_Asnad_Trans_ChqGet");
+    k.treasurySide = Side::Bed;
+    k.formKey = QStringLiteral("N_A_CHQGET_");
+    kinds.push_back(k);
+    k = {};
+    k.code = QStringLiteral("81");
+    k.title = QStringLiteral("پرداخت چك");
+    k.procedure = QStringLiteral("sp_N_Asnad_Trans_ChqPay");
+    k.treasurySide = Side::Bes;
+    k.treasuryObject = TreasuryObject::BankAccount;
+    k.formKey = QStringLiteral("N_A_CHQPAY_");
+    kinds.push_back(k);
+    return kinds;
+}
+
 }  // namespace
+
+const std::vector<TreasuryDocumentKind>& chequeDocumentKinds() {
+    static const std::vector<TreasuryDocumentKind> kinds = makeChequeKinds();
+    return kinds;
+}
+
+const TreasuryDocumentKind& receivedChequeKind() {
+    return chequeDocumentKinds()[0];
+}
+
+const TreasuryDocumentKind& issuedChequeKind() {
+    return chequeDocumentKinds()[1];
+}
 
 QString sideColumn(Side side) {
     return side == Side::Bed ? QStringLiteral("Bed") : QStringLiteral("Bes");

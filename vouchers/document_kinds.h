@@ -41,4 +41,12 @@ const std::vector<TreasuryDocumentKind>& treasuryDocumentKinds();
 // Null for a code that is not one of the six kinds.
 const TreasuryDocumentKind* findTreasuryDocumentKind(const QString& code);
 
+// The cheque documents: '71' received ("دريافت چک", the cheque side debited) and '81' issued
+// ("پرداخت چك", credited). They have two work tables and no header amount, so N_Global does not
+// serve them; their screens take title, procedure and form key from here. Which rate a currency
+// line takes by default is tr::currency::defaultRateSide of the screen (buying for '71').
+const std::vector<TreasuryDocumentKind>& chequeDocumentKinds();
+const TreasuryDocumentKind& receivedChequeKind();
+const TreasuryDocumentKind& issuedChequeKind();
+
 }  // namespace tr::vouchers

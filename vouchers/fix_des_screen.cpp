@@ -1,9 +1,5 @@
 #include "vouchers/fix_des_screen.h"
 
-#include <QDir>
-#include <QLibrary>
-#include <QObject>
-
 #include "common/db/query_helpers.h"
 #include "common/db/sql_literal.h"
 #include "common/text/single_line_text.h"
@@ -40,39 +36,6 @@ bool sameValues(const QStringList& a, const QStringList& b) {
 
 const QString FixDesScreen::kCaption = QStringLiteral("ثبت شرح ثابت اسناد");
 const QString FixDesScreen::kFormKey = QStringLiteral("N_A_FIXDES_");
-
-QString accountReportFolder(const QString& hostFolder) {
-    return QDir(hostFolder).filePath(QStringLiteral("DLLS/Corvask"));
-}
-
-QString turnoverFilter(const LineAccount& line, AccountLevel level) {
-    if (level == AccountLevel::None || line.code(level).isEmpty()) {
-        level = AccountLevel::None;
-        for (AccountLevel l : {AccountLevel::Project, AccountLevel::Tafsily2, AccountLevel::Tafsily,
-                               AccountLevel::Moein, AccountLevel::Koll}) {
-            if (!line.code(l).isEmpty()) {
-                level = l;
-                break;
-            }
-        }
-    }
-    switch (level) {
-        case AccountLevel::Koll:
-            return QStringLiteral("K=") + line.koll;
-        case AccountLevel::Moein:
-            return QStringLiteral("M=(K=") + line.koll + QStringLiteral("),(M=") + line.moein +
-                   QStringLiteral(")");
-        case AccountLevel::Tafsily:
-            return QStringLiteral("T1=") + line.tafsily;
-        case AccountLevel::Tafsily2:
-            return QStringLiteral("T2=") + line.tafsily2;
-        case AccountLevel::Project:
-            return QStringLiteral("P=") + line.projectCod;
-        case AccountLevel::None:
-            break;
-    }
-    return {};
-}
 
 FixDesScreen::FixDesScreen(const tr::Services& services) : services_(services) {
     grid_.BeforePost = [this](Query& row) { return beforePost(row); };
@@ -201,19 +164,7 @@ bool FixDesScreen::pickAccount(const QString& field) {
 bool FixDesScreen::showTurnover(const QString& field, QWidget* parent) {
     if (!grid_.Active() || (grid_.IsEmpty() && grid_.state() != Query::State::Insert)) return false;
     const QString filter = turnoverFilter(LineAccount::fromRow(grid_), accountLevelOfField(field));
-    if (filter.isEmpty()) return false;
-    // Left loaded: the report window lives on after the call, docked in the host.
-    QLibrary library(QDir(accountReportFolder(services_.global->hostFolder))
-                         .filePath(QLatin1String(kAccountReportLibrary)));
-    if (!library.load()) return false;
-    const auto report =
-        reinterpret_cast<ReportHesabCorvask>(library.resolve("ReportHesab_Corvask"));
-    if (!report) return false;
-    report(parent, services_.global, services_.myDate, services_.database,
-           dynamic_cast<QObject*>(services_.pickList), dynamic_cast<QObject*>(services_.progress),
-           dynamic_cast<QObject*>(services_.dialog),
-           reinterpret_cast<const char16_t*>(filter.utf16()), kAccountTurnoverKind);
-    return true;
+    return showAccountReport(services_, parent, filter, AccountReportKind::Turnover);
 }
 
 QString FixDesScreen::reportTitle() const {

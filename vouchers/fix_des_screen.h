@@ -8,30 +8,11 @@
 #include "common/db/query.h"
 #include "common/session/services.h"
 #include "vouchers/account_checks.h"
+#include "vouchers/account_report.h"
 
-class QObject;
 class QWidget;
 
 namespace tr::vouchers {
-
-extern "C" {
-// <host folder>/DLLS/Corvask/AccountReport: the account turnover window, docked into `parent`.
-// The session objects come in the order Global, MyDate, MyDatabase, TempGridForm, ShowStateForm,
-// DlgMsg, then the caller's filter text (UTF-16, NUL-terminated, valid during the call) and the
-// kind of report (1 account turnover).
-using ReportHesabCorvask = void (*)(QWidget* parent, tr::Global* global, QObject* myDate,
-                                    tr::db::MyDatabase* database, QObject* tempGridForm,
-                                    QObject* showStateForm, QObject* dlgMsg, const char16_t* filter,
-                                    int kind);
-}
-
-inline constexpr char kAccountReportLibrary[] = "AccountReport";
-inline constexpr int kAccountTurnoverKind = 1;
-QString accountReportFolder(const QString& hostFolder);
-
-// The filter text of an account for the report: the level of `field` when the row fills it,
-// else the most detailed level it fills; empty for a row without account.
-QString turnoverFilter(const LineAccount& line, AccountLevel level = AccountLevel::None);
 
 class FixDesScreen {
   public:

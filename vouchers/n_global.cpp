@@ -2,7 +2,6 @@
 
 #include "vouchers/treasury_log.h"
 
-#include <QThread>
 #include <cmath>
 #include <exception>
 
@@ -13,6 +12,7 @@
 #include "common/persian/persian_date.h"
 #include "common/text/single_line_text.h"
 #include "vouchers/rights.h"
+#include "vouchers/document_session.h"
 #include "vouchers/serials.h"
 
 namespace tr::vouchers {
@@ -30,19 +30,6 @@ using tr::db::openQuery;
 
 bool sameAmount(double a, double b) {
     return std::fabs(a - b) < 0.005;
-}
-
-// Two screens of one kind opened by one session within the same hundredth of a second would get
-// the same name: wait for the next time stamp instead.
-QString freeTransferTableName(tr::db::Connection& connection, const QString& formKey,
-                              const QString& sessionText) {
-    QString name = transferTableName(formKey, sessionText);
-    for (int attempt = 0; attempt < 100 && tr::db::objectExistsInTempdb(connection, name);
-         ++attempt) {
-        QThread::msleep(5);
-        name = transferTableName(formKey, sessionText);
-    }
-    return name;
 }
 
 }  // namespace
@@ -95,7 +82,7 @@ N_Global::N_Global(const tr::Services& services, const TreasuryDocumentKind& kin
     : services_(services),
       kind_(kind),
       messages_(services.dialog),
-      transferTable_(freeTransferTableName(*services.database->Connection, kind.formKey,
+      transferTable_(freeWorkTableName(*services.database->Connection, kind.formKey,
                                            services.global->sessionText)),
       historyTable_(historyTableName(transferTable_)),
       grid_(services.database->Connection),
@@ -173,7 +160,7 @@ bool N_Global::currencyDocument() const {
 }
 
 QString N_Global::stateCaption() const {
-    return state_ == DocumentState::New ? QStringLiteral("ثبت ") : QStringLiteral("اصلاح ");
+    return documentStateCaption(state_ == DocumentState::New);
 }
 
 QString N_Global::userNumber() const {
@@ -534,25 +521,10 @@ void N_Global::appendSerialToDescription() {
 }
 
 void N_Global::copyVoucherAside(bool bySerial) {
-    tr::db::Connection& c = connection();
-    tr::db::execute(database(), dropHistoryTableStatement(c, historyTable_));
-    if (bySerial) {
-        tr::db::execute(
-            database(),
-            QStringLiteral("select * into ") + historyTable_ +
-                QStringLiteral(" from Asnad where TypeSys='N' and ltrim(rtrim(Document)) "
-                               "in( select IDX from n_naghdtrans where "
-                               "ltrim(rtrim(Serial)) =") +
-                c.text(header_.serial.trimmed()) + QStringLiteral(" and WhatDoc = ") +
-                c.text(kind_.code) + QStringLiteral(") order by Raj"));
-    } else {
-        tr::db::execute(
-            database(),
-            QStringLiteral("select * into ") + historyTable_ +
-                QStringLiteral(" from Asnad where TypeSys='N' and ltrim(rtrim(SanadNo)) "
-                               "= ") +
-                c.text(header_.voucherNo.trimmed()) + QStringLiteral(" order by Raj"));
-    }
+    if (bySerial)
+        copyDocumentVoucherAside(database(), historyTable_, kind_.code, header_.serial);
+    else
+        copyVoucherAsideByNumber(database(), historyTable_, header_.voucherNo);
 }
 
 void N_Global::logAction(const QString& type) {
@@ -608,25 +580,36 @@ bool N_Global::save() {
     bool cancelled = false;
     BookVersion saved;
     try {
-        tr::db::Transaction transaction(c);
         // Another screen's change since this one opened the document is not overwritten.
-        if (!unchangedInBook()) return false;
-        // 7. The voucher as it stands before this save.
-        copyVoucherAside(isNew);
-        // 8. The save itself.
-        tr::db::execute(database(), travelling);
-        tr::db::execute(database(),
-                        call(DocumentAction::Save,
-                             arguments(isNew ? QStringLiteral("NEW") : QStringLiteral("EDIT"))));
-        // 9, 10. The action log and the invoice links commit with the document or not at all.
-        readHeader(serial);
-        logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
-        if (writeInvoiceLinks) writeInvoiceLinks(*this);
-        // 11. The saved document as the ledger now has it.
-        loadIntoTransferTable(serial);
-        cancelled = isCancelled(c, kind_.code, serial);
-        saved = readBookVersion();
-        transaction.commit();
+        const bool written = commitDocumentWrite(
+            c, {.proceed = [&] { return unchangedInBook(); },
+                // 7. The voucher as it stands before this save.
+                .copyAside = [&] { copyVoucherAside(isNew); },
+                // 8. The save itself.
+                .call =
+                    [&] {
+                        tr::db::execute(database(), travelling);
+                        tr::db::execute(database(),
+                                        call(DocumentAction::Save,
+                                             arguments(isNew ? QStringLiteral("NEW")
+                                                             : QStringLiteral("EDIT"))));
+                    },
+                // 9, 10. The action log and the invoice links commit with the document or not
+                // at all.
+                .log =
+                    [&] {
+                        readHeader(serial);
+                        logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
+                    },
+                .invoiceLinks = [&] { if (writeInvoiceLinks) writeInvoiceLinks(*this); },
+                // 11. The saved document as the ledger now has it.
+                .readBack =
+                    [&] {
+                        loadIntoTransferTable(serial);
+                        cancelled = isCancelled(c, kind_.code, serial);
+                        saved = readBookVersion();
+                    }});
+        if (!written) return false;
     } catch (const tr::db::DatabaseError& error) {
         // Another user saved this serial since the duplicate check.
         if (isNew && error.message().contains(serialTakenMessage(kind_.title))) {
@@ -638,7 +621,7 @@ bool N_Global::save() {
     state_ = DocumentState::Edit;
     cancelled_ = cancelled;
     bookVersion_ = saved;
-    captionSuffix_ = QStringLiteral("(به روزآوري شده است)");
+    captionSuffix_ = kUpdatedMark;
     markUnmodified();
     return true;
 }
@@ -710,16 +693,19 @@ bool N_Global::deleteDocument() {
     // The delete, its log, the invoices it paid, its hold and the screen's turn to a new
     // document are one: a failure leaves the document in the database and on the screen.
     FailureRestore restore(*this);
-    tr::db::Transaction transaction(c);
-    if (!unchangedInBook()) return false;
-    copyVoucherAside(false);
-    logAction(QStringLiteral("D"));
-    tr::db::execute(database(), call(DocumentAction::Delete, arguments()));
-    if (undoInvoiceSettlement) undoInvoiceSettlement(*this);
-    releaseHold(database(), kTreasuryProgram, kind_.code, QString(), serial, userNumber());
-    newDocument();
-    transaction.commit();
-    return true;
+    return commitDocumentWrite(
+        c, {.proceed = [&] { return unchangedInBook(); },
+            .copyAside = [&] { copyVoucherAside(false); },
+            .call = [&] { tr::db::execute(database(), call(DocumentAction::Delete, arguments())); },
+            .log = [&] { logAction(QStringLiteral("D")); },
+            .invoiceLinks = [&] { if (undoInvoiceSettlement) undoInvoiceSettlement(*this); },
+            .readBack =
+                [&] {
+                    releaseHold(database(), kTreasuryProgram, kind_.code, QString(), serial,
+                                userNumber());
+                    newDocument();
+                },
+            .logBeforeCall = true});
 }
 
 }  // namespace tr::vouchers

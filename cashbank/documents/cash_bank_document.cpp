@@ -10,6 +10,7 @@
 #include "currency/rates.h"
 #include "vouchers/account_lookup.h"
 #include "vouchers/fixed_descriptions.h"
+#include "vouchers/grid_commands.h"
 #include "vouchers/rights.h"
 
 namespace tr::cashbank {
@@ -28,8 +29,6 @@ const QStringList kAmountFields = {QStringLiteral("Bed"),          QStringLitera
                                    QStringLiteral("ArzCount"),     QStringLiteral("ArzCount2"),
                                    QStringLiteral("ArzUnitPrice"), QStringLiteral("ArzRate"),
                                    QStringLiteral("ArzTotalPrice")};
-// Fields a copied or remembered row never carries: its place and its saved identity.
-const QStringList kRowIdentity = {QStringLiteral("Raj"), QStringLiteral("IDX")};
 constexpr int kTreasuryListKind = 4;
 
 using tr::db::openQuery;
@@ -71,8 +70,13 @@ void CashBankDocument::notify() {
 void CashBankDocument::show(const QString& containerName) {
     if (!doc_ || boundDatabase_ != services_.database) {
         if (doc_ && documentReleasing) documentReleasing(*this);
+        commands_.reset();
         doc_.reset();
         doc_ = std::make_unique<tr::vouchers::N_Global>(services_, screen_.kind());
+        commands_ = std::make_unique<tr::vouchers::GridCommands>(services_, doc_->grid(),
+                                                                 screen_.gridKey());
+        commands_->appendRow = [this] { appendLine(); };
+        commands_->changed = [this] { notify(); };
         boundDatabase_ = services_.database;
         bind();
         if (documentCreated) documentCreated(*this);
@@ -519,15 +523,7 @@ bool CashBankDocument::postLine() {
 }
 
 bool CashBankDocument::editCurrentRow() {
-    Query& grid = doc_->grid();
-    if (!grid.Active()) return false;
-    if (grid.state() == Query::State::Browse) {
-        if (grid.IsEmpty())
-            appendLine();
-        else
-            grid.Edit();
-    }
-    return grid.state() == Query::State::Edit || grid.state() == Query::State::Insert;
+    return commands_->editCurrentRow();
 }
 
 bool CashBankDocument::pickCell(const QString& field) {
@@ -656,112 +652,51 @@ void CashBankDocument::searchClick() {
     if (openSearch) openSearch(*this);
 }
 
-tr::grid::GridState CashBankDocument::gridState() const {
-    tr::dialog::Messages messages = messages_;
-    return tr::grid::GridState(
-        *services_.database, services_.global->userNumber,
-        [messages](const QString& text, const QString& caption, const QString& code) {
-            return messages.show(text, code, caption);
-        });
-}
-
 bool CashBankDocument::saveColumns(const tr::grid::GridColumns& grid) {
-    return gridState().save(grid, screen_.gridKey());
+    return commands_->saveColumns(grid);
 }
 
 void CashBankDocument::resetColumns() {
-    gridState().reset(screen_.gridKey());
+    commands_->resetColumns();
 }
 
 bool CashBankDocument::restoreColumns(tr::grid::GridColumns& grid) {
-    Query layout(&services_.connection());
-    return gridState().restore(grid, layout, screen_.gridKey());
+    return commands_->restoreColumns(grid);
 }
 
 int CashBankDocument::currentRowIndex() {
-    Query& grid = doc_->grid();
-    // New lines are always appended, so the line being inserted is the last one.
-    if (grid.state() == Query::State::Insert) return grid.RecordCount();
-    return grid.IsEmpty() ? -1 : grid.RecNo() - 1;
+    return commands_->currentRowIndex();
 }
 
 bool CashBankDocument::copyRowAbove() {
-    const int row = currentRowIndex();
-    if (row < 1 || !editCurrentRow()) return false;
-    Query& grid = doc_->grid();
-    const QStringList& fields = grid.fieldNames();
-    for (int column = 0; column < fields.size(); ++column) {
-        if (kRowIdentity.contains(fields[column], Qt::CaseInsensitive)) continue;
-        grid.FieldByName(fields[column]).SetValue(grid.value(row - 1, column));
-    }
-    notify();
-    return true;
+    return commands_->copyRowAbove();
 }
 
 QString CashBankDocument::clipboardText() {
-    Query& grid = doc_->grid();
-    const QList<GridColumn> columns = screen_.gridColumns(services_.global->projectLevelName);
-    QStringList titles;
-    QList<int> indexes;
-    for (const GridColumn& column : columns) {
-        titles << column.title;
-        indexes << grid.fieldIndex(column.field);
-    }
-    QStringList lines{titles.join(QLatin1Char('\t'))};
-    const int rows = grid.RecordCount() + (grid.state() == Query::State::Insert ? 1 : 0);
-    for (int row = 0; row < rows; ++row) {
-        QStringList cells;
-        for (int index : indexes)
-            cells << (index < 0 ? QString() : grid.value(row, index).toString());
-        lines << cells.join(QLatin1Char('\t'));
-    }
-    return lines.join(QLatin1Char('\n'));
-}
-
-QVariantMap CashBankDocument::currentRow() {
-    QVariantMap row;
-    Query& grid = doc_->grid();
-    if (currentRowIndex() < 0) return row;
-    for (const QString& field : grid.fieldNames())
-        if (!kRowIdentity.contains(field, Qt::CaseInsensitive))
-            row.insert(field, grid.FieldByName(field).Value());
-    return row;
+    QList<tr::vouchers::ClipboardColumn> columns;
+    for (const GridColumn& column : screen_.gridColumns(services_.global->projectLevelName))
+        columns << tr::vouchers::ClipboardColumn{column.field, column.title};
+    return commands_->clipboardText(columns);
 }
 
 void CashBankDocument::rememberRow() {
-    rowMemory_ = currentRow();
+    commands_->rememberRow();
 }
 
 bool CashBankDocument::restoreRow() {
-    if (rowMemory_.isEmpty() || !editCurrentRow()) return false;
-    Query& grid = doc_->grid();
-    for (auto it = rowMemory_.cbegin(); it != rowMemory_.cend(); ++it)
-        grid.FieldByName(it.key()).SetValue(it.value());
-    notify();
-    return true;
+    return commands_->restoreRow();
 }
 
 void CashBankDocument::rememberCell(const QString& field) {
-    Query& grid = doc_->grid();
-    if (currentRowIndex() < 0 || grid.fieldIndex(field) < 0) return;
-    cellMemory_ = grid.FieldByName(field).Value();
+    commands_->rememberCell(field);
 }
 
 bool CashBankDocument::restoreCell(const QString& field) {
-    Query& grid = doc_->grid();
-    if (!cellMemory_ || grid.fieldIndex(field) < 0 ||
-        kRowIdentity.contains(field, Qt::CaseInsensitive) || !editCurrentRow())
-        return false;
-    grid.FieldByName(field).SetValue(*cellMemory_);
-    notify();
-    return true;
+    return commands_->restoreCell(field);
 }
 
 bool CashBankDocument::pickFixedDescriptionForLine() {
-    if (!editCurrentRow()) return false;
-    const bool picked = tr::vouchers::pickFixedDescriptionInto(services_, doc_->grid());
-    if (picked) notify();
-    return picked;
+    return commands_->pickFixedDescription();
 }
 
 bool CashBankDocument::pickFixedDescriptionForDescription() {
@@ -775,15 +710,7 @@ bool CashBankDocument::pickFixedDescriptionForDescription() {
 }
 
 bool CashBankDocument::deleteLine() {
-    Query& grid = doc_->grid();
-    if (!grid.Active() || currentRowIndex() < 0) return false;
-    if (!messages_.ask(QStringLiteral("آيا حذف شود؟"))) return false;
-    if (grid.state() == Query::State::Insert)
-        grid.Cancel();
-    else
-        grid.Delete();
-    notify();
-    return true;
+    return commands_->deleteRow();
 }
 
 void CashBankDocument::settlementClick() {

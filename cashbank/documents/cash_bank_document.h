@@ -10,12 +10,18 @@
 #include <optional>
 
 #include "cashbank/documents/cash_bank_screens.h"
-#include "cashbank/printing/print_layout.h"
 #include "common/grid/grid_state.h"
 #include "common/session/services.h"
+#include "printing/print_layout.h"
 #include "vouchers/n_global.h"
 
+namespace tr::vouchers {
+class GridCommands;
+}
+
 namespace tr::cashbank {
+
+using tr::printing::PrintLayout;
 
 // One line of the counter-party panel: an account level of the current grid line.
 struct CounterPartyLine {
@@ -226,9 +232,7 @@ class CashBankDocument {
     bool checkHeaderText();
     bool checkLineText(tr::db::Query& line);
     QList<CounterPartyLine> accountLines(const tr::vouchers::LineAccount& line) const;
-    tr::grid::GridState gridState() const;
     int currentRowIndex();
-    QVariantMap currentRow();
     bool editCurrentRow();
 
     tr::Services services_;
@@ -247,8 +251,7 @@ class CashBankDocument {
     QString openingCurrencyName_;  // read by an open, taken when it commits
     QString amountTyped_;  // refused texts of the amount and rate boxes, empty when they read
     QString rateTyped_;
-    QVariantMap rowMemory_;
-    std::optional<QVariant> cellMemory_;
+    std::unique_ptr<tr::vouchers::GridCommands> commands_;  // over doc_'s grid, made with it
 };
 
 }  // namespace tr::cashbank

@@ -1,11 +1,14 @@
 #include "cashbank/printing/document_print.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 #include <cmath>
 
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
+#include "common/db/sql_literal.h"
+#include "printing/account_names.h"
+#include "printing/print_values.h"
+#include "printing/printed_kinds.h"
 #include "vouchers/document_kinds.h"
 
 namespace tr::cashbank {
@@ -18,18 +21,8 @@ using tr::vouchers::TreasuryDocumentKind;
 using tr::vouchers::TreasuryObject;
 
 using tr::db::openQuery;
-
-QString field(Query& query, const char* name) {
-    return query.FieldByName(QLatin1String(name)).AsString().trimmed();
-}
-
-// Serials are digits; anything else cannot name a document (and would not convert in SQL).
-std::optional<QString> validSerial(const QString& serial) {
-    static const QRegularExpression digits(QStringLiteral("^[0-9]{1,9}$"));
-    const QString trimmed = serial.trimmed();
-    if (!digits.match(trimmed).hasMatch()) return std::nullopt;
-    return trimmed;
-}
+using tr::printing::accountLastName;
+using tr::printing::textField;
 
 // The document's rows of N_NaghdTrans with their own voucher lines (not the cancellation's).
 QString documentRows(Connection& c, const QString& kind, const QString& serial) {
@@ -38,29 +31,6 @@ QString documentRows(Connection& c, const QString& kind, const QString& serial) 
                "= N.WhatDoc And A.DocToDate = '0' And A.Document = Cast(N.IDX As Varchar(20)))") +
            QStringLiteral("%1 Where N.WhatDoc = ") + c.text(kind) +
            QStringLiteral(" And LTrim(N.Serial) = ") + c.text(serial);
-}
-
-// Names of every level of the voucher line aliased A; the print shows the most detailed one.
-const QString kAccountNames = QStringLiteral(
-    ", K.NamHesab As KollNam, M.NamHesab As MoeinNam, T.NamHesab As TafsilyNam, "
-    "T2.NamHesab As Tafsily2Nam, P.ProjectNam As ProjectNam");
-const QString kAccountJoins = QStringLiteral(
-    " Left Join Koll As K On (K.Koll = A.Koll) Left Join Moein As M On (M.Koll = A.Koll And "
-    "M.Moein = A.Moein) Left Join Tafsily As T On (T.Tafsily = A.Tafsily) Left Join Tafsily2 As "
-    "T2 On (T2.Tafsily2 = A.Tafsily2) Left Join M_Project As P On (P.ProjectCod = A.ProjectCod)");
-
-// A level counts only when the line carries its code and the chart gives it a name.
-QString lastName(Query& q) {
-    const std::pair<const char*, const char*> levels[] = {{"ProjectCod", "ProjectNam"},
-                                                          {"Tafsily2", "Tafsily2Nam"},
-                                                          {"Tafsily", "TafsilyNam"},
-                                                          {"Moein", "MoeinNam"},
-                                                          {"Koll", "KollNam"}};
-    for (const auto& [code, name] : levels) {
-        const QString text = field(q, name);
-        if (!field(q, code).isEmpty() && !text.isEmpty()) return text;
-    }
-    return {};
 }
 
 QString treasuryLookup(Connection& c, TreasuryObject object, const QString& code) {
@@ -89,11 +59,8 @@ QString treasuryLookup(Connection& c, TreasuryObject object, const QString& code
 }
 
 QString kindName(Connection& c, const TreasuryDocumentKind& kind) {
-    Query q = openQuery(c, QStringLiteral("Select NDocNam From N_AsnadNaghd Where "
-                                          "LTrim(RTrim(WhatDoc)) = ") +
-                               c.text(kind.code));
-    const QString name = q.IsEmpty() ? QString() : field(q, "NDocNam");
-    return name.isEmpty() ? kind.title : name;
+    const tr::printing::PrintedKind* printed = tr::printing::findPrintedKind(kind.code);
+    return printed ? tr::printing::printedKindName(c, *printed) : kind.title;
 }
 
 struct Header {
@@ -110,16 +77,16 @@ std::optional<Header> readHeader(Connection& c, const QString& kind, const QStri
                documentRows(c, kind, serial).arg(QString()) + QStringLiteral(" And N.Raj = 1"));
     if (q.IsEmpty()) return std::nullopt;
     Header h;
-    h.reference = field(q, "AtfCh");
+    h.reference = textField(q, "AtfCh");
     h.voucherNo = q.FieldByName(QStringLiteral("SanadNo")).AsInteger();
-    h.date = field(q, "SanadDate");
-    h.description = field(q, "Des");
+    h.date = textField(q, "SanadDate");
+    h.description = textField(q, "Des");
     h.amount = std::fabs(q.FieldByName(QStringLiteral("Bed")).AsFloat() +
                          q.FieldByName(QStringLiteral("Bes")).AsFloat());
-    h.user = field(q, "User_Name");
-    h.code = field(q, "CodWhatDoc");
-    h.namWhatDoc2 = field(q, "NamWhatDoc2");
-    h.part = field(q, "Joz");
+    h.user = textField(q, "User_Name");
+    h.code = textField(q, "CodWhatDoc");
+    h.namWhatDoc2 = textField(q, "NamWhatDoc2");
+    h.part = textField(q, "Joz");
     return h;
 }
 
@@ -150,12 +117,13 @@ void readLines(Connection& c, const TreasuryDocumentKind& kind, const QString& s
                          "TK.PersonCod)")
                    : QString();
     Query q = openQuery(
-        c, QStringLiteral("Select N.Raj, A.Koll, A.Moein, A.Tafsily, A.Tafsily2, A.ProjectCod, "
-                          "A.Des, A.Bed, A.Bes, N.WhatDoc2, N.CodWhatDoc2, N.NamWhatDoc2, "
-                          "N.ManabehCod") +
-               kAccountNames + extraColumns +
-               documentRows(c, kind.code, serial).arg(kAccountJoins + extraJoins) +
-               QStringLiteral(" And N.Raj > 1 Order By N.Raj"));
+        c,
+        QStringLiteral("Select N.Raj, A.Koll, A.Moein, A.Tafsily, A.Tafsily2, A.ProjectCod, "
+                       "A.Des, A.Bed, A.Bes, N.WhatDoc2, N.CodWhatDoc2, N.NamWhatDoc2, "
+                       "N.ManabehCod") +
+            tr::printing::accountNameColumns() + extraColumns +
+            documentRows(c, kind.code, serial).arg(tr::printing::accountNameJoins() + extraJoins) +
+            QStringLiteral(" And N.Raj > 1 Order By N.Raj"));
     int lastRaj = -1;
     for (q.First(); !q.Eof(); q.Next()) {
         const int raj = int(q.FieldByName(QStringLiteral("Raj")).AsInteger());
@@ -163,22 +131,23 @@ void readLines(Connection& c, const TreasuryDocumentKind& kind, const QString& s
         lastRaj = raj;
         DocumentPrintLine line;
         line.raj = raj - 1;
-        line.koll = field(q, "Koll");
-        line.moein = field(q, "Moein");
-        line.tafsily = field(q, "Tafsily");
-        line.tafsily2 = field(q, "Tafsily2");
-        line.projectCod = field(q, "ProjectCod");
-        line.des = field(q, "Des");
+        line.koll = textField(q, "Koll");
+        line.moein = textField(q, "Moein");
+        line.tafsily = textField(q, "Tafsily");
+        line.tafsily2 = textField(q, "Tafsily2");
+        line.projectCod = textField(q, "ProjectCod");
+        line.des = textField(q, "Des");
         line.amount = std::fabs(q.FieldByName(QStringLiteral("Bed")).AsFloat() +
                                 q.FieldByName(QStringLiteral("Bes")).AsFloat());
-        line.whatDoc2 = field(q, "WhatDoc2");
-        line.codWhatDoc2 = field(q, "CodWhatDoc2");
-        line.namWhatDoc2 = field(q, "NamWhatDoc2");
-        line.manabehCod = field(q, "ManabehCod");
-        line.lastNam = lastName(q);
+        line.whatDoc2 = textField(q, "WhatDoc2");
+        line.codWhatDoc2 = textField(q, "CodWhatDoc2");
+        line.namWhatDoc2 = textField(q, "NamWhatDoc2");
+        line.manabehCod = textField(q, "ManabehCod");
+        line.lastNam = accountLastName(q);
         if (withdrawal) {
-            if (document.fundsName.isEmpty()) document.fundsName = field(q, "ManabehNam");
-            if (document.pettyCashName.isEmpty()) document.pettyCashName = field(q, "TankhahNam");
+            if (document.fundsName.isEmpty()) document.fundsName = textField(q, "ManabehNam");
+            if (document.pettyCashName.isEmpty())
+                document.pettyCashName = textField(q, "TankhahNam");
         }
         document.lines.push_back(line);
     }
@@ -195,9 +164,10 @@ struct SavedDocument {
     Header header;
 };
 
-std::optional<SavedDocument> findSavedDocument(Connection& c, const QString& kind, const QString& serial) {
+std::optional<SavedDocument> findSavedDocument(Connection& c, const QString& kind,
+                                               const QString& serial) {
     const TreasuryDocumentKind* k = tr::vouchers::findTreasuryDocumentKind(kind);
-    const std::optional<QString> s = validSerial(serial);
+    const std::optional<QString> s = tr::printing::documentSerial(serial);
     if (!k || !s) return std::nullopt;
     std::optional<Header> h = readHeader(c, k->code, *s);
     if (!h) return std::nullopt;
@@ -210,29 +180,6 @@ double DocumentPrint::linesTotal() const {
     double total = 0;
     for (const DocumentPrintLine& line : lines) total += line.amount;
     return total;
-}
-
-QString companyName(const tr::Services& services) {
-    const tr::Global& g = *services.global;
-    if (g.sCode.trimmed().isEmpty()) return {};
-    Connection& c = services.connection();
-    Query q =
-        openQuery(c, QStringLiteral("Select CompanyNam From CORVASK_Sdc..SDC_Company Where "
-                                    "LTrim(RTrim(sCode)) = ") +
-                         c.text(g.sCode.trimmed()) + QStringLiteral(" And LTrim(RTrim(sYear)) = ") +
-                         c.text(g.sYear.trimmed()));
-    return q.IsEmpty() ? QString() : field(q, "CompanyNam");
-}
-
-QString userFullName(const tr::Services& services, const QString& login) {
-    const QString name = login.trimmed();
-    if (name.isEmpty()) return {};
-    Connection& c = services.connection();
-    Query q = openQuery(c, QStringLiteral("Select FullName From CORVASK_Sdc..SDC_User Where "
-                                          "LTrim(RTrim(UserName)) = ") +
-                               c.text(name));
-    const QString full = q.IsEmpty() ? QString() : field(q, "FullName");
-    return full.isEmpty() ? name : full;
 }
 
 std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, const QString& kind,
@@ -262,8 +209,8 @@ std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, con
     d.treasuryName = h->namWhatDoc2;
     Query object = openQuery(c, treasuryLookup(c, k->treasuryObject, h->code));
     if (!object.IsEmpty()) {
-        d.treasuryCode = field(object, "CashCod");
-        if (!field(object, "CashNam").isEmpty()) d.treasuryName = field(object, "CashNam");
+        d.treasuryCode = textField(object, "CashCod");
+        if (!textField(object, "CashNam").isEmpty()) d.treasuryName = textField(object, "CashNam");
     }
     d.cancelled = isCancelled(c, k->code, *s);
     readLines(c, *k, *s, d);
@@ -281,137 +228,51 @@ DocumentPrint emptyDocumentPrint(const tr::Services& services, const QString& ki
     return d;
 }
 
-QString printLayoutSelection(Connection& connection, const QString& kind) {
-    return QStringLiteral(" LTrim(RTrim(WhatDoc)) = 'N' and LTrim(RTrim(TypeSys)) = ") +
-           connection.text(kind.trimmed()) + QStringLiteral(" ");
-}
-
-QString printLayoutKey(const QString& kind) {
-    // The names of the print items, with the Persian kaf the menus use.
-    static const std::pair<const char*, const char*> keys[] = {
-        {"10", "دريافت صندوق_"}, {"20", "پرداخت صندوق_"},    {"40", "تنخواه گردان_"},
-        {"50", "واريز بانک_"},   {"60", "حواله هاي بانکي_"}, {"90", "برداشت بانک_"}};
-    for (const auto& [code, key] : keys)
-        if (kind.trimmed() == QLatin1String(code)) return QString::fromUtf8(key);
-    return {};
-}
-
 PrintTables createPrintTables(const tr::Services& services, const DocumentPrint& d) {
-    tr::db::MyDatabase& db = *services.database;
     Connection& c = services.connection();
-    const QString session = services.global->sessionText;
-    PrintTables t{tr::db::globalTempTableName(session + QStringLiteral("NPrnHead")),
-                  tr::db::globalTempTableName(session + QStringLiteral("NPrnLines"))};
     const bool withdrawal = d.kind == QLatin1String("90");
-    const QString sep = QStringLiteral(", ");
+    const PrintTables t = tr::printing::makePrintTables(
+        services,
+        QStringLiteral("NDocNam NVarchar(100), CashCod Varchar(20), CashNam NVarchar(100), "
+                       "SerialNoCash Varchar(10), CompanyNam NVarchar(100), UserNam NVarchar(50), "
+                       "SanadNo Int, NumWhatDoc2 Varchar(20), SanadDate Varchar(10), NaghdDes "
+                       "NVarchar(200), Amount Float") +
+            (withdrawal ? QStringLiteral(", TankhahNam NVarchar(100), ManNam NVarchar(100)")
+                        : QString()),
+        QStringLiteral("CashCod Varchar(20), SerialNoCash Varchar(10), NaghdDes NVarchar(200), Raj "
+                       "Int, Koll Varchar(3), Moein Varchar(4), Tafsily Varchar(5), Tafsily2 "
+                       "Varchar(5), ProjectCod Varchar(10), Des NVarchar(200), Bed Float, Bes "
+                       "Float, WhatDoc2 Varchar(10), NamWhatDoc2 NVarchar(100), CodWhatDoc2 "
+                       "Varchar(50), ManabehCod Varchar(5), LastNam NVarchar(100)"));
 
-    tr::db::execute(
-        db, QStringLiteral("Create Table ") + t.header +
-                QStringLiteral(" (NDocNam NVarchar(100), CashCod Varchar(20), CashNam "
-                               "NVarchar(100), SerialNoCash Varchar(10), CompanyNam NVarchar(100), "
-                               "UserNam NVarchar(50), SanadNo Int, NumWhatDoc2 Varchar(20), "
-                               "SanadDate Varchar(10), NaghdDes NVarchar(200), Amount Float") +
-                (withdrawal ? QStringLiteral(", TankhahNam NVarchar(100), ManNam NVarchar(100))")
-                            : QStringLiteral(")")));
-    tr::db::execute(
-        db,
-        QStringLiteral("Insert Into ") + t.header + QStringLiteral(" Values (") +
-            c.text(d.kindName) + sep + c.text(d.treasuryCode) + sep + c.text(d.treasuryName) + sep +
-            c.text(d.serial) + sep + c.text(d.companyName) + sep + c.text(d.userName) + sep +
-            tr::db::sqlNumber(d.voucherNo) + sep + c.text(d.reference) + sep + c.text(d.date) +
-            sep + c.text(d.description) + sep + tr::db::sqlNumber(d.amount) +
-            (withdrawal ? sep + c.text(d.pettyCashName) + sep + c.text(d.fundsName) : QString()) +
-            QStringLiteral(")"));
+    QStringList head = {c.text(d.kindName),
+                        c.text(d.treasuryCode),
+                        c.text(d.treasuryName),
+                        c.text(d.serial),
+                        c.text(d.companyName),
+                        c.text(d.userName),
+                        tr::db::sqlNumber(d.voucherNo),
+                        c.text(d.reference),
+                        c.text(d.date),
+                        c.text(d.description),
+                        tr::db::sqlNumber(d.amount)};
+    if (withdrawal) head << c.text(d.pettyCashName) << c.text(d.fundsName);
+    tr::printing::insertPrintRow(services, t.header, head);
 
-    tr::db::execute(
-        db, QStringLiteral("Create Table ") + t.lines +
-                QStringLiteral(" (CashCod Varchar(20), SerialNoCash Varchar(10), NaghdDes "
-                               "NVarchar(200), Raj Int, Koll Varchar(3), Moein Varchar(4), Tafsily "
-                               "Varchar(5), Tafsily2 Varchar(5), ProjectCod Varchar(10), Des "
-                               "NVarchar(200), Bed Float, Bes Float, WhatDoc2 Varchar(10), "
-                               "NamWhatDoc2 NVarchar(100), CodWhatDoc2 Varchar(50), ManabehCod "
-                               "Varchar(5), LastNam NVarchar(100))"));
     // Lines keep the grid's amount column: the side opposite the treasury line.
     const auto* kind = tr::vouchers::findTreasuryDocumentKind(d.kind);
     const bool bed = kind && kind->gridSide() == tr::vouchers::Side::Bed;
     for (const DocumentPrintLine& l : d.lines) {
-        tr::db::execute(db, QStringLiteral("Insert Into ") + t.lines + QStringLiteral(" Values (") +
-                                c.text(d.treasuryCode) + sep + c.text(d.serial) + sep +
-                                c.text(d.description) + sep + tr::db::sqlNumber(l.raj) + sep +
-                                c.text(l.koll) + sep + c.text(l.moein) + sep + c.text(l.tafsily) +
-                                sep + c.text(l.tafsily2) + sep + c.text(l.projectCod) + sep +
-                                c.text(l.des) + sep + tr::db::sqlNumber(bed ? l.amount : 0.0) +
-                                sep + tr::db::sqlNumber(bed ? 0.0 : l.amount) + sep +
-                                c.text(l.whatDoc2) + sep + c.text(l.namWhatDoc2) + sep +
-                                c.text(l.codWhatDoc2) + sep + c.text(l.manabehCod) + sep +
-                                c.text(l.lastNam) + QStringLiteral(")"));
+        tr::printing::insertPrintRow(
+            services, t.lines,
+            {c.text(d.treasuryCode), c.text(d.serial), c.text(d.description),
+             tr::db::sqlNumber(l.raj), c.text(l.koll), c.text(l.moein), c.text(l.tafsily),
+             c.text(l.tafsily2), c.text(l.projectCod), c.text(l.des),
+             tr::db::sqlNumber(bed ? l.amount : 0.0), tr::db::sqlNumber(bed ? 0.0 : l.amount),
+             c.text(l.whatDoc2), c.text(l.namWhatDoc2), c.text(l.codWhatDoc2), c.text(l.manabehCod),
+             c.text(l.lastNam)});
     }
     return t;
-}
-
-void dropPrintTables(const tr::Services& services, const PrintTables& tables) {
-    for (const QString& name : {tables.header, tables.lines})
-        if (!name.isEmpty()) tr::db::dropTempTable(*services.database, name.mid(2));
-}
-
-double VoucherPrint::totalBed() const {
-    double total = 0;
-    for (const VoucherPrintLine& line : lines) total += line.bed;
-    return total;
-}
-
-double VoucherPrint::totalBes() const {
-    double total = 0;
-    for (const VoucherPrintLine& line : lines) total += line.bes;
-    return total;
-}
-
-QString voucherReportKey(const QString& kind) {
-    const TreasuryDocumentKind* k = tr::vouchers::findTreasuryDocumentKind(kind);
-    if (!k) return {};
-    // "N_A_CASHGET_" -> "CASHGET"
-    QString name = k->formKey.mid(4);
-    if (name.endsWith(QLatin1Char('_'))) name.chop(1);
-    return QStringLiteral("N_ASNAD_") + name + QLatin1Char('_') + name;
-}
-
-std::optional<VoucherPrint> loadVoucherPrint(const tr::Services& services, const QString& kind,
-                                             const QString& serial) {
-    Connection& c = services.connection();
-    const std::optional<SavedDocument> saved = findSavedDocument(c, kind, serial);
-    if (!saved) return std::nullopt;
-    const TreasuryDocumentKind* k = saved->kind;
-    const Header* h = &saved->header;
-
-    VoucherPrint v;
-    v.voucherNo = h->voucherNo;
-    v.title = QStringLiteral("سند ") + kindName(c, *k) + QStringLiteral(" شماره ") +
-              QString::number(h->voucherNo);
-    v.reportKey = voucherReportKey(k->code);
-    v.date = h->date;
-    v.companyName = companyName(services);
-    v.userName = h->user.isEmpty() ? services.global->userName : h->user;
-    v.userFullName = userFullName(services, v.userName);
-    Query q = openQuery(c, QStringLiteral("Select A.Raj, A.Koll, A.Moein, A.Tafsily, A.Tafsily2, "
-                                          "A.ProjectCod, A.Des, A.Bed, A.Bes") +
-                               kAccountNames + QStringLiteral(" From Asnad As A") + kAccountJoins +
-                               QStringLiteral(" Where A.TypeSys = 'N' And A.SanadNo = ") +
-                               tr::db::sqlNumber(h->voucherNo) + QStringLiteral(" Order By A.Raj"));
-    for (q.First(); !q.Eof(); q.Next()) {
-        VoucherPrintLine line;
-        line.raj = int(q.FieldByName(QStringLiteral("Raj")).AsInteger());
-        line.koll = field(q, "Koll");
-        line.moein = field(q, "Moein");
-        line.tafsily = field(q, "Tafsily");
-        line.tafsily2 = field(q, "Tafsily2");
-        line.projectCod = field(q, "ProjectCod");
-        line.lastNam = lastName(q);
-        line.des = field(q, "Des");
-        line.bed = q.FieldByName(QStringLiteral("Bed")).AsFloat();
-        line.bes = q.FieldByName(QStringLiteral("Bes")).AsFloat();
-        v.lines.push_back(line);
-    }
-    return v;
 }
 
 }  // namespace tr::cashbank

@@ -1,14 +1,31 @@
 #pragma once
-// What a printed cash or bank document and its voucher show, read from the saved document, and
-// the two "##" tables the print-design library reads (header row, lines). Nothing here draws:
-// the built-in layouts and the library hand-off live in cashbank/ui/printing.
+// What a printed cash or bank document shows, read from the saved document, and the two "##"
+// tables the print-design library reads (header row, lines). Nothing here draws: the built-in
+// layouts live in cashbank/ui/printing; names, voucher and tables come from the shared printing/.
 #include <QString>
 #include <optional>
 #include <vector>
 
 #include "common/session/services.h"
+#include "printing/print_layout.h"
+#include "printing/print_names.h"
+#include "printing/print_tables.h"
+#include "printing/voucher_print.h"
 
 namespace tr::cashbank {
+
+// The cash documents print on the shared pieces under their own names.
+using tr::printing::companyName;
+using tr::printing::dropPrintTables;
+using tr::printing::loadVoucherPrint;
+using tr::printing::PrintLayout;
+using tr::printing::printLayoutKey;
+using tr::printing::printLayoutSelection;
+using tr::printing::PrintTables;
+using tr::printing::userFullName;
+using tr::printing::VoucherPrint;
+using tr::printing::VoucherPrintLine;
+using tr::printing::voucherReportKey;
 
 // One counter line of the document (the treasury-side line is the header).
 struct DocumentPrintLine {
@@ -45,11 +62,6 @@ struct DocumentPrint {
     double linesTotal() const;
 };
 
-// The company of the session's company year, as the suite names it ("" when unknown).
-QString companyName(const tr::Services& services);
-// A user as people call them: the suite's full name for `login`, else the login itself.
-QString userFullName(const tr::Services& services, const QString& login);
-
 // Null when the kind is not a cash or bank kind or no document has that serial.
 std::optional<DocumentPrint> loadDocumentPrint(const tr::Services& services, const QString& kind,
                                                const QString& serial);
@@ -58,45 +70,7 @@ DocumentPrint emptyDocumentPrint(const tr::Services& services, const QString& ki
 
 // The print-design library joins the two tables on these fields.
 inline const QString kPrintLinkFields = QStringLiteral("CashCod;SerialNoCash");
-// The stored-layout filter for a kind; the layout table keeps the subsystem letter in WhatDoc and
-// the kind in TypeSys, the reverse of Asnad.
-QString printLayoutSelection(tr::db::Connection& connection, const QString& kind);
-// The name the kind's layouts are stored under ("برداشت بانک_" for a withdrawal).
-QString printLayoutKey(const QString& kind);
-
-struct PrintTables {
-    QString header;  // "##..." with one row
-    QString lines;
-};
 // Creates and fills both tables under names of this session; the caller drops them.
 PrintTables createPrintTables(const tr::Services& services, const DocumentPrint& document);
-void dropPrintTables(const tr::Services& services, const PrintTables& tables);
-
-struct VoucherPrintLine {
-    int raj = 0;
-    QString koll, moein, tafsily, tafsily2, projectCod;
-    QString lastNam;
-    QString des;
-    double bed = 0, bes = 0;
-};
-
-// The document's own voucher (not its cancellation voucher), every line in Raj order.
-struct VoucherPrint {
-    QString title;      // "سند " + kind name + " شماره " + voucher number
-    QString reportKey;  // "N_ASNAD_CASHGET_CASHGET" for a receipt
-    qint64 voucherNo = 0;
-    QString date;
-    QString companyName;
-    QString userName;
-    QString userFullName;
-    std::vector<VoucherPrintLine> lines;
-
-    double totalBed() const;
-    double totalBes() const;
-};
-
-std::optional<VoucherPrint> loadVoucherPrint(const tr::Services& services, const QString& kind,
-                                             const QString& serial);
-QString voucherReportKey(const QString& kind);
 
 }  // namespace tr::cashbank

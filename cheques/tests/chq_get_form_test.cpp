@@ -14,6 +14,7 @@
 #include "common/ui/dataset_model.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
+#include "tests/support/recording_modal_runner.h"
 #include "tests/support/test_session.h"
 
 namespace tr::cheques {
@@ -70,6 +71,54 @@ TEST_F(ChqGetFormTest, AChequeTypedWithInsertBringsItsCounterpartyLineAndSaves) 
               1);
     EXPECT_TRUE(form->totalsLabel()->text().contains(QStringLiteral("4,200,000")));
     EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+TEST_F(ChqGetFormTest, ACurrencyChequeTakesItsCurrencyFromTheListAndPrintsAfterItsSave) {
+    form->document().header().date = QStringLiteral("1404/02/10");
+    form->document().lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
+    QTableView* grid = form->chequeGrid();
+    auto* model = static_cast<tr::ui::DatasetModel*>(grid->model());
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Insert);
+    type(0, "Koll", QStringLiteral("103"));
+    type(0, "Moein", QStringLiteral("0001"));
+    type(0, "ChqNo", QStringLiteral("6101"));
+    type(0, "SarResidDate", QStringLiteral("1404/06/01"));
+    // F2 on the currency cell: the dollar from the list, at its latest buying rate.
+    grid->setCurrentIndex(model->index(0, model->fieldColumn(QStringLiteral("ArzNam"))));
+    session->pickList.chooseWhere(QStringLiteral("ArzCod"), QStringLiteral("01"));
+    QTest::keyClick(grid, Qt::Key_F2);
+    EXPECT_EQ(model->data(model->index(0, model->fieldColumn(QStringLiteral("Nerkh")))).toString().remove(QLatin1Char(',')),
+              QStringLiteral("850000"));
+    type(0, "ArzCount", 3.0);
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_DOUBLE_EQ(tr::db::firstColumn(company(), QStringLiteral("Select ChqValue From ") + form->document().counterpartyTable())
+                         .toDouble(),
+                     2550000);
+    QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+    EXPECT_TRUE(form->grab().save(QStringLiteral(TR_SCREENS_DIR "/chq_get_form_currency.png")));
+    // "تاييد و چاپ": the save, then the document in the chosen layout through the preview.
+    tr::test::RecordingModalRunner runner;
+    runner.answer(0);
+    QTest::mouseClick(form->savePrintButton(), Qt::LeftButton);
+    ASSERT_EQ(form->document().mode(), DocumentMode::Edit) << session->dialog.last().text.toStdString();
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ArzTrans")).toInt(), 2);
+    ASSERT_EQ(runner.shown().size(), 1);
+    EXPECT_TRUE(runner.last().title.contains(form->document().header().serial)) << runner.last().title.toStdString();
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+TEST_F(ChqGetFormTest, ButtonsFollowTheUsersRights) {
+    EXPECT_TRUE(form->openingButton()->isEnabled());
+    EXPECT_FALSE(form->deleteButton()->isEnabled());  // nothing saved to delete
+    form.reset();
+    session = std::make_unique<tr::test::TestSession>(company(), 1, QStringLiteral("clerk"),
+                                                      QStringLiteral("N_A_CHQGET__SABT(Y)"));
+    form = std::make_unique<TChqGetForm>(session->services);
+    form->show();
+    EXPECT_TRUE(form->saveButton()->isEnabled());
+    EXPECT_FALSE(form->openingButton()->isEnabled());
+    EXPECT_FALSE(form->deleteButton()->isEnabled());
 }
 
 }  // namespace

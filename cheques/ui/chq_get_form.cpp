@@ -1,7 +1,10 @@
 #include "cheques/ui/chq_get_form.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QRadioButton>
 #include <QGridLayout>
+#include <QHash>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -11,6 +14,11 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "cheques/ui/chq_get_menus.h"
+#include "cheques/ui/received_cheque_printing.h"
+#include "currency/ui/taraf_hesab_arz_form.h"
+#include "vouchers/account_checks.h"
+#include "vouchers/account_lookup.h"
 #include "common/db/database_error.h"
 #include "common/dialog/message_dialog.h"
 #include "common/persian/amount.h"
@@ -30,6 +38,8 @@ const QList<QPair<QString, QString>>& chequeColumns() {
         {QStringLiteral("Moein"), QStringLiteral("معين")},        {QStringLiteral("Tafsily"), QStringLiteral("تفصيلي")},
         {QStringLiteral("BankCod"), QStringLiteral("بانك")},      {QStringLiteral("ShobehCod"), QStringLiteral("شعبه")},
         {QStringLiteral("AcountCod"), QStringLiteral("شماره حساب")}, {QStringLiteral("Tazmin"), QStringLiteral("تضميني")},
+        {QStringLiteral("Havaleh"), QStringLiteral("بحوالهکرد")}, {QStringLiteral("ArzNam"), QStringLiteral("ارز")},
+        {QStringLiteral("ArzCount"), QStringLiteral("مقدار ارز")}, {QStringLiteral("Nerkh"), QStringLiteral("نرخ")},
         {QStringLiteral("Des"), QStringLiteral("شرح")}};
     return columns;
 }
@@ -39,8 +49,23 @@ const QList<QPair<QString, QString>>& counterpartyColumns() {
         {QStringLiteral("ChqNo"), QStringLiteral("شماره چك")}, {QStringLiteral("Joz"), QStringLiteral("سري")},
         {QStringLiteral("Koll"), QStringLiteral("كل")},        {QStringLiteral("Moein"), QStringLiteral("معين")},
         {QStringLiteral("Tafsily"), QStringLiteral("تفصيلي")}, {QStringLiteral("ChqValue"), QStringLiteral("مبلغ")},
-        {QStringLiteral("Des"), QStringLiteral("شرح")}};
+        {QStringLiteral("ArzNam"), QStringLiteral("ارز")},     {QStringLiteral("ArzCount"), QStringLiteral("مقدار ارز")},
+        {QStringLiteral("ArzNam2"), QStringLiteral("ارز 2")},  {QStringLiteral("ArzCount2"), QStringLiteral("مقدار ارز 2")},
+        {QStringLiteral("ManabehCod"), QStringLiteral("منابع")}, {QStringLiteral("Des"), QStringLiteral("شرح")}};
     return columns;
+}
+
+// Widths that fit what the fields hold; the description takes what is left.
+int columnWidth(const QString& field) {
+    static const QHash<QString, int> widths = {
+        {QStringLiteral("ChqNo"), 80},     {QStringLiteral("Joz"), 50},       {QStringLiteral("ChqValue"), 110},
+        {QStringLiteral("SarResidDate"), 85}, {QStringLiteral("ChqGetter"), 110}, {QStringLiteral("Koll"), 45},
+        {QStringLiteral("Moein"), 50},     {QStringLiteral("Tafsily"), 60},   {QStringLiteral("BankCod"), 50},
+        {QStringLiteral("ShobehCod"), 50}, {QStringLiteral("AcountCod"), 100}, {QStringLiteral("Tazmin"), 50},
+        {QStringLiteral("Havaleh"), 65},   {QStringLiteral("ArzNam"), 90},    {QStringLiteral("ArzCount"), 70},
+        {QStringLiteral("Nerkh"), 80},     {QStringLiteral("ArzNam2"), 80},   {QStringLiteral("ArzCount2"), 70},
+        {QStringLiteral("ManabehCod"), 50}};
+    return widths.value(field, 100);
 }
 
 // Shows `columns` in their order with their captions; every other field hidden.
@@ -51,6 +76,7 @@ void arrange(QTableView* view, tr::ui::DatasetModel* model, const QList<QPair<QS
         if (c < 0) continue;
         model->setTitle(columns[i].first, columns[i].second);
         view->setColumnHidden(c, false);
+        view->setColumnWidth(c, columnWidth(columns[i].first));
         view->horizontalHeader()->moveSection(view->horizontalHeader()->visualIndex(c), i);
     }
 }
@@ -98,6 +124,8 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
     voucher_->setObjectName(QStringLiteral("HesabSanadNo"));
     user_ = new QLabel(this);
     user_->setObjectName(QStringLiteral("EUserName"));
+    voucher_->setMinimumWidth(60);
+    user_->setMinimumWidth(90);
     invoice_ = new QLabel(this);
     invoice_->setObjectName(QStringLiteral("txtSanadNoForosh"));
     invoice_->hide();
@@ -109,7 +137,15 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
         guarded([&] { return document_->open(typed); });
         showValues();
     });
-    for (QLineEdit* part : {day_, month_, year_}) connect(part, &QLineEdit::editingFinished, this, &TChqGetForm::takeHeader);
+    for (QLineEdit* part : {day_, month_, year_}) {
+        connect(part, &QLineEdit::editingFinished, this, [this] {
+            takeHeader();
+            // Checked once the user leaves the three boxes, not between them.
+            QWidget* next = QApplication::focusWidget();
+            if (next == day_ || next == month_ || next == year_) return;
+            if (!guarded([this] { return document_->checkDate(); })) year_->setFocus();
+        });
+    }
 
     auto* header = new QHBoxLayout;
     header->addWidget(new QLabel(QStringLiteral("سريال"), this));
@@ -141,6 +177,7 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
     cheques_ = makeGrid(this, chequeModel_, QStringLiteral("dbgChq"));
     counterparties_ = makeGrid(this, counterpartyModel_, QStringLiteral("dbgTaraf"));
     cheques_->installEventFilter(this);
+    counterparties_->installEventFilter(this);
     connect(chequeModel_, &QAbstractItemModel::modelReset, this, [this] { arrange(cheques_, chequeModel_, chequeColumns()); });
     connect(counterpartyModel_, &QAbstractItemModel::modelReset, this,
             [this] { arrange(counterparties_, counterpartyModel_, counterpartyColumns()); });
@@ -152,15 +189,20 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
         });
         showValues();
     });
-    auto* weighted = new QAction(QStringLiteral("راس چك"), cheques_);
-    connect(weighted, &QAction::triggered, this, [this] {
+    menus_ = new ChqGetMenus(*this, [this] { showValues(); });
+    menus_->hooks.designPrint = [this] {
+        guarded([this] { return ui::designReceivedChequePrint(services_, document_->header().serial, this); });
+    };
+    // "چاپ …" (Ctrl+P) prints the voucher, as on the cash screens; opening cheques have none, and
+    // print their document instead.
+    menus_->hooks.printDocument = [this] {
+        if (document_->mode() != DocumentMode::Edit) return;
         guarded([this] {
-            document_->showWeightedDueDate();
-            return true;
+            return ui::printReceivedChequeVoucher(services_, document_->header().serial, ui::PrintTarget::preview(),
+                                                  this) ||
+                   (printDocument(), true);
         });
-    });
-    cheques_->addAction(weighted);
-    cheques_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    };
 
     auto* lower = new QHBoxLayout;
     lower->addWidget(new QLabel(QStringLiteral("سرفصل طرف حساب"), this));
@@ -179,11 +221,21 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
 
     save_ = new QPushButton(QStringLiteral("تاييد"), this);
     opening_ = new QPushButton(QStringLiteral("چکاولدوره"), this);
+    savePrint_ = new QPushButton(QStringLiteral("تاييد و چاپ"), this);
+    newLayout_ = new QRadioButton(QStringLiteral("جديد"), this);
+    oldLayout_ = new QRadioButton(QStringLiteral("قديم"), this);
+    newLayout_->setChecked(true);
     delete_ = new QPushButton(QStringLiteral("حذف"), this);
     cancel_ = new QPushButton(QStringLiteral("انصراف"), this);
     connect(save_, &QPushButton::clicked, this, [this] {
         takeHeader();
         if (guarded([this] { return document_->postCheque(); })) guarded([this] { return document_->save(); });
+        showValues();
+    });
+    connect(savePrint_, &QPushButton::clicked, this, [this] {
+        takeHeader();
+        if (guarded([this] { return document_->postCheque(); }) && guarded([this] { return document_->save(); }))
+            printDocument();
         showValues();
     });
     connect(opening_, &QPushButton::clicked, this, [this] {
@@ -204,7 +256,9 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
     });
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    for (QPushButton* b : {save_, opening_, delete_, cancel_}) buttons->addWidget(b);
+    buttons->addWidget(newLayout_);
+    buttons->addWidget(oldLayout_);
+    for (QPushButton* b : {savePrint_, save_, opening_, delete_, cancel_}) buttons->addWidget(b);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
@@ -225,8 +279,25 @@ void TChqGetForm::setServices(const tr::Services& services) {
 }
 
 void TChqGetForm::setInvoiceNumber(const QString& number) {
-    invoice_->setText(QStringLiteral("شماره فاکتور ") + number);
-    invoice_->setVisible(!number.trimmed().isEmpty());
+    invoiceNumber_ = number.trimmed();
+    // Before the first show the window's own start does it.
+    if (started_) {
+        guarded([this] {
+            document_->setInvoiceNumber(invoiceNumber_);
+            return true;
+        });
+        showValues();
+    }
+}
+
+void TChqGetForm::printDocument() {
+    const QString serial = document_->header().serial;
+    if (document_->mode() != DocumentMode::Edit) return;
+    guarded([&] {
+        return ui::printReceivedChequeDocument(services_, serial,
+                                               newLayout_->isChecked() ? ui::PrintLayout::New : ui::PrintLayout::Old,
+                                               ui::PrintTarget::preview(), this);
+    });
 }
 
 void TChqGetForm::showEvent(QShowEvent* event) {
@@ -234,7 +305,10 @@ void TChqGetForm::showEvent(QShowEvent* event) {
     if (started_) return;
     started_ = true;
     guarded([this] {
-        document_->newDocument();
+        if (invoiceNumber_.isEmpty())
+            document_->newDocument();
+        else
+            document_->setInvoiceNumber(invoiceNumber_);
         return true;
     });
     showValues();
@@ -258,6 +332,16 @@ void TChqGetForm::showValues() {
     day_->setText(h.date.mid(8, 2));
     voucher_->setText(h.voucherNo);
     user_->setText(h.userName);
+    // The invoice the screen was opened for, or the one (or several) the loaded serial pays.
+    const QString note = document_->invoiceNote();
+    const QString invoice = !invoiceNumber_.isEmpty() ? invoiceNumber_ : note;
+    invoice_->setText(invoice == ReceivedChequeDocument::kMultiInvoiceNote ? invoice
+                                                                          : QStringLiteral("شماره فاکتور ") + invoice);
+    invoice_->setVisible(!invoice.isEmpty());
+    save_->setEnabled(document_->canSave());
+    savePrint_->setEnabled(document_->canSave());
+    opening_->setEnabled(document_->canSave(true));
+    delete_->setEnabled(document_->canDelete());
     const LowerAccount& a = document_->lowerAccount();
     const QString levels[] = {a.koll, a.moein, a.tafsily, a.tafsily2, a.projectCod};
     for (int i = 0; i < 5; ++i) lower_[i]->setText(levels[i]);
@@ -283,7 +367,41 @@ void TChqGetForm::postOrAppend() {
     showValues();
 }
 
+bool TChqGetForm::pickList(QTableView* grid) {
+    const QModelIndex at = grid->currentIndex();
+    auto* model = static_cast<tr::ui::DatasetModel*>(grid->model());
+    if (!at.isValid()) return false;
+    const QString field = model->fieldName(at.column());
+    const bool chequeGrid = grid == cheques_;
+    bool picked = false;
+    guarded([&] {
+        tr::db::Query& rows = chequeGrid ? document_->cheques() : document_->counterparties();
+        if (field.startsWith(QLatin1String("Arz")) || field.startsWith(QLatin1String("Nerkh"))) {
+            if (chequeGrid) {
+                picked = document_->chooseChequeCurrency();
+            } else {
+                tr::currency::ui::TarafHesabArzPrompt prompt(services_, this);
+                picked = document_->askCounterpartyCurrencies(prompt);
+            }
+        } else if (const auto level = tr::vouchers::accountLevelOfField(field); level != tr::vouchers::AccountLevel::None) {
+            if (rows.state() == tr::db::Query::State::Browse && !rows.IsEmpty()) rows.Edit();
+            picked = tr::vouchers::AccountLookup(services_).pickInto(level, rows);
+        }
+        return picked;
+    });
+    (chequeGrid ? chequeModel_ : counterpartyModel_)->refresh();
+    showValues();
+    return picked;
+}
+
 bool TChqGetForm::eventFilter(QObject* watched, QEvent* event) {
+    if ((watched == cheques_ || watched == counterparties_) && event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_F2 || key->key() == Qt::Key_F3) && key->modifiers() == Qt::NoModifier) {
+            pickList(static_cast<QTableView*>(watched));
+            return true;
+        }
+    }
     if (watched == cheques_ && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         const bool lastRow = cheques_->currentIndex().row() >= chequeModel_->rowCount() - 1;

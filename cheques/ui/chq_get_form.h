@@ -13,6 +13,7 @@
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QRadioButton;
 class QTableView;
 
 namespace tr::ui {
@@ -20,6 +21,8 @@ class DatasetModel;
 }
 
 namespace tr::cheques {
+
+class ChqGetMenus;
 
 class TChqGetForm : public QWidget {
     Q_OBJECT
@@ -38,8 +41,11 @@ class TChqGetForm : public QWidget {
     QLineEdit* serialBox() const { return serial_; }
     QPushButton* saveButton() const { return save_; }
     QPushButton* openingButton() const { return opening_; }
+    QPushButton* savePrintButton() const { return savePrint_; }
     QPushButton* deleteButton() const { return delete_; }
     QLabel* totalsLabel() const { return totals_; }
+    // The two grids' pop-up menus and the hooks of their items.
+    ChqGetMenus* menus() const { return menus_; }
 
   protected:
     void showEvent(QShowEvent* event) override;
@@ -51,6 +57,10 @@ class TChqGetForm : public QWidget {
     void showValues();
     void takeHeader();
     void postOrAppend();
+    // F2/F3 in a grid: the list of the cell (account levels, currencies); whether one was taken.
+    bool pickList(QTableView* grid);
+    // "تاييد و چاپ" after the save, in the layout the radio buttons choose.
+    void printDocument();
 
     tr::Services services_;
     std::unique_ptr<ReceivedChequeDocument> document_;
@@ -72,7 +82,12 @@ class TChqGetForm : public QWidget {
     QPushButton* opening_;
     QPushButton* delete_;
     QPushButton* cancel_;
+    QPushButton* savePrint_;
+    QRadioButton* newLayout_;
+    QRadioButton* oldLayout_;
+    QString invoiceNumber_;
     bool started_ = false;
+    ChqGetMenus* menus_;
 };
 
 }  // namespace tr::cheques

@@ -233,6 +233,30 @@ class ChequeDocumentCall {
         }
     }
 
+    // A cheque deleted from the screen's grid keeps its sales-invoice links until the document
+    // is saved without it: then they go, and their invoices owe again what it paid.
+    void cutLinksOfRemovedCheques(qint64 serial, const std::vector<Cheque>& cheques) {
+        QStringList kept;
+        for (const Cheque& ch : cheques) {
+            kept << QStringLiteral("(LTrim(RTrim(AtfCh)) = ") + c_.text(ch.number) +
+                        QStringLiteral(" And LTrim(RTrim(IsNull(DocToDate, ''))) = ") + c_.text(ch.series) +
+                        QLatin1Char(')');
+        }
+        QString gone = QStringLiteral(" Where") + documentFilter(serial);
+        if (!kept.isEmpty()) gone += QStringLiteral(" And Not (") + kept.join(QStringLiteral(" Or ")) + QLatin1Char(')');
+        const Query paid = openQuery(c_, QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From "
+                                                        "R_ForoshRelatedNaghd") +
+                                             gone + QStringLiteral(" Group By SanadNoForosh, DorehMali"));
+        for (int i = 0; i < paid.RecordCount(); ++i) {
+            const QString value = sqlNumber(paid.value(i, 2).toDouble());
+            c_.execute(QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue - ") + value +
+                       QStringLiteral(", MandehFactor = FactorValue - NaghdValue + ") + value +
+                       QStringLiteral(" Where SanadNoForosh = ") + c_.text(paid.value(i, 0).toString()) +
+                       QStringLiteral(" And MainDorehMali = ") + c_.text(paid.value(i, 1).toString()));
+        }
+        if (!paid.IsEmpty()) c_.execute(QStringLiteral("Delete From R_ForoshRelatedNaghd") + gone);
+    }
+
     void deleteSaved(qint64 serial, const Saved& d) {
         if (d.exists()) c_.execute(QStringLiteral("Delete From Asnad Where") + voucherLines(d));
         c_.execute(QStringLiteral("Delete From N_ChqFirst Where") + documentFilter(serial));
@@ -303,6 +327,7 @@ class ChequeDocumentCall {
         check(cheques, parties, date, saved.exists() ? serial : 0);
 
         const qint64 voucherNo = opening ? 0 : saved.voucherNo > 0 ? saved.voucherNo : newVoucherNumber(c_);
+        if (saved.exists()) cutLinksOfRemovedCheques(serial, cheques);
         deleteSaved(serial, saved);
         QHash<QString, QString> dueOf;
         for (const Cheque& ch : cheques) dueOf.insert(ch.key(), ch.due);
@@ -457,6 +482,8 @@ class ChequeDocumentCall {
         if (!d.exists() || d.opening != opening)
             refuse(QStringLiteral("اين شماره دريافت چک در دسترس نمي باشد"));
         refuseMovedCheques(d, true);
+        // The invoices its cheques paid owe that again.
+        cutLinksOfRemovedCheques(serial, {});
         deleteSaved(serial, d);
     }
 

@@ -1,21 +1,23 @@
 #include "cashbank/ui/search/search_result_print.h"
 
-#include "cashbank/printing/document_print.h"
-#include "cashbank/ui/printing/print_html.h"
-#include "cashbank/ui/printing/print_layouts.h"
 #include "common/dialog/message_dialog.h"
 #include "common/persian/amount.h"
 #include "common/persian/persian_date.h"
+#include "printing/print_names.h"
+#include "printing/ui/print_html.h"
 
 namespace tr::cashbank::ui {
 
 namespace {
 
+namespace html = tr::printing::ui::html;
 using html::cell;
 using html::esc;
 using html::row;
 using html::table;
 using tr::persian::persianDigits;
+using tr::printing::ui::printToPdf;
+using tr::printing::ui::showPrintPreview;
 
 const QString& kHead = html::kHeadStyle;
 const QString& kCell = html::kCellStyle;
@@ -95,10 +97,10 @@ bool printSearchResult(const tr::Services& services, DocumentSearch& search,
         return false;
     }
     SearchPrintHeading heading;
-    heading.company = companyName(services);
+    heading.company = tr::printing::companyName(services);
     heading.caption = search.family().caption;
     heading.filters = filtersInForce(search.filters());
-    heading.user = userFullName(services, services.global->userName);
+    heading.user = tr::printing::userFullName(services, services.global->userName);
     heading.printedOn = tr::persian::today();
     const QString html = searchResultHtml(search.shownResult(), heading);
     if (target.isPdf()) {

@@ -5,11 +5,13 @@
 #include <QString>
 
 #include "cashbank/search/document_search.h"
-#include "cashbank/ui/printing/document_printing.h"
+#include "printing/ui/print_output.h"
 
 class QWidget;
 
 namespace tr::cashbank::ui {
+
+using tr::printing::ui::PrintTarget;
 
 struct SearchPrintHeading {
     QString company;

@@ -10,7 +10,7 @@ namespace tr::db {
 struct MyDatabase;
 }
 
-namespace tr::cashbank::ui {
+namespace tr::printing::ui {
 
 extern "C" {
 // Mode "PreviewPrn" or "DesignPrn"; texts UTF-16, NUL-terminated, valid during the call only.
@@ -40,4 +40,4 @@ bool printDesignAvailable(const QString& hostFolder);
 bool callPrintDesign(const QString& hostFolder, const PrintDesignCall& call,
                      tr::db::MyDatabase* database, QWidget* parent);
 
-}  // namespace tr::cashbank::ui
+}  // namespace tr::printing::ui

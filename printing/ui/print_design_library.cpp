@@ -1,11 +1,11 @@
-#include "cashbank/ui/printing/print_design_library.h"
+#include "printing/ui/print_design_library.h"
 
 #include <QDir>
 #include <QLibrary>
 
 #include "common/ui/settings_libraries.h"
 
-namespace tr::cashbank::ui {
+namespace tr::printing::ui {
 
 namespace {
 
@@ -41,4 +41,4 @@ bool callPrintDesign(const QString& hostFolder, const PrintDesignCall& call,
     });
 }
 
-}  // namespace tr::cashbank::ui
+}  // namespace tr::printing::ui

@@ -1,4 +1,4 @@
-#include "cashbank/ui/printing/outline_painting.h"
+#include "printing/ui/outline_painting.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPaintDevice>
@@ -8,7 +8,7 @@
 #include <QPrinter>
 #include <QTextDocument>
 
-namespace tr::cashbank::ui {
+namespace tr::printing::ui {
 
 namespace {
 
@@ -134,4 +134,4 @@ void paintAsOutlines(QTextDocument& document, QPrinter& printer) {
     }
 }
 
-}  // namespace tr::cashbank::ui
+}  // namespace tr::printing::ui

@@ -5,9 +5,9 @@
 class QPrinter;
 class QTextDocument;
 
-namespace tr::cashbank::ui {
+namespace tr::printing::ui {
 
 // `document` is laid out on `printer` (its page size the printer's page rectangle).
 void paintAsOutlines(QTextDocument& document, QPrinter& printer);
 
-}  // namespace tr::cashbank::ui
+}  // namespace tr::printing::ui

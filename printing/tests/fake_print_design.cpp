@@ -18,10 +18,18 @@ extern "C" __attribute__((visibility("default"))) void PrintDesignForm_Show(
     parent->setProperty("headerTable", header);
     parent->setProperty("linesTable", lines);
     parent->setProperty("linkFields", QString::fromUtf16(linkFields));
+    // Every header column as "head.<column in lower case>" (servers differ in the case they
+    // answer names in), the treasury name of a cash document also as "cashNam".
     const tr::db::ExecResult head =
-        database->Connection->execute(QStringLiteral("Select CashNam From ") + header);
-    parent->setProperty("cashNam", head.resultSets.front().rows.front().front().toString());
+        database->Connection->execute(QStringLiteral("Select * From ") + header);
+    const tr::db::ResultSet& row = head.resultSets.front();
+    for (int i = 0; i < row.columns.size(); ++i) {
+        const QString column = row.columns[i].toLower();
+        const QVariant& value = row.rows.front()[size_t(i)];
+        parent->setProperty(("head." + column).toUtf8().constData(), value);
+        if (column == QLatin1String("cashnam")) parent->setProperty("cashNam", value.toString());
+    }
     const tr::db::ExecResult rows =
-        database->Connection->execute(QStringLiteral("Select LastNam From ") + lines);
+        database->Connection->execute(QStringLiteral("Select * From ") + lines);
     parent->setProperty("lineCount", int(rows.resultSets.front().rows.size()));
 }
