@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -62,6 +64,9 @@ TEST_F(ChqGetFormTest, AChequeTypedWithInsertBringsItsCounterpartyLineAndSaves) 
     // Down on the last row posts it (its checks run) and starts the next.
     QTest::keyClick(grid, Qt::Key_Down);
     EXPECT_EQ(form->counterpartyGrid()->model()->rowCount(), 1);
+    // The new row is simply there, not posted (and refused) as the grid moves onto it.
+    EXPECT_TRUE(session->dialog.shown().isEmpty()) << session->dialog.last().text.toStdString();
+    EXPECT_EQ(grid->currentIndex().row(), 1);
     // The new row is left empty: the save drops it rather than refusing it.
     QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
     EXPECT_TRUE(form->grab().save(QStringLiteral(TR_SCREENS_DIR "/chq_get_form.png")));
@@ -106,6 +111,45 @@ TEST_F(ChqGetFormTest, ACurrencyChequeTakesItsCurrencyFromTheListAndPrintsAfterI
     ASSERT_EQ(runner.shown().size(), 1);
     EXPECT_TRUE(runner.last().title.contains(form->document().header().serial)) << runner.last().title.toStdString();
     EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
+    form->document().header().date = QStringLiteral("1404/02/10");
+    form->document().lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
+    QTableView* grid = form->chequeGrid();
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    grid->setFocus();
+    // As a user types: the cell's editor opens on the first key and Tab commits it.
+    const auto typeCell = [grid](const QString& text) {
+        grid->edit(grid->currentIndex());
+        // The open cell editor: the visible widget over the grid's cells.
+        QWidget* editor = nullptr;
+        for (QWidget* e : grid->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (e->isVisible()) editor = e->focusProxy() ? e->focusProxy() : e;
+        ASSERT_NE(editor, nullptr);
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Tab);
+    };
+    for (const char* number : {"7001", "7002"}) {
+        if (QString::fromLatin1(number) == QLatin1String("7001")) QTest::keyClick(grid, Qt::Key_Insert);
+        typeCell(QString::fromLatin1(number));
+        typeCell(QStringLiteral("A"));
+        typeCell(QStringLiteral("3000000"));
+        typeCell(QStringLiteral("1405/01/20"));
+        QTest::keyClick(grid, Qt::Key_Tab);  // the payee stays "حامل"
+        typeCell(QStringLiteral("103"));
+        typeCell(QStringLiteral("0001"));
+        // The Tab opened the next cell's editor, which has the focus when Down is pressed.
+        QWidget* open = QApplication::focusWidget();
+        ASSERT_NE(open, grid);
+        QTest::keyClick(open, Qt::Key_Down);
+        EXPECT_TRUE(session->dialog.shown().isEmpty()) << session->dialog.last().text.toStdString();
+        EXPECT_EQ(static_cast<tr::ui::DatasetModel*>(grid->model())->fieldName(grid->currentIndex().column()),
+                  QStringLiteral("ChqNo"));
+    }
+    EXPECT_EQ(form->counterpartyGrid()->model()->rowCount(), 2);
+    EXPECT_EQ(grid->currentIndex().row(), 2);
 }
 
 TEST_F(ChqGetFormTest, ButtonsFollowTheUsersRights) {

@@ -126,6 +126,8 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
     user_->setObjectName(QStringLiteral("EUserName"));
     voucher_->setMinimumWidth(60);
     user_->setMinimumWidth(90);
+    // Beside their captions, whatever the digits make of the text's direction.
+    for (QLabel* value : {voucher_, user_}) value->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     invoice_ = new QLabel(this);
     invoice_->setObjectName(QStringLiteral("txtSanadNoForosh"));
     invoice_->hide();
@@ -178,9 +180,14 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
     counterparties_ = makeGrid(this, counterpartyModel_, QStringLiteral("dbgTaraf"));
     cheques_->installEventFilter(this);
     counterparties_->installEventFilter(this);
-    connect(chequeModel_, &QAbstractItemModel::modelReset, this, [this] { arrange(cheques_, chequeModel_, chequeColumns()); });
-    connect(counterpartyModel_, &QAbstractItemModel::modelReset, this,
-            [this] { arrange(counterparties_, counterpartyModel_, counterpartyColumns()); });
+    connect(chequeModel_, &QAbstractItemModel::modelReset, this, [this] {
+        arrange(cheques_, chequeModel_, chequeColumns());
+        keepCurrentRow(cheques_, chequeModel_);
+    });
+    connect(counterpartyModel_, &QAbstractItemModel::modelReset, this, [this] {
+        arrange(counterparties_, counterpartyModel_, counterpartyColumns());
+        keepCurrentRow(counterparties_, counterpartyModel_);
+    });
     connect(cheques_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
         if (!current.isValid()) return;
         guarded([&] {
@@ -354,10 +361,23 @@ void TChqGetForm::takeHeader() {
                                QLatin1Char('/') + day_->text().trimmed().rightJustified(2, '0');
 }
 
+// A grid read anew loses the view's current cell, and a focused view then takes the first row,
+// which would post (and refuse) the row the user is typing: the view follows the logic instead.
+void TChqGetForm::keepCurrentRow(QTableView* grid, tr::ui::DatasetModel* model) {
+    const int row = model->currentRow();
+    if (row < 0) return;
+    int column = grid->currentIndex().column();
+    if (column < 0 || grid->isColumnHidden(column)) column = model->fieldColumn(QStringLiteral("ChqNo"));
+    grid->selectionModel()->setCurrentIndex(model->index(row, column), QItemSelectionModel::NoUpdate);
+}
+
 void TChqGetForm::postOrAppend() {
-    // A new row starts at its number, or stays in the column the user is in.
-    int column = cheques_->currentIndex().column();
-    if (column < 0 || cheques_->isColumnHidden(column)) column = chequeModel_->fieldColumn(QStringLiteral("ChqNo"));
+    // The cell being typed (its editor open after a Tab) is committed and closed first: a
+    // focused editor hidden by the grid's reset would hand the focus on and move the grid to
+    // its first row, posting the new row on the way.
+    cheques_->setFocus();
+    // A new cheque starts at its number.
+    const int column = chequeModel_->fieldColumn(QStringLiteral("ChqNo"));
     if (!guarded([this] {
             document_->appendCheque();
             return document_->cheques().state() != tr::db::Query::State::Browse;

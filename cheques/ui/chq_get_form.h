@@ -57,6 +57,7 @@ class TChqGetForm : public QWidget {
     void showValues();
     void takeHeader();
     void postOrAppend();
+    void keepCurrentRow(QTableView* grid, tr::ui::DatasetModel* model);
     // F2/F3 in a grid: the list of the cell (account levels, currencies); whether one was taken.
     bool pickList(QTableView* grid);
     // "تاييد و چاپ" after the save, in the layout the radio buttons choose.

@@ -75,6 +75,8 @@ public:
     void Edit();
     void Insert();  // a new row before the current one
     void Append();  // a new row at the end
+    // Where the row being inserted stands among the rows value() reads; -1 outside Insert.
+    int insertPosition() const { return state_ == State::Insert ? insertAt_ : -1; }
     void Post();
     void Cancel();
     void Delete();

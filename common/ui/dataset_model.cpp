@@ -114,7 +114,10 @@ QColor DatasetModel::titleColour(const QString& fieldName) const {
 
 int DatasetModel::currentRow() const {
     if (!datasetOpen() || rows_ == 0) return -1;
-    return insertRow_ >= 0 ? insertRow_ : query_->RecNo() - 1;
+    if (insertRow_ >= 0) return insertRow_;
+    // A row the screen's logic started itself (not through the view) is current too.
+    if (query_->insertPosition() >= 0) return query_->insertPosition();
+    return query_->RecNo() - 1;
 }
 
 void DatasetModel::setCurrentRow(int row) {
