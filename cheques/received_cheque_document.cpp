@@ -523,6 +523,7 @@ bool ReceivedChequeDocument::save(bool opening) {
                QStringLiteral(" As C Where C.ChqNo = T.ChqNo And IsNull(C.Joz, '') = IsNull(T.Joz, ''))"));
     if (!stray.isNull()) return refuse(QStringLiteral("چك ") + trimmed(stray) + QStringLiteral(" در قسمت بالا ثبت نشده است !"));
     // 6, 7. The call and its log, together.
+    const ScreenState before = screenState();
     const bool isNew = mode_ == DocumentMode::New;
     const QString type = isNew ? QStringLiteral("I") : QStringLiteral("E");
     const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
@@ -566,14 +567,37 @@ bool ReceivedChequeDocument::save(bool opening) {
                                   c.text(services_.global->userName) + QStringLiteral(", ") +
                                   c.text(tr::persian::today()) + QStringLiteral(", ") + c.text(tr::timeText()) +
                                   QStringLiteral(" From N_ChqFirst Where WhatDoc = '71' And Serial = ") + serial);
+                    },
+                // The saved document as the book now has it, read before the commit: nothing
+                // after a commit may fail and leave a saved document looking unsaved.
+                .readBack =
+                    [&] {
+                        mode_ = DocumentMode::Edit;
+                        saved_ = true;
+                        reload();
                     }});
     } catch (const tr::db::DatabaseError& e) {
+        restore(before);
         return refuse(e.message());
     }
-    mode_ = DocumentMode::Edit;
-    saved_ = true;
-    reload();
     return true;
+}
+
+ReceivedChequeDocument::ScreenState ReceivedChequeDocument::screenState() const {
+    return {header_, lower_, mode_, opening_, saved_, loadedDate_, invoiceNote_};
+}
+
+void ReceivedChequeDocument::restore(const ScreenState& state) {
+    header_ = state.header;
+    lower_ = state.lower;
+    mode_ = state.mode;
+    opening_ = state.opening;
+    saved_ = state.saved;
+    loadedDate_ = state.loadedDate;
+    invoiceNote_ = state.invoiceNote;
+    // The rollback put the work tables back; the grids show them again.
+    cheques_.Open();
+    counterparties_.Open();
 }
 
 // The log row of a save or delete: the action log's, or for opening cheques (which have no
@@ -597,10 +621,13 @@ bool ReceivedChequeDocument::remove() {
     if (!canDelete()) return false;
     tr::db::Connection& c = connection();
     const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
+    const ScreenState before = screenState();
     try {
         // 1, 2. Every cheque still in hand, as received.
         // The last actions' table of this desk (a ## table is seen by every desk).
-        const QString last = QStringLiteral("##TmpChqLastTrans") + services_.global->sessionText;
+        tr::db::ScopedTempTable lastActions(*services_.database,
+                                            QStringLiteral("##TmpChqLastTrans") + services_.global->sessionText);
+        const QString& last = lastActions.name();
         c.execute(QStringLiteral("Exec sp_N_Create_LastChqAction ") + c.text(last) + QStringLiteral(", '', 'FALSE'"));
         const tr::db::Query moved = openQuery(
             c, QStringLiteral("Select Top 1 T.ChqNo, K.NDocNam From ") + last +
@@ -608,7 +635,7 @@ bool ReceivedChequeDocument::remove() {
                               "On (R.ChqNo = T.ChqNo And IsNull(R.Joz, '') = IsNull(T.Joz, '') And R.WhatDoc = '71' And "
                               "R.Serial = ") +
                    serial + QStringLiteral(") Left Join N_AsnadNaghd As K On (K.WhatDoc = T.WhatDoc) Where T.WhatDoc <> '71'"));
-        c.execute(QStringLiteral("Drop Table ") + last);
+        lastActions.drop();
         if (!moved.IsEmpty()) {
             return refuse(QStringLiteral("آخرين گردش چك شماره ") + trimmed(moved.value(0, 0)) + QLatin1Char(' ') +
                           trimmed(moved.value(0, 1)) + QStringLiteral(" ميباشد."));
@@ -635,11 +662,13 @@ bool ReceivedChequeDocument::remove() {
                     },
                 .log = [&] { logAction(opening_, QStringLiteral("D"), header_.voucherNo); },
                 // The procedure cuts the links and gives the invoices back what they were paid.
+                // The screen turns to a new document inside the same transaction.
+                .readBack = [&] { newDocument(); },
                 .logBeforeCall = true});
     } catch (const tr::db::DatabaseError& e) {
+        restore(before);
         return refuse(e.message());
     }
-    newDocument();
     return true;
 }
 

@@ -115,6 +115,18 @@ class ReceivedChequeDocument {
     void readInvoiceNote();
     void keepCounterpartyInStep(tr::db::Query& row);
     void reload();
+    // What the screen shows besides the grids; a write that fails puts it back.
+    struct ScreenState {
+        ChequeDocumentHeader header;
+        LowerAccount lower;
+        DocumentMode mode;
+        bool opening, saved;
+        QString loadedDate, invoiceNote;
+    };
+    ScreenState screenState() const;
+    // After a write that failed: the screen as it was, its grids read again from the work tables
+    // the rollback put back.
+    void restore(const ScreenState& state);
     void logAction(bool opening, const QString& type, const QString& voucherNo);
 
     tr::Services services_;

@@ -1,0 +1,137 @@
+// The received-cheque document's writes with a failing connection: for a new save, an opening
+// save, an edit and a delete, the 1st, 2nd, ... statement (and then the commit) the screen sends
+// fails in turn until the action runs through. After every failure the book, the screen's work
+// tables and its grids are as they were before the action; the round without a failure is the
+// retry from what the failures left, and it leaves the ledger whole.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "cheques/received_cheque_document.h"
+#include "common/db/database_error.h"
+#include "common/db/query_helpers.h"
+#include "db/procedures/tests/cheque_fixture.h"
+#include "db/procedures/tests/ledger_invariants.h"
+#include "tests/support/failing_connection.h"
+#include "tests/support/test_session.h"
+
+namespace tr::cheques {
+namespace {
+
+using tr::test::FailingConnection;
+
+const QStringList kBook = {"N_NaghdTrans", "Asnad",  "N_ChqLastTrans", "N_ArzTrans",        "ASNADACTIONS",
+                           "N_ChqFirst",   "N_ChqFirst_Log", "R_ForoshRelatedNaghd", "R_OldFactor"};
+
+// The first line of `after` that `before` does not have, and the reverse.
+QString firstDifference(const QString& before, const QString& after) {
+    const QStringList a = before.split(QLatin1Char('\n')), b = after.split(QLatin1Char('\n'));
+    for (const QString& line : b)
+        if (!a.contains(line)) return QStringLiteral("added ") + line;
+    for (const QString& line : a)
+        if (!b.contains(line)) return QStringLiteral("lost ") + line;
+    return {};
+}
+
+class ReceivedChequeFaultsTest : public tr::procedures::testing::ChequeTest {
+  protected:
+    void SetUp() override {
+        ChequeTest::SetUp();
+        failing = std::make_unique<FailingConnection>(company());
+        session = std::make_unique<tr::test::TestSession>(*failing, 1, QStringLiteral("admin"),
+                                                          tr::fullRights({QStringLiteral("N_A_CHQGET_")}));
+        doc = std::make_unique<ReceivedChequeDocument>(session->services);
+        doc->newDocument();
+        doc->header().date = QStringLiteral("1404/02/10");
+        doc->lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
+        typeCheque(QStringLiteral("8001"), 1500000);
+        typeCheque(QStringLiteral("8002"), 700000);
+    }
+    void TearDown() override {
+        failing->disarm();
+        doc.reset();
+        session.reset();
+        failing.reset();
+    }
+    void typeCheque(const QString& number, double value) {
+        tr::db::Query& g = doc->cheques();
+        g.Append();
+        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
+        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
+        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
+        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ف"));
+        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
+        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/06/01"));
+        g.Post();
+        ASSERT_EQ(g.state(), tr::db::Query::State::Browse) << session->dialog.last().text.toStdString();
+    }
+    // The book, the work tables and what the grids show.
+    QString image() {
+        QString out = snapshot(kBook) + snapshot({doc->chequeTable(), doc->counterpartyTable()});
+        for (tr::db::Query* grid : {&doc->cheques(), &doc->counterparties()}) {
+            for (int r = 0; r < grid->RecordCount(); ++r)
+                for (int c = 0; c < grid->fieldNames().size(); ++c) out += grid->value(r, c).toString() + QLatin1Char('|');
+            out += QLatin1Char('\n');
+        }
+        return out + doc->header().serial + QLatin1Char('|') + doc->header().voucherNo + QLatin1Char('|') +
+               QString::number(int(doc->mode()));
+    }
+    // Fails the 1st, 2nd, ... statement of `action`, then its commit, then lets it through.
+    void failInTurn(const std::function<bool()>& action) {
+        const QString before = image();
+        int failures = 0;
+        for (int n = 1; n < 200; ++n) {
+            failing->failStatement(n);
+            bool done = false;
+            try {
+                done = action();
+            } catch (const tr::db::DatabaseError&) {
+                done = false;
+            }
+            if (!failing->fired()) {
+                failing->disarm();
+                ASSERT_TRUE(done) << session->dialog.last().text.toStdString();
+                break;
+            }
+            ++failures;
+            ASSERT_FALSE(done) << "statement " << n;
+            const QString after = image();
+            ASSERT_EQ(after, before) << "after statement " << n << " failed: "
+                                     << firstDifference(before, after).toStdString();
+        }
+        failing->failCommit(1);
+        EXPECT_GT(failures, 2);
+        EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+    }
+
+    std::unique_ptr<FailingConnection> failing;
+    std::unique_ptr<tr::test::TestSession> session;
+    std::unique_ptr<ReceivedChequeDocument> doc;
+};
+
+TEST_F(ReceivedChequeFaultsTest, ANewSaveIsWholeOrAbsent) {
+    failInTurn([&] { return doc->save(); });
+    EXPECT_EQ(doc->mode(), DocumentMode::Edit);
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans")).toInt(), 2);
+}
+
+TEST_F(ReceivedChequeFaultsTest, AnOpeningSaveIsWholeOrAbsent) {
+    failInTurn([&] { return doc->save(/*opening=*/true); });
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqFirst_Log")).toInt(), 4);
+}
+
+TEST_F(ReceivedChequeFaultsTest, AnEditAndADeleteAreWholeOrAbsent) {
+    ASSERT_TRUE(doc->save()) << session->dialog.last().text.toStdString();
+    doc->cheques().First();
+    doc->cheques().Edit();
+    doc->cheques().FieldByName(QStringLiteral("ChqValue")).SetValue(1600000);
+    ASSERT_TRUE(doc->postCheque());
+    failInTurn([&] { return doc->save(); });
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Sum(Bed) From Asnad Where WhatDoc = '71'")).toDouble(),
+              2300000);
+    failInTurn([&] { return doc->remove(); });
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_NaghdTrans")).toInt(), 0);
+}
+
+}  // namespace
+}  // namespace tr::cheques
