@@ -15,6 +15,17 @@ QString chequeWorkTableColumns() {
         "Telephone NVarchar(50) Null, Address NVarchar(200) Null");
 }
 
+QString paymentChequeWorkTableColumns() {
+    return QStringLiteral(
+        "IsChange Varchar(1) Null, IDX Int Null, Raj Int Null, ChqStateNam NVarchar(500) Null, AcountID Int Null, "
+        "AcountCod NVarchar(500) Null, AcountNam NVarchar(500) Null, Koll Varchar(10) Null, Moein Varchar(10) Null, "
+        "Tafsily Varchar(10) Null, Tafsily2 Varchar(10) Null, ProjectCod Varchar(10) Null, Joz Varchar(10) Null, "
+        "ChqNo Varchar(20) Null, MojavezValue Float Null, FactValue Float Null, ChqValue Float Null, "
+        "ChqGetter NVarchar(500) Null, Havaleh NVarchar(1) Null, Tazmin NVarchar(1) Null, "
+        "SarResidDate Varchar(10) Null, Des NVarchar(500) Null, ArzCod Varchar(2) Null, ArzNam NVarchar(50) Null, "
+        "Nerkh Float Null, ArzCount Float Null");
+}
+
 QString counterpartyWorkTableColumns() {
     return QStringLiteral(
         "IDX Int Null, Raj Int Null, WhatDoc2 Varchar(2) Null, NamWhatDoc2 NVarchar(100) Null, "

@@ -8,6 +8,9 @@ namespace tr::instruments {
 
 // ##<prefix>_Chq: one row per cheque of a received-cheque document.
 QString chequeWorkTableColumns();
+// ##<prefix>Bed: one row per cheque of a cheque payment, our own leaf ("صدور چك", on AcountID)
+// or a received cheque passed on ("خرج چك").
+QString paymentChequeWorkTableColumns();
 // ##<prefix>_Taraf: its counterparty lines, each tied to its cheque by ChqNo and Joz.
 QString counterpartyWorkTableColumns();
 // The actions screen's list (##TT...), in the order the screen's rules give.

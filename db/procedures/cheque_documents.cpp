@@ -9,6 +9,7 @@
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
 #include "db/procedures/posting.h"
+#include "instruments/cheque_issue_rule.h"
 #include "instruments/cheque_receipt_rule.h"
 #include "instruments/latest_state.h"
 
@@ -23,7 +24,36 @@ using tr::db::openQuery;
 using tr::db::Query;
 using tr::db::sqlNumber;
 
-const QString kKind = QStringLiteral("71");
+// The two cheque documents share one procedure body: a received-cheque document debits its
+// cheques and credits their counterparty lines; a cheque payment credits its cheques (our own
+// leaves on the bank account's A heads, received cheques passed on from where they stand) and
+// debits the lines.
+struct DocumentKind {
+    QString code;          // WhatDoc
+    QString procedure;     // named in argument errors
+    QString title;         // the serial's and the duplicate's refusals
+    QString chequeSuffix;  // ##<prefix><suffix> holds the cheques
+    QString notThere;      // loading or deleting a serial the book lacks
+    bool payment = false;
+};
+
+const DocumentKind& receivedDocument() {
+    static const DocumentKind k{QStringLiteral("71"), QStringLiteral("sp_N_Asnad_Trans_ChqGet"),
+                                QStringLiteral("دريافت چک"), QStringLiteral("_Chq"),
+                                QStringLiteral("اين شماره دريافت چک در دسترس نمي باشد"), false};
+    return k;
+}
+
+const DocumentKind& paymentDocument() {
+    static const DocumentKind k{QStringLiteral("81"), QStringLiteral("sp_N_Asnad_Trans_ChqPay"),
+                                QStringLiteral("پرداخت چك"), QStringLiteral("Bed"),
+                                QStringLiteral("اين شماره پرداخت چک در دسترس نمي باشد"), true};
+    return k;
+}
+
+// What a payment row holds: our own leaf, or a received cheque passed on.
+const QString kIssueName = QStringLiteral("صدور چك");
+const QString kSpendName = QStringLiteral("خرج چك");
 
 QString text(const char* utf8) {
     return QString::fromUtf8(utf8);
@@ -64,6 +94,8 @@ struct Cheque {
     Account account;
     QString number, series, due, payee, des, bank, branch, branchName, drawerAccount, type;
     QString payableToOrder, guarantee, telephone, address;
+    bool spent = false;    // a payment's received cheque passed on
+    qint64 accountId = 0;  // a payment's own leaf: its bank account
     double value = 0;
     Currency currency;
     QString key() const { return number + QLatin1Char('_') + series; }
@@ -83,18 +115,19 @@ bool sameAmount(double a, double b) {
 
 class ChequeDocumentCall {
   public:
-    ChequeDocumentCall(Connection& c, const Args& args) : c_(c) {
+    ChequeDocumentCall(Connection& c, const Args& args, const DocumentKind& kind) : c_(c), kind_(kind) {
         if (static_cast<int>(args.size()) != 1 + kCount) {
-            throw DatabaseError(QStringLiteral("sp_N_Asnad_Trans_ChqGet expects %1 arguments, got %2")
+            throw DatabaseError(QStringLiteral("%3 expects %1 arguments, got %2")
                                     .arg(1 + kCount)
-                                    .arg(args.size()));
+                                    .arg(args.size())
+                                    .arg(kind_.procedure));
         }
         mode_ = args[0].toString().trimmed().toUpper();
         for (int i = 0; i < kCount; ++i) values_ << args[1 + i].toString().trimmed();
     }
 
     tr::db::ExecResult run() {
-        const qint64 serial = validSerial(values_[kSerial], receivedChequeTitle());
+        const qint64 serial = validSerial(values_[kSerial], kind_.title);
         if (mode_ == QLatin1String("DB->TRANS")) {
             load(serial);
         } else if (mode_ == QLatin1String("TRANS->DB")) {
@@ -106,14 +139,14 @@ class ChequeDocumentCall {
         } else if (mode_ == QLatin1String("DELETE_FIRST")) {
             remove(serial, true);
         } else {
-            throw DatabaseError(QStringLiteral("sp_N_Asnad_Trans_ChqGet: unknown mode '%1'").arg(mode_));
+            throw DatabaseError(QStringLiteral("%2: unknown mode '%1'").arg(mode_, kind_.procedure));
         }
         return {};
     }
 
   private:
     QString chequeTable() const {
-        return validWorkTable(QStringLiteral("##") + values_[kPrefix] + QStringLiteral("_Chq"),
+        return validWorkTable(QStringLiteral("##") + values_[kPrefix] + kind_.chequeSuffix,
                               QStringLiteral("a cheque work table"));
     }
     QString counterpartyTable() const {
@@ -121,7 +154,7 @@ class ChequeDocumentCall {
                               QStringLiteral("a counterparty work table"));
     }
     QString documentFilter(qint64 serial) const {
-        return QStringLiteral(" WhatDoc = '71' And Serial = ") + sqlNumber(serial);
+        return QStringLiteral(" WhatDoc = ") + c_.text(kind_.code) + QStringLiteral(" And Serial = ") + sqlNumber(serial);
     }
 
     // ---- reading the work tables ------------------------------------------------------------
@@ -140,19 +173,58 @@ class ChequeDocumentCall {
             ch.due = trimmedText(r["SarResidDate"]);
             ch.payee = trimmedText(r["ChqGetter"]);
             ch.des = trimmedText(r["Des"]);
-            ch.bank = trimmedText(r["BankCod"]);
-            ch.branch = trimmedText(r["ShobehCod"]);
-            ch.branchName = trimmedText(r["ShobehNam"]);
-            ch.drawerAccount = trimmedText(r["AcountCod"]);
-            ch.type = trimmedText(r["ChqTypeCod"]);
             ch.payableToOrder = flag(r["Havaleh"]);
             ch.guarantee = flag(r["Tazmin"]);
-            ch.telephone = trimmedText(r["Telephone"]);
-            ch.address = trimmedText(r["Address"]);
-            ch.currency = Currency::of(r);
+            if (kind_.payment) {
+                readPaymentCheque(r, ch);
+            } else {
+                ch.bank = trimmedText(r["BankCod"]);
+                ch.branch = trimmedText(r["ShobehCod"]);
+                ch.branchName = trimmedText(r["ShobehNam"]);
+                ch.drawerAccount = trimmedText(r["AcountCod"]);
+                ch.type = trimmedText(r["ChqTypeCod"]);
+                ch.telephone = trimmedText(r["Telephone"]);
+                ch.address = trimmedText(r["Address"]);
+                ch.currency = Currency::of(r);
+            }
             out.push_back(std::move(ch));
         }
         return out;
+    }
+
+    // A payment row: which kind of cheque, and what the book says of it. Our own leaf stands on
+    // its bank account's A heads; a received cheque is credited from where it stands now.
+    void readPaymentCheque(const Record& r, Cheque& ch) {
+        const QString state = trimmedText(r["ChqStateNam"]);
+        if (state.isEmpty()) refuse(QStringLiteral("وضعيت چك وارد نشده است."));
+        ch.spent = state.contains(QStringLiteral("خرج"));
+        ch.currency = {trimmedText(r["ArzCod"]), trimmedText(r["ArzNam"]), r["ArzCount"].toDouble(),
+                       r["Nerkh"].toDouble(), {}, {}, {}, {}};
+        if (ch.spent) {
+            if (const auto h = tr::instruments::chequeInHand(c_, ch.number, ch.series, ownSerial_)) {
+                ch.account = {h->koll, h->moein, h->tafsily, h->tafsily2, h->projectCod};
+                ch.bank = h->bank;
+                ch.branch = h->branch;
+                ch.branchName = h->branchName;
+                ch.drawerAccount = h->drawerAccount;
+                ch.guarantee = h->guarantee;
+            }
+            return;
+        }
+        ch.accountId = r["AcountID"].toLongLong();
+        if (ch.accountId <= 0) refuse(QStringLiteral("شماره حساب وارد نشده است."));
+        const Query bank = openQuery(
+            c_, QStringLiteral("Select BankCod, ShobehCod, AcountCod, AKoll, AMoein, ATafsily, ATafsily2, AProjectCod, "
+                               "(Select Max(ShobehNam) From N_Shoab As S Where S.BankCod = H.BankCod And S.ShobehCod = "
+                               "H.ShobehCod) From N_BankHesab As H Where AcountID = ") +
+                    sqlNumber(ch.accountId));
+        if (bank.IsEmpty()) refuse(QStringLiteral("شماره حساب ثبت نشده است."));
+        ch.bank = trimmedText(bank.value(0, 0));
+        ch.branch = trimmedText(bank.value(0, 1));
+        ch.drawerAccount = trimmedText(bank.value(0, 2));
+        ch.account = {trimmedText(bank.value(0, 3)), trimmedText(bank.value(0, 4)), trimmedText(bank.value(0, 5)),
+                      trimmedText(bank.value(0, 6)), trimmedText(bank.value(0, 7))};
+        ch.branchName = trimmedText(bank.value(0, 8));
     }
 
     std::vector<Counterparty> readCounterparties() {
@@ -211,7 +283,7 @@ class ChequeDocumentCall {
     QString voucherLines(const Saved& d) const {
         QStringList ids;
         for (qint64 idx : d.lines) ids << c_.text(QString::number(idx));
-        return QStringLiteral(" TypeSys = 'N' And WhatDoc = '71' And Document In (") +
+        return QStringLiteral(" TypeSys = 'N' And WhatDoc = ") + c_.text(kind_.code) + QStringLiteral(" And Document In (") +
                ids.join(QLatin1Char(',')) + QStringLiteral(")");
     }
 
@@ -222,14 +294,24 @@ class ChequeDocumentCall {
             const QString number = key.section(QLatin1Char('_'), 0, 0);
             const QString series = key.section(QLatin1Char('_'), 1);
             const auto latest = tr::instruments::latestRow(c_, tr::instruments::chequeHistory(), number, series);
-            if (!latest || latest->kind == kKind) continue;
+            if (!latest || latest->kind == kind_.code) continue;
             if (!naming) refuse(QStringLiteral("چك ") + number + QStringLiteral(" گردش پيدا كرده است."));
             const QString name = firstColumn(c_, QStringLiteral("Select NDocNam From N_AsnadNaghd Where WhatDoc = ") +
                                                      c_.text(latest->kind))
                                      .toString()
                                      .trimmed();
-            refuse(QStringLiteral("آخرين گردش چك شماره ") + number + QLatin1Char(' ') + name +
-                   QStringLiteral(" ميباشد."));
+            QString message = QStringLiteral("آخرين گردش چك شماره ") + number + QLatin1Char(' ') + name +
+                              QStringLiteral(" ميباشد.");
+            // A payment also names where the later action was recorded.
+            if (kind_.payment) {
+                message += QLatin1Char('\n') + QStringLiteral("اين عمليات در سريال ") +
+                           firstColumn(c_, QStringLiteral("Select Serial From N_ChqLastTrans Where IDX = ") +
+                                               sqlNumber(latest->idx))
+                               .toString()
+                               .trimmed() +
+                           QStringLiteral(" انجام گرفته شده است.");
+            }
+            refuse(message);
         }
     }
 
@@ -297,10 +379,15 @@ class ChequeDocumentCall {
         }
         for (const Counterparty& t : parties)
             if (!keys.contains(t.key())) refuse(QStringLiteral("چك ") + t.number + QStringLiteral(" در قسمت بالا ثبت نشده است !"));
-        // A cheque received before (outside this document) is refused, as the screen refuses it.
+        // What the book allows of each cheque, as the screen checks it.
         for (const Cheque& ch : cheques) {
-            const QString refusal =
-                tr::instruments::chequeReceiptRefusal(c_, ch.number, ch.series, date, ownSerial);
+            QString refusal;
+            if (!kind_.payment)
+                refusal = tr::instruments::chequeReceiptRefusal(c_, ch.number, ch.series, date, ownSerial);
+            else if (ch.spent)
+                refusal = tr::instruments::spentChequeRefusal(c_, ch.number, ch.series, ch.value, date, ownSerial);
+            else
+                refusal = tr::instruments::ownLeafRefusal(c_, ch.accountId, ch.number, ch.series, ownSerial);
             if (!refusal.isEmpty()) refuse(refusal);
         }
     }
@@ -319,43 +406,63 @@ class ChequeDocumentCall {
         const QString date = validDate(values_[kDate]);
         const QString user = values_[kUser];
         const bool isNew = values_[kState].compare(QLatin1String("EDIT"), Qt::CaseInsensitive) != 0;
+        const Saved saved = savedDocument(serial);
+        ownSerial_ = saved.exists() ? serial : 0;
         const std::vector<Cheque> cheques = readCheques();
         const std::vector<Counterparty> parties = readCounterparties();
-        const Saved saved = savedDocument(serial);
-        if (isNew && saved.exists()) refuse(receivedChequeTitle() + QStringLiteral(" با اين شماره ثبت شده است."));
+        if (isNew && saved.exists()) refuse(kind_.title + QStringLiteral(" با اين شماره ثبت شده است."));
         if (saved.exists()) refuseMovedCheques(saved, false);
-        check(cheques, parties, date, saved.exists() ? serial : 0);
+        check(cheques, parties, date, ownSerial_);
+        if (kind_.payment && opening) {
+            for (const Cheque& ch : cheques) {
+                const auto h = ch.spent ? tr::instruments::chequeInHand(c_, ch.number, ch.series, ownSerial_)
+                                        : std::nullopt;
+                if (ch.spent && !(h && h->opening)) {
+                    refuse(QStringLiteral("خرج چك اول دوره بايد از چكهاي دريافتي اول دوره باشد.(چك دريافتي ") +
+                           ch.number + QStringLiteral(" چك دريافتي اول دوره نميباشد.)"));
+                }
+            }
+        }
+        const LedgerSide chequeSide = kind_.payment ? LedgerSide::Bes : LedgerSide::Bed;
 
         const qint64 voucherNo = opening ? 0 : saved.voucherNo > 0 ? saved.voucherNo : newVoucherNumber(c_);
-        if (saved.exists()) cutLinksOfRemovedCheques(serial, cheques);
+        if (saved.exists() && !kind_.payment) cutLinksOfRemovedCheques(serial, cheques);
         deleteSaved(serial, saved);
         QHash<QString, QString> dueOf;
         for (const Cheque& ch : cheques) dueOf.insert(ch.key(), ch.due);
         int raj = 0;
         for (const Cheque& ch : cheques) {
             ++raj;
-            TreasuryRow row{kKind, serial, raj, ch.number, ch.bank, ch.branch, nullIfEmpty(ch.telephone),
+            // A payment keeps an own leaf's bank account in Des5 (empty for a cheque passed on).
+            TreasuryRow row{kind_.code, serial, raj, ch.number, ch.bank, ch.branch, nullIfEmpty(ch.telephone),
                             ch.series, nullIfEmpty(ch.type), date,
                             ch.branchName, ch.drawerAccount, ch.payableToOrder, ch.guarantee,
-                            nullIfEmpty(ch.address), ch.payee};
+                            kind_.payment ? nullIfEmpty(ch.spent ? QString() : QString::number(ch.accountId))
+                                          : nullIfEmpty(ch.address),
+                            ch.payee};
             const qint64 idx = insertTreasuryRow(c_, row);
             if (opening) {
                 insertOpening(idx, serial, raj, 1, ch.number, ch.series, ch.value, ch.des, ch.due, ch.bank,
                               ch.account);
             } else {
                 insertVoucherLine(c_, line(idx, voucherNo, date, raj, ch.account, ch.des, ch.bank,
-                                           LedgerSide::Bed, ch.value, ch.number, ch.series, ch.due, user));
+                                           chequeSide, ch.value, ch.number, ch.series, ch.due, user));
             }
             writeCurrency(idx, serial, raj, ch.currency, ch.value);
+            // A receipt's state row names its treasury row; a payment's names the bank account of
+            // an own leaf and nothing for a cheque passed on, which tells the two apart.
+            const QString code = !kind_.payment ? QString::number(idx)
+                                 : ch.spent     ? QString()
+                                                : QString::number(ch.accountId);
             c_.execute(QStringLiteral("Insert Into N_ChqLastTrans (WhatDoc, ChqNo, Joz, SanadDate, CodWhatDoc, "
-                                      "Serial) Values ('71', ") +
-                       c_.text(ch.number) + QStringLiteral(", ") + c_.text(ch.series) + QStringLiteral(", ") +
-                       c_.text(date) + QStringLiteral(", ") + c_.text(QString::number(idx)) +
-                       QStringLiteral(", ") + sqlNumber(serial) + QStringLiteral(")"));
+                                      "Serial) Values (") +
+                       c_.text(kind_.code) + QStringLiteral(", ") + c_.text(ch.number) + QStringLiteral(", ") +
+                       c_.text(ch.series) + QStringLiteral(", ") + c_.text(date) + QStringLiteral(", ") +
+                       c_.text(code) + QStringLiteral(", ") + sqlNumber(serial) + QStringLiteral(")"));
         }
         for (const Counterparty& t : parties) {
             ++raj;
-            TreasuryRow row{kKind, serial, raj, t.number, t.whatDoc2, t.code, nullIfEmpty(t.name),
+            TreasuryRow row{kind_.code, serial, raj, t.number, t.whatDoc2, t.code, nullIfEmpty(t.name),
                             t.series, nullIfEmpty(t.source), date, {}, {}, {}, {}, {}, {}};
             const qint64 idx = insertTreasuryRow(c_, row);
             if (opening) {
@@ -363,7 +470,7 @@ class ChequeDocumentCall {
                               t.whatDoc2, t.account);
             } else {
                 insertVoucherLine(c_, line(idx, voucherNo, date, raj, t.account, t.des, t.whatDoc2,
-                                           LedgerSide::Bes, t.value, t.number, t.series, dueOf.value(t.key()),
+                                           opposite(chequeSide), t.value, t.number, t.series, dueOf.value(t.key()),
                                            user));
             }
             writeCurrency(idx, serial, raj, t.currency, t.value);
@@ -374,7 +481,7 @@ class ChequeDocumentCall {
                      const QString& des, const QString& whatDoc2, LedgerSide side, double value,
                      const QString& number, const QString& series, const QString& due, const QString& user) {
         VoucherLine l;
-        l.whatDoc = kKind;
+        l.whatDoc = kind_.code;
         l.whatDoc2 = whatDoc2;
         l.document = idx;
         l.voucherNo = voucherNo;
@@ -402,7 +509,8 @@ class ChequeDocumentCall {
         c_.execute(QStringLiteral("Insert Into N_ChqFirst (IDX, WhatDoc, LastWhatDoc, ChqOrTaraf, Serial, Raj, "
                                   "ChqNo, Joz, sValue, Des, SarResidDate, WhatDoc2, Koll, Moein, Tafsily, "
                                   "Tafsily2, ProjectCod, User_Name) Values (") +
-                   sqlNumber(idx) + QStringLiteral(", '71', '71', ") + sqlNumber(chequeOrCounterparty) + sep +
+                   sqlNumber(idx) + sep + c_.text(kind_.code) + sep + c_.text(kind_.code) + sep +
+                   sqlNumber(chequeOrCounterparty) + sep +
                    sqlNumber(serial) + sep + sqlNumber(raj) + sep + c_.text(number) + sep + c_.text(series) +
                    sep + sqlNumber(round2(value)) + sep + c_.text(des) + sep + c_.text(due) + sep +
                    c_.text(whatDoc2) + sep + c_.text(a.koll) + sep + c_.text(a.moein) + sep +
@@ -414,7 +522,7 @@ class ChequeDocumentCall {
         if (cur.code.isEmpty()) return;
         CurrencyRow r;
         r.idx = idx;
-        r.whatDoc = kKind;
+        r.whatDoc = kind_.code;
         r.serial = serial;
         r.raj = raj;
         r.code = cur.code;
@@ -436,18 +544,25 @@ class ChequeDocumentCall {
         c_.execute(QStringLiteral("Delete From ") + chq);
         c_.execute(QStringLiteral("Delete From ") + taraf);
         const Saved d = savedDocument(serial);
-        if (!d.exists()) refuse(QStringLiteral("اين شماره دريافت چک در دسترس نمي باشد"));
+        if (!d.exists()) refuse(kind_.notThere);
         // Accounts, amounts and descriptions come from the voucher, or for an opening document
         // (which has none) from N_ChqFirst; the rest from the treasury rows and the currency rows.
         const QString source =
-            d.opening ? QStringLiteral("Inner Join N_ChqFirst As A On (A.IDX = N.IDX And A.WhatDoc = '71' And "
-                                       "A.Serial = N.Serial)")
-                      : QStringLiteral("Inner Join Asnad As A On (A.TypeSys = 'N' And A.WhatDoc = '71' And "
-                                       "A.Document = Cast(N.IDX As Varchar(20)))");
+            (d.opening ? QStringLiteral("Inner Join N_ChqFirst As A On (A.IDX = N.IDX And A.WhatDoc = %1 And "
+                                        "A.Serial = N.Serial)")
+                       : QStringLiteral("Inner Join Asnad As A On (A.TypeSys = 'N' And A.WhatDoc = %1 And "
+                                        "A.Document = Cast(N.IDX As Varchar(20)))"))
+                .arg(c_.text(kind_.code));
         const QString amount = d.opening ? QStringLiteral("A.sValue") : QStringLiteral("A.Bed + A.Bes");
-        const QString chequeRows = d.opening ? QStringLiteral("A.ChqOrTaraf = 1") : QStringLiteral("A.Bed > 0");
+        const QString chequeRows = d.opening        ? QStringLiteral("A.ChqOrTaraf = 1")
+                                   : kind_.payment ? QStringLiteral("A.Bes > 0")
+                                                   : QStringLiteral("A.Bed > 0");
         const QString due = d.opening ? QStringLiteral("A.SarResidDate") : QStringLiteral("A.AtfDate");
-        const QString where = QStringLiteral(" Where N.WhatDoc = '71' And N.Serial = ") + sqlNumber(serial);
+        const QString where =
+            QStringLiteral(" Where N.WhatDoc = ") + c_.text(kind_.code) + QStringLiteral(" And N.Serial = ") + sqlNumber(serial);
+        if (kind_.payment) {
+            loadPaymentCheques(chq, amount, due, source, where + QStringLiteral(" And ") + chequeRows);
+        } else {
         c_.execute(QStringLiteral("Insert Into ") + chq +
                    QStringLiteral(" (IsChange, IDX, Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, Havaleh, "
                                   "Tazmin, Joz, ChqNo, ChqValue, SarResidDate, ChqGetter, Des, BankCod, BankNam, "
@@ -464,6 +579,7 @@ class ChequeDocumentCall {
                    QStringLiteral(" Left Join N_Bank As B On (B.BankCod = N.WhatDoc2) Left Join N_ArzTrans As AT "
                                   "On (AT.IDX = N.IDX)") +
                    where + QStringLiteral(" And ") + chequeRows + QStringLiteral(" Order By N.Raj"));
+        }
         c_.execute(QStringLiteral("Insert Into ") + taraf +
                    QStringLiteral(" (IDX, Raj, WhatDoc2, NamWhatDoc2, Koll, CodWhatDoc2, Moein, Tafsily, Tafsily2, "
                                   "ProjectCod, Joz, ChqNo, ChqValue, Des, ManabehCod, ArzCod, ArzCount, ArzNam, "
@@ -477,19 +593,41 @@ class ChequeDocumentCall {
                    QStringLiteral(" And Not (") + chequeRows + QStringLiteral(") Order By N.Raj"));
     }
 
+    // A payment's cheque rows: an own leaf (Des5 holds its bank account) or a cheque passed on.
+    void loadPaymentCheques(const QString& chq, const QString& amount, const QString& due, const QString& source,
+                            const QString& where) {
+        c_.execute(QStringLiteral("Insert Into ") + chq +
+                   QStringLiteral(" (IsChange, IDX, Raj, ChqStateNam, AcountID, AcountCod, AcountNam, Koll, Moein, "
+                                  "Tafsily, Tafsily2, ProjectCod, Joz, ChqNo, ChqValue, ChqGetter, Havaleh, Tazmin, "
+                                  "SarResidDate, Des, ArzCod, ArzNam, Nerkh, ArzCount) "
+                                  "Select '0', N.IDX, N.Raj - 1, Case When LTrim(RTrim(IsNull(N.Des5, ''))) = '' Then ") +
+                   c_.text(kSpendName) + QStringLiteral(" Else ") + c_.text(kIssueName) +
+                   QStringLiteral(" End, H.AcountID, Case When H.AcountID Is Null Then N.Des2 Else H.AcountCod End, "
+                                  "B.BankNam + ' - ' + IsNull(N.Des1, ''), A.Koll, A.Moein, A.Tafsily, A.Tafsily2, "
+                                  "A.ProjectCod, N.Joz, N.CodWhatDoc, ") +
+                   amount + QStringLiteral(", N.Des6, N.Des3, N.Des4, ") + due +
+                   QStringLiteral(", A.Des, AT.ArzCod, AT.ArzNam, AT.Nerkh, AT.ArzCount From N_NaghdTrans As N ") +
+                   source +
+                   QStringLiteral(" Left Join N_BankHesab As H On (Cast(H.AcountID As Varchar(20)) = LTrim(RTrim(N.Des5))) "
+                                  "Left Join N_Bank As B On (B.BankCod = N.WhatDoc2) Left Join N_ArzTrans As AT On "
+                                  "(AT.IDX = N.IDX)") +
+                   where + QStringLiteral(" Order By N.Raj"));
+    }
+
     void remove(qint64 serial, bool opening) {
         const Saved d = savedDocument(serial);
-        if (!d.exists() || d.opening != opening)
-            refuse(QStringLiteral("اين شماره دريافت چک در دسترس نمي باشد"));
+        if (!d.exists() || d.opening != opening) refuse(kind_.notThere);
         refuseMovedCheques(d, true);
         // The invoices its cheques paid owe that again.
-        cutLinksOfRemovedCheques(serial, {});
+        if (!kind_.payment) cutLinksOfRemovedCheques(serial, {});
         deleteSaved(serial, d);
     }
 
     Connection& c_;
+    const DocumentKind& kind_;
     QString mode_;
     QStringList values_;
+    qint64 ownSerial_ = 0;  // the saved document a save replaces
 };
 
 // sp_N_Create_LastChqAction(target, up to date, with opening cheques): the latest action row of
@@ -530,14 +668,21 @@ tr::db::ExecResult createLastChequeAction(Connection& c, const Args& args) {
 
 
 QString receivedChequeTitle() {
-    return QStringLiteral("دريافت چک");
+    return receivedDocument().title;
 }
 
 std::vector<ProcedureDefinition> chequeDocumentProcedures() {
-    const Procedure document = [](Connection& c, const Args& args) { return ChequeDocumentCall(c, args).run(); };
+    const Procedure received = [](Connection& c, const Args& args) {
+        return ChequeDocumentCall(c, args, receivedDocument()).run();
+    };
+    const Procedure payment = [](Connection& c, const Args& args) {
+        return ChequeDocumentCall(c, args, paymentDocument()).run();
+    };
     return {
-        {QStringLiteral("sp_N_Asnad_Trans_ChqGet"), document},
-        {QStringLiteral("sp_N_Asnad_Trans_ChqGet_Arzi"), document},
+        {QStringLiteral("sp_N_Asnad_Trans_ChqGet"), received},
+        {QStringLiteral("sp_N_Asnad_Trans_ChqGet_Arzi"), received},
+        {QStringLiteral("sp_N_Asnad_Trans_ChqPay"), payment},
+        {QStringLiteral("sp_N_Asnad_Trans_ChqPay_Arzi"), payment},
         {QStringLiteral("sp_N_Create_LastChqAction"), createLastChequeAction},
     };
 }

@@ -1,0 +1,38 @@
+#pragma once
+// Whether a payment may carry a cheque: our own leaf ("صدور چك") must lie in a cheque book of the
+// chosen bank account and be neither issued, moved nor voided; a received cheque passed on
+// ("خرج چك") must be in hand, not a guarantee cheque and keep its amount. The payment screen checks
+// a row as it is typed and its procedure again before it writes.
+#include <QString>
+#include <optional>
+
+#include "common/db/connection.h"
+
+namespace tr::instruments {
+
+// The refusal for issuing leaf `number`/`series` on bank account `accountId`, or empty. The rows
+// of payment `ownSerial` (the one being edited; 0 for none) do not count.
+QString ownLeafRefusal(tr::db::Connection& c, qint64 accountId, const QString& number,
+                       const QString& series, qint64 ownSerial = 0);
+
+// The bank account whose cheque book holds the leaf, compared as whole numbers; nothing for a
+// leaf in no book (or not a number).
+std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& number, const QString& series);
+
+// A received cheque as it stands in hand: what a payment spending it writes.
+struct ChequeInHand {
+    double value = 0;
+    QString koll, moein, tafsily, tafsily2, projectCod;  // where it stands now
+    QString stateDate;                                   // of its latest action
+    QString bank, branch, branchName, drawerAccount, payableToOrder, guarantee, payee;
+    bool opening = false;
+};
+// Nothing when the book never received the cheque.
+std::optional<ChequeInHand> chequeInHand(tr::db::Connection& c, const QString& number, const QString& series,
+                                         qint64 ownSerial = 0);
+
+// The refusal for spending received cheque `number`/`series` for `value` on `issueDate`, or empty.
+QString spentChequeRefusal(tr::db::Connection& c, const QString& number, const QString& series, double value,
+                           const QString& issueDate, qint64 ownSerial = 0);
+
+}  // namespace tr::instruments
