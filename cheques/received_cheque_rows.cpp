@@ -46,7 +46,7 @@ QString literal(const tr::db::Connection& c, const QVariant& v) {
 // with `change` applied to the others' values. A work table row has no key that a statement could
 // name it by (two lines may hold the same values), so the table is rewritten whole, as one batch:
 // all of it or none.
-void rewriteCounterparties(ReceivedChequeDocument& document,
+void rewriteCounterparties(ChequeDocument& document,
                            const std::function<bool(int row)>& keep,
                            const std::function<void(int row, QVariantList& values)>& change = {}) {
     Query& lines = document.counterparties();
@@ -78,11 +78,11 @@ void rewriteCounterparties(ReceivedChequeDocument& document,
 
 }  // namespace
 
-bool chequeAssignedToInvoices(ReceivedChequeDocument& document, const QString& number,
+bool chequeAssignedToInvoices(ChequeDocument& document, const QString& number,
                               const QString& series) {
     bool numeric = false;
     const qint64 serial = document.header().serial.trimmed().toLongLong(&numeric);
-    if (!numeric) return false;
+    if (!numeric || !document.side().invoices) return false;
     tr::db::Connection& c = document.services().connection();
     return tr::db::firstColumn(
                c,
@@ -94,7 +94,7 @@ bool chequeAssignedToInvoices(ReceivedChequeDocument& document, const QString& n
                .toLongLong() > 0;
 }
 
-bool deleteChequeRow(ReceivedChequeDocument& document) {
+bool deleteChequeRow(ChequeDocument& document) {
     Query& cheques = document.cheques();
     const tr::dialog::Messages messages(document.services().dialog);
     if (!cheques.Active()) return false;
@@ -138,7 +138,7 @@ bool deleteChequeRow(ReceivedChequeDocument& document) {
     return true;
 }
 
-bool deleteCounterpartyRow(ReceivedChequeDocument& document) {
+bool deleteCounterpartyRow(ChequeDocument& document) {
     Query& lines = document.counterparties();
     tr::vouchers::GridCommands commands(document.services(), lines, {});
     if (!commands.deleteRow()) return false;
@@ -146,7 +146,7 @@ bool deleteCounterpartyRow(ReceivedChequeDocument& document) {
     return true;
 }
 
-bool copyAccountHeadDown(ReceivedChequeDocument& document) {
+bool copyAccountHeadDown(ChequeDocument& document) {
     Query& lines = document.counterparties();
     if (!lines.Active() || lines.IsEmpty()) return false;
     // The head copied is the one the line's own checks accepted.
@@ -171,7 +171,7 @@ bool copyAccountHeadDown(ReceivedChequeDocument& document) {
     return true;
 }
 
-void renumberCounterparties(ReceivedChequeDocument& document) {
+void renumberCounterparties(ChequeDocument& document) {
     rewriteCounterparties(document, {});
 }
 

@@ -12,19 +12,19 @@ namespace tr::cheques {
 extern const QString kLinkedChequeDeleteQuestion;
 
 // Whether the document's saved serial assigns the cheque to sales invoices.
-bool chequeAssignedToInvoices(ReceivedChequeDocument& document, const QString& number,
+bool chequeAssignedToInvoices(ChequeDocument& document, const QString& number,
                               const QString& series);
 
 // "حذف رديف" on the cheque grid: after the question, the current cheque and every counterparty
 // line of the same number and series. Its invoice links stay until the document is saved
 // without it (a cancel brings both back).
-bool deleteChequeRow(ReceivedChequeDocument& document);
+bool deleteChequeRow(ChequeDocument& document);
 // "حذف رديف" on the counterparty grid.
-bool deleteCounterpartyRow(ReceivedChequeDocument& document);
+bool deleteCounterpartyRow(ChequeDocument& document);
 // "کپي سرفصل": the current line's account head (accounts, kind, code and name of the
 // counterparty) into every line below it.
-bool copyAccountHeadDown(ReceivedChequeDocument& document);
+bool copyAccountHeadDown(ChequeDocument& document);
 // Raj = 0,1,2,... in the grid's order.
-void renumberCounterparties(ReceivedChequeDocument& document);
+void renumberCounterparties(ChequeDocument& document);
 
 }  // namespace tr::cheques

@@ -12,6 +12,9 @@
 #include "cashbank/ui/search/search_form.h"
 #include "cheques/ui/chq_action1_form.h"
 #include "cheques/ui/chq_get_form.h"
+#include "cheques/ui/chq_get_slct_form.h"
+#include "cheques/ui/chq_pay_form.h"
+#include "cheques/ui/ebtal_barge_check_form.h"
 #include "entry/screen_entry.h"
 #include "vouchers/ui/fix_des_form.h"
 
@@ -24,4 +27,7 @@ TR_INVOICE_SCREEN(VarizBank_Naghd, VarizBankForm, tr::cashbank::TVarizBankForm)
 TR_SCREEN(Havaleh_Naghd, HavalehForm, tr::cashbank::THavalehForm)
 TR_SCREEN(Search_Naghd, SearchForm, tr::cashbank::TSearchForm)
 TR_INVOICE_SCREEN(ChqGet_Naghd, ChqGetForm, tr::cheques::TChqGetForm)
+TR_SCREEN(ChqPay_Naghd, ChqPayForm, tr::cheques::TChqPayForm)
 TR_SCREEN(Chq_Action_Naghd, ChqAction1Form, tr::cheques::TChqAction1Form)
+TR_VOID_MODE_SCREEN(EbtalBargeCheck_Naghd, EbtalBargeCheckForm, tr::cheques::TEbtalBargeCheckForm)
+TR_RELEASED_FORM(ChqGetSlctFrm, tr::cheques::TChqGetSlctFrm, tr::cheques::chqGetSlctFrm)

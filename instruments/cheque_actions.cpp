@@ -20,7 +20,10 @@ struct Names {
 };
 
 bool guarantee(const InstrumentFacts& f) { return f.guarantee; }
-bool spentReceived(const InstrumentFacts& f) { return f.paidOut && !f.own; }
+// A received cheque passed on stands on the issued side until it comes back (88); from there on
+// its actions are the received side's again.
+bool spentReceived(const InstrumentFacts& f) { return f.paidOut && !f.own && f.side == Side::Issued; }
+bool backOnReceivedSide(const InstrumentFacts& f) { return !f.own && f.side == Side::Received; }
 bool ownGuarantee(const InstrumentFacts& f) { return f.own && f.guarantee; }
 bool own(const InstrumentFacts& f) { return f.own; }
 
@@ -36,7 +39,7 @@ std::vector<MenuRow> menus(const Names& n) {
         {QStringLiteral("85"), {}, {n.cashed, n.returned, n.undo}},
         {QStringLiteral("86"), {}, {n.cashed, n.protest, n.returned, n.undo}},
         {QStringLiteral("88"), own, {n.voided, n.undo}},
-        {QStringLiteral("88"), {}, {n.collect, n.returned, n.undo}},
+        {QStringLiteral("88"), backOnReceivedSide, {n.collect, n.returned, n.undo}},
         {QStringLiteral("81"), spentReceived, {n.backFromSpending}},
         {QStringLiteral("81"), ownGuarantee, {n.returned}},
         {QStringLiteral("81"), own, {n.cashed, n.protest, n.shortfall, n.returned}},
@@ -48,7 +51,8 @@ std::vector<MenuRow> menus(const Names& n) {
 
 std::vector<ActionKind> kinds(const Names& n) {
     using S = Side;
-    // The received side in the order of its drop-down list.
+    // The received side in the order of its drop-down list; a spent cheque comes back ("برگشت از
+    // خرج چک") from the issued side, where it stands while spent.
     return {
         {n.collect, S::Received, QStringLiteral("72")},
         {n.returned, S::Received, QStringLiteral("78")},
@@ -56,11 +60,11 @@ std::vector<ActionKind> kinds(const Names& n) {
         {n.protest, S::Received, QStringLiteral("79")},
         {n.shortfall, S::Received, QStringLiteral("76")},
         {n.backFromCollection, S::Received, QStringLiteral("77")},
-        {n.backFromSpending, S::Received, QStringLiteral("88")},
         {n.cashed, S::Issued, QStringLiteral("82")},
         {n.protest, S::Issued, QStringLiteral("85")},
         {n.shortfall, S::Issued, QStringLiteral("86")},
         {n.returned, S::Issued, QStringLiteral("87")},
+        {n.backFromSpending, S::Issued, QStringLiteral("88")},
         {n.voided, S::Issued, QStringLiteral("83")},
     };
 }

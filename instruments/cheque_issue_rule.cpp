@@ -36,6 +36,14 @@ QString otherRows(tr::db::Connection& c, const QString& number, const QString& s
 
 }  // namespace
 
+std::optional<QString> leafVoidedOn(tr::db::Connection& c, const QString& number, const QString& series) {
+    const QVariant date = firstColumn(
+        c, QStringLiteral("Select Max(SanadDate) From N_ChqLastTrans Where WhatDoc = '83' And Serial = 0 And ChqNo = ") +
+               c.text(number.trimmed()) + QStringLiteral(" And IsNull(Joz, '') = ") + c.text(series.trimmed()));
+    if (date.isNull()) return std::nullopt;
+    return trimmed(date);
+}
+
 std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& number, const QString& series) {
     const std::optional<qint64> leaf = wholeNumber(number);
     if (!leaf) return std::nullopt;
@@ -85,10 +93,8 @@ QString ownLeafRefusal(tr::db::Connection& c, qint64 accountId, const QString& n
                            rows)
             .toLongLong() > 0)
         return QStringLiteral("اين چك قبلا ثبت شده و گردش پيدا كرده است.");
-    const QVariant voided = firstColumn(
-        c, QStringLiteral("Select Max(SanadDate) From N_ChqLastTrans Where WhatDoc = '83' And Serial = 0 And") + rows);
-    if (!voided.isNull())
-        return QStringLiteral("شماره چك ") + number.trimmed() + QStringLiteral("در تاريخ '") + trimmed(voided) +
+    if (const std::optional<QString> voided = leafVoidedOn(c, number, series))
+        return QStringLiteral("شماره چك ") + number.trimmed() + QStringLiteral("در تاريخ '") + *voided +
                QStringLiteral("' ابطال شده است.");
     return {};
 }

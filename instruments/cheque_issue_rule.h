@@ -15,6 +15,10 @@ namespace tr::instruments {
 QString ownLeafRefusal(tr::db::Connection& c, qint64 accountId, const QString& number,
                        const QString& series, qint64 ownSerial = 0);
 
+// The date of the leaf's void (a kind-83 row of serial 0, written by no document); nothing when
+// the leaf was never voided or its void was undone. A voided leaf is never issued.
+std::optional<QString> leafVoidedOn(tr::db::Connection& c, const QString& number, const QString& series);
+
 // The bank account whose cheque book holds the leaf, compared as whole numbers; nothing for a
 // leaf in no book (or not a number).
 std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& number, const QString& series);

@@ -36,12 +36,17 @@ QString counterpartyWorkTableColumns() {
         "ArzNam2 NVarchar(50) Null, Nerkh Float Null, Nerkh2 Float Null");
 }
 
-QString chequeActionWorkTableColumns() {
+namespace {
+
+// The actions screen's list: the received tab keeps where a cheque stands in V-accounts of width
+// 10, the issued tab in Koll ... ProjectCod of width 20 (`standing` is the prefix, `width` its
+// columns' width); both hand it on to Va-accounts.
+QString actionWorkTableColumns(const char* standing, int width) {
     QString accounts;
-    for (const char* prefix : {"V", "Va"}) {
-        for (const char* level : {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"})
-            accounts += QStringLiteral(", %1%2 Varchar(10) Null").arg(QLatin1String(prefix), QLatin1String(level));
-    }
+    for (const char* level : {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"})
+        accounts += QStringLiteral(", %1%2 Varchar(%3) Null").arg(QLatin1String(standing), QLatin1String(level)).arg(width);
+    for (const char* level : {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"})
+        accounts += QStringLiteral(", Va%1 Varchar(10) Null").arg(QLatin1String(level));
     for (const char* level : {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"})
         accounts += QStringLiteral(", T%1 Varchar(50) Null").arg(QLatin1String(level));
     for (const char* name : {"K", "M", "T", "T2", "P"})
@@ -56,6 +61,16 @@ QString chequeActionWorkTableColumns() {
                "LastWhatDocNam NVarchar(500) Null, Havaleh NVarchar(1) Null, Tazmin NVarchar(1) Null, "
                "sOrder Varchar(100) Null") +
            accounts;
+}
+
+}  // namespace
+
+QString chequeActionWorkTableColumns() {
+    return actionWorkTableColumns("V", 10);
+}
+
+QString issuedChequeActionWorkTableColumns() {
+    return actionWorkTableColumns("", 20);
 }
 
 QString returnSplitWorkTableColumns() {

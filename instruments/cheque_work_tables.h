@@ -13,8 +13,13 @@ QString chequeWorkTableColumns();
 QString paymentChequeWorkTableColumns();
 // ##<prefix>_Taraf: its counterparty lines, each tied to its cheque by ChqNo and Joz.
 QString counterpartyWorkTableColumns();
-// The actions screen's list (##TT...), in the order the screen's rules give.
+// The actions screen's received list (##TT...), in the order the screen's rules give: where each
+// cheque stands in VKoll ... VProjectCod, where its action hands it in VaKoll ... VaProjectCod.
 QString chequeActionWorkTableColumns();
+// The issued list (##TTPay...), the same columns with Koll ... ProjectCod (width 20) in place of
+// the V-accounts. The payment screen's "تاييد و برداشت" hands a table of this shape to
+// sp_N_Asnad_ChqPayAction_Apply.
+QString issuedChequeActionWorkTableColumns();
 // The actions screen's second table: the counterparty lines a returned cheque goes back to, each
 // with the part of the cheque (NewValue) it takes.
 QString returnSplitWorkTableColumns();

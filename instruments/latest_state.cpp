@@ -11,12 +11,13 @@ const ActionHistory& chequeHistory() {
     return h;
 }
 
-QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more) {
+QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more,
+                        const QString& joins) {
     // The number's index (number, series, IDX) answers the maximum; a series kept as Null is the
     // empty series.
-    return QStringLiteral("Select %1 From %2 As L Where L.IDX = (Select Max(M.IDX) From %2 As M "
+    return QStringLiteral("Select %1 From %2 As L %5 Where L.IDX = (Select Max(M.IDX) From %2 As M "
                           "Where M.%3 = L.%3 And IsNull(M.%4, '') = IsNull(L.%4, ''))")
-               .arg(columns, h.table, h.numberColumn, h.seriesColumn) +
+               .arg(columns, h.table, h.numberColumn, h.seriesColumn, joins) +
            more;
 }
 

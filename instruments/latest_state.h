@@ -20,9 +20,10 @@ struct ActionHistory {
 
 const ActionHistory& chequeHistory();
 
-// "Select <columns> From <table> As L Where <the row is its instrument's latest>" + `more`
-// (further conditions on L, starting with " And ").
-QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more = {});
+// "Select <columns> From <table> As L <joins> Where <the row is its instrument's latest>" +
+// `more` (further conditions, starting with " And ").
+QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more = {},
+                        const QString& joins = {});
 
 struct LatestRow {
     qint64 idx = 0;

@@ -10,22 +10,27 @@ namespace tr::printing {
 
 namespace {
 
-// The names of the print items, with the Persian kaf the menus use.
-const std::pair<const char*, const char*> kCashLayoutKeys[] = {
+// The names of the print items, with the Persian kaf the menus use (the payment's kind name
+// has the Arabic one).
+const std::pair<const char*, const char*> kLayoutKeys[] = {
     {"10", "دريافت صندوق_"}, {"20", "پرداخت صندوق_"},    {"40", "تنخواه گردان_"},
-    {"50", "واريز بانک_"},   {"60", "حواله هاي بانکي_"}, {"90", "برداشت بانک_"}};
+    {"50", "واريز بانک_"},   {"60", "حواله هاي بانکي_"}, {"90", "برداشت بانک_"},
+    {"81", "پرداخت چک_"}};
+
+QString layoutKey(const QString& code, const QString& otherwise) {
+    for (const auto& [kind, key] : kLayoutKeys)
+        if (code == QLatin1String(kind)) return QString::fromUtf8(key);
+    return otherwise;
+}
 
 std::vector<PrintedKind> makeKinds() {
-    // The received cheque's row first: its voucher is found by its rows whatever else lists '71'.
-    const auto& cheque = tr::vouchers::receivedChequeKind();
-    std::vector<PrintedKind> kinds = {
-        {cheque.code, cheque.title, cheque.formKey, cheque.title + QLatin1Char('_'), true}};
-    for (const auto& kind : tr::vouchers::treasuryDocumentKinds()) {
-        PrintedKind k{kind.code, kind.title, kind.formKey, {}, false};
-        for (const auto& [code, key] : kCashLayoutKeys)
-            if (kind.code == QLatin1String(code)) k.layoutKey = QString::fromUtf8(key);
-        kinds.push_back(k);
-    }
+    // The cheque documents' rows first: their vouchers are found by their rows.
+    std::vector<PrintedKind> kinds;
+    for (const auto& cheque : tr::vouchers::chequeDocumentKinds())
+        kinds.push_back({cheque.code, cheque.title, cheque.formKey,
+                         layoutKey(cheque.code, cheque.title + QLatin1Char('_')), true});
+    for (const auto& kind : tr::vouchers::treasuryDocumentKinds())
+        kinds.push_back({kind.code, kind.title, kind.formKey, layoutKey(kind.code, {}), false});
     return kinds;
 }
 

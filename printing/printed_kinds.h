@@ -1,6 +1,6 @@
 #pragma once
-// The treasury kinds whose saved documents print: the six cash and bank kinds and the received
-// cheque ('71'). Each names its stored layouts, its voucher print's report key and where its
+// The treasury kinds whose saved documents print: the six cash and bank kinds and the two cheque
+// documents ('71', '81'). Each names its stored layouts, its voucher print's report key and where its
 // voucher lines are found.
 #include <QString>
 

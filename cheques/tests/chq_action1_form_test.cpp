@@ -1,6 +1,7 @@
 // The actions screen as a window: the received list shown by "نمايش", the space bar on the
 // action cell stepping the row's menu, the drop-down refusing what the state does not offer, and
-// "تاييد" posting; a screenshot is left for a look by eye.
+// "تاييد" posting; the issued tab over our leaves in several states and a cheque passed on, with
+// its report; screenshots are left for a look by eye.
 #include "cheques/ui/chq_action1_form.h"
 
 #include <QTableWidget>
@@ -10,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QComboBox>
+#include <QTabWidget>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -160,6 +163,80 @@ TEST_F(ChqAction1FormTest, AReturnOfAChequeCreditedToTwoLinesAsksHowItSplits) {
     EXPECT_EQ(tr::db::firstColumn(c, QStringLiteral("Select Count(*) From Asnad Where WhatDoc = '78' And Bed > 0")).toInt(), 2);
     EXPECT_DOUBLE_EQ(tr::db::firstColumn(c, QStringLiteral("Select Sum(Bed - Bes) From Asnad Where Koll = '202'")).toDouble(),
                      0);
+}
+
+TEST_F(ChqAction1FormTest, TheIssuedTabShowsOurLeavesInTheirStatesAndAChequePassedOnAndPostsAWithdrawal) {
+    tr::db::Connection& c = company();
+    // Four leaves of account 1 and received cheque 1102 passed on, all on one payment.
+    std::vector<DocumentCheque> paid;
+    for (const char* number : {"100021", "100022", "100023", "100024"}) {
+        DocumentCheque leaf{QString::fromLatin1(number), QStringLiteral("12"), 4750000};
+        leaf.bankAccount = 1;
+        paid.push_back(leaf);
+    }
+    paid.push_back({QStringLiteral("1102"), QStringLiteral("ب"), 8300000});
+    payCheques(paid, 1);
+    // Moved on before the window opens: one protested, one short, one cashed.
+    IssuedChequeActions& logic = form->issued();
+    logic.fill();
+    for (const auto& [number, name] : {std::pair{"100022", "واخواست چک"}, std::pair{"100023", "کسر موجودي"},
+                                       std::pair{"100024", "برداشت چک"}}) {
+        for (logic.rows().First(); !logic.rows().Eof(); logic.rows().Next())
+            if (logic.rows().FieldByName(QStringLiteral("ChqNo")).AsString().trimmed() == QLatin1String(number)) break;
+        ASSERT_TRUE(logic.chooseAction(QString::fromUtf8(name)));
+        ASSERT_TRUE(logic.setActionDate(QStringLiteral("1404/05/02")));
+    }
+    ASSERT_TRUE(logic.apply()) << session->dialog.last().text.toStdString();
+
+    form->tabs()->setCurrentWidget(form->issuedTab());
+    QTest::mouseClick(form->issuedTab()->showButton(), Qt::LeftButton);
+    tr::ui::DatasetModel* model = form->issuedTab()->model();
+    ASSERT_EQ(model->rowCount(), 5);
+    auto at = [&](int row, const char* field) {
+        return model->index(row, model->fieldColumn(QString::fromLatin1(field))).data().toString().trimmed();
+    };
+    QStringList states;
+    for (int r = 0; r < model->rowCount(); ++r) states << at(r, "LastWhatDoc");
+    EXPECT_EQ(states, (QStringList{"81", "85", "86", "82", "81"}));
+    // The leaf still paid out: the space bar steps to a withdrawal from its bank account.
+    QTableView* grid = form->issuedTab()->grid();
+    grid->setFocus();
+    grid->setCurrentIndex(model->index(0, model->fieldColumn(QStringLiteral("WhatDocNam"))));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(at(0, "WhatDocNam"), QStringLiteral("برداشت چک"));
+    EXPECT_EQ(at(0, "VaKoll") + at(0, "VaMoein"), QStringLiteral("1020001"));
+    // The cheque passed on offers its way back only.
+    grid->setCurrentIndex(model->index(4, model->fieldColumn(QStringLiteral("WhatDocNam"))));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(at(4, "WhatDocNam"), QStringLiteral("برگشت از خرج چک"));
+    QTest::keyClick(grid, Qt::Key_Space);
+    EXPECT_EQ(at(4, "WhatDocNam"), QString());
+
+    QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
+    EXPECT_TRUE(form->grab().save(QStringLiteral(TR_SCREENS_DIR "/chq_action1_issued.png")));
+    // "نمايش گزارش چکهاي پرداختي" prints the tab's list on the grid-report printer.
+    bool offered = false;
+    for (QAction* action : grid->actions()) offered = offered || action->text() == QStringLiteral("نمايش گزارش چکهاي پرداختي");
+    EXPECT_TRUE(offered);
+    const QString html = tr::ui::gridReportHtml(form->issuedTab()->reportTitle(), *grid);
+    EXPECT_TRUE(html.contains(QStringLiteral("<th>شماره حساب</th>")));
+    EXPECT_TRUE(html.contains(QStringLiteral("واخواست چک")));
+    const QString pdf = QStringLiteral(TR_SCREENS_DIR "/chq_action1_issued_report.pdf");
+    QFile::remove(pdf);
+    ASSERT_TRUE(form->issuedTab()->printList(pdf));
+    EXPECT_GT(QFileInfo(pdf).size(), 1000);
+
+    // The withdrawal dated before the due date is refused, then dated right it posts.
+    model->setCurrentRow(0);
+    ASSERT_TRUE(logic.setActionDate(QStringLiteral("1404/04/30")));
+    QTest::mouseClick(form->issuedTab()->applyButton(), Qt::LeftButton);
+    EXPECT_TRUE(session->dialog.last().text.startsWith(QStringLiteral("تاريخ برداشت نمي تواند كمتر از تاريخ سررسيد باشد.")))
+        << session->dialog.last().text.toStdString();
+    model->setCurrentRow(0);
+    ASSERT_TRUE(logic.setActionDate(QStringLiteral("1404/05/03")));
+    QTest::mouseClick(form->issuedTab()->applyButton(), Qt::LeftButton);
+    EXPECT_EQ(tr::db::firstColumn(c, QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '82'")).toInt(), 2);
+    EXPECT_EQ(at(0, "LastWhatDoc"), QStringLiteral("82"));
 }
 
 }  // namespace

@@ -145,7 +145,7 @@ TEST_F(ChqGetMenusTest, AGridsSavedLayoutIsItsOwnAndOpensWithTheNextWindow) {
 }
 
 TEST_F(ChqGetMenusTest, TheRowItemsActOnTheRowTheUserIsOn) {
-    ReceivedChequeDocument& doc = form->document();
+    ChequeDocument& doc = form->document();
     doc.header().date = QStringLiteral("1404/02/10");
     doc.lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
     typeCheque(QStringLiteral("7001"), 1000);

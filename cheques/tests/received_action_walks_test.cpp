@@ -140,7 +140,7 @@ TEST_F(ReceivedActionWalkTest, TheScreenRefusesAndPostsAsTheModelSays) {
                 ASSERT_EQ(latest->kind, w.now().state) << "seed " << seed << ", cheque " << w.number.toStdString();
             }
         }
-        ASSERT_TRUE(tr::procedures::testing::ledgerIsConsistent(company())) << "seed " << seed;
+        ASSERT_TRUE(tr::procedures::testing::chequeLedgerIsConsistent(company())) << "seed " << seed;
     }
     std::printf("lists posted %d, refused by the screen %d, on apply %d\n", posted, refusedByScreen, refusedOnApply);
     EXPECT_GT(posted, 0);

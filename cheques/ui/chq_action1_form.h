@@ -1,24 +1,16 @@
 #pragma once
-// TChqAction1Form, "عمليات چك": the cheque-actions screen. The received tab lists the received
-// cheques by its filters over ReceivedChequeActions, which holds every rule; the space bar on the
-// action cell steps through the row's menu, the action, date and bank-account cells edit through
-// the logic, and "تاييد" applies the list. The issued tab waits for the issued cheques.
-#include <QTextDocument>
+// TChqAction1Form, "عمليات چك": the cheque-actions screen, a ChequeActionTab for the received
+// cheques and one for the issued; a return on the received tab of a cheque credited to several
+// lines asks how it splits.
 #include <QWidget>
 #include <memory>
 
+#include "cheques/issued_actions.h"
 #include "cheques/received_actions.h"
+#include "cheques/ui/cheque_action_tab.h"
 #include "common/session/services.h"
 
-class QComboBox;
-class QLineEdit;
-class QPushButton;
 class QTabWidget;
-class QTableView;
-
-namespace tr::ui {
-class DatasetModel;
-}
 
 namespace tr::cheques {
 
@@ -31,43 +23,35 @@ class TChqAction1Form : public QWidget {
     ~TChqAction1Form() override;
 
     void setServices(const tr::Services& services);
+    QTabWidget* tabs() const { return tabs_; }
+
     ReceivedChequeActions& received() { return *received_; }
-    QTableView* receivedGrid() const { return grid_; }
-    tr::ui::DatasetModel* receivedModel() const { return model_; }
-    QLineEdit* chequeNumberBox() const { return number_; }
-    QPushButton* showButton() const { return show_; }
-    QPushButton* applyButton() const { return apply_; }
+    ChequeActionTab* receivedTab() const { return receivedTab_; }
+    QTableView* receivedGrid() const { return receivedTab_->grid(); }
+    tr::ui::DatasetModel* receivedModel() const { return receivedTab_->model(); }
+    QLineEdit* chequeNumberBox() const { return receivedTab_->chequeNumberBox(); }
+    QPushButton* showButton() const { return receivedTab_->showButton(); }
+    QPushButton* applyButton() const { return receivedTab_->applyButton(); }
 
-    // "نمايش": the list by the filters typed.
-    void showList();
-    // "تاييد".
-    void applyList();
-    // The list as shown, printed under the report's title (to a PDF file, or a chosen printer).
-    bool printList(const QString& pdfFile = {});
-    QString reportTitle() const;
+    IssuedChequeActions& issued() { return *issued_; }
+    ChequeActionTab* issuedTab() const { return issuedTab_; }
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    // The received tab's "نمايش", "تاييد" and report.
+    void showList() { receivedTab_->showList(); }
+    void applyList() { receivedTab_->applyList(); }
+    bool printList(const QString& pdfFile = {}) { return receivedTab_->printList(pdfFile); }
+    QString reportTitle() const { return receivedTab_->reportTitle(); }
 
   private:
-    QString currentField() const;
     // A return on a cheque credited to several lines asks how it splits over them.
     void askReturnSplit();
-    // Runs a handler of the logic; a database failure is shown as every screen shows one.
-    bool guarded(const std::function<bool()>& action);
 
     tr::Services services_;
     std::unique_ptr<ReceivedChequeActions> received_;
+    std::unique_ptr<IssuedChequeActions> issued_;
     QTabWidget* tabs_;
-    QLineEdit* number_;
-    QLineEdit* fromDate_;
-    QLineEdit* toDate_;
-    QComboBox* state_;
-    QPushButton* show_;
-    QPushButton* apply_;
-    QTableView* grid_;
-    tr::ui::DatasetModel* model_;
-    QTextDocument report_;  // keeps the user's report settings between prints
+    ChequeActionTab* receivedTab_;
+    ChequeActionTab* issuedTab_;
 };
 
 }  // namespace tr::cheques

@@ -30,7 +30,7 @@ namespace tr::cheques {
 namespace {
 
 // The fields each grid shows, in order, with their captions.
-const QList<QPair<QString, QString>>& chequeColumns() {
+const QList<QPair<QString, QString>>& receivedColumns() {
     static const QList<QPair<QString, QString>> columns = {
         {QStringLiteral("ChqNo"), QStringLiteral("شماره چك")},    {QStringLiteral("Joz"), QStringLiteral("سري")},
         {QStringLiteral("ChqValue"), QStringLiteral("مبلغ")},     {QStringLiteral("SarResidDate"), QStringLiteral("سررسيد")},
@@ -103,9 +103,14 @@ QLineEdit* box(QWidget* parent, const QString& name, int width) {
 }  // namespace
 
 TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
-    : QWidget(parent), services_(services), document_(std::make_unique<ReceivedChequeDocument>(services)) {
+    : TChqGetForm(services, std::make_unique<ReceivedChequeDocument>(services), receivedColumns(), parent) {
     setObjectName(QStringLiteral("ChqGetForm"));
-    setWindowTitle(ReceivedChequeDocument::kTitle);
+}
+
+TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDocument> document,
+                         QList<QPair<QString, QString>> chequeColumns, QWidget* parent)
+    : QWidget(parent), services_(services), document_(std::move(document)), chequeColumns_(std::move(chequeColumns)) {
+    setWindowTitle(document_->side().kind.title);
     setLayoutDirection(Qt::RightToLeft);
     setFont(tr::sdk::persianFont(12));
 
@@ -149,7 +154,7 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
         });
     }
 
-    auto* header = new QHBoxLayout;
+    auto* header = headerRow_ = new QHBoxLayout;
     header->addWidget(new QLabel(QStringLiteral("سريال"), this));
     header->addWidget(serial_);
     header->addWidget(new QLabel(QStringLiteral("تاريخ صدور"), this));
@@ -181,7 +186,7 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
     cheques_->installEventFilter(this);
     counterparties_->installEventFilter(this);
     connect(chequeModel_, &QAbstractItemModel::modelReset, this, [this] {
-        arrange(cheques_, chequeModel_, chequeColumns());
+        arrange(cheques_, chequeModel_, chequeColumns_);
         keepCurrentRow(cheques_, chequeModel_);
     });
     connect(counterpartyModel_, &QAbstractItemModel::modelReset, this, [this] {
@@ -194,6 +199,7 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
             chequeModel_->setCurrentRow(current.row());
             return true;
         });
+        chequeRowShown();
         showValues();
     });
     menus_ = new ChqGetMenus(*this, [this] { showValues(); });
@@ -261,7 +267,7 @@ TChqGetForm::TChqGetForm(const tr::Services& services, QWidget* parent)
         });
         showValues();
     });
-    auto* buttons = new QHBoxLayout;
+    auto* buttons = buttonRow_ = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(newLayout_);
     buttons->addWidget(oldLayout_);
@@ -295,6 +301,10 @@ void TChqGetForm::setInvoiceNumber(const QString& number) {
         });
         showValues();
     }
+}
+
+bool TChqGetForm::newLayoutChosen() const {
+    return newLayout_->isChecked();
 }
 
 void TChqGetForm::printDocument() {
@@ -332,7 +342,7 @@ bool TChqGetForm::guarded(const std::function<bool()>& action) {
 
 void TChqGetForm::showValues() {
     const ChequeDocumentHeader& h = document_->header();
-    caption_->setText(ReceivedChequeDocument::kTitle + QStringLiteral(" - ") + document_->caption());
+    caption_->setText(document_->side().kind.title + QStringLiteral(" - ") + document_->caption());
     serial_->setText(h.serial);
     year_->setText(h.date.mid(0, 4));
     month_->setText(h.date.mid(5, 2));
@@ -342,7 +352,7 @@ void TChqGetForm::showValues() {
     // The invoice the screen was opened for, or the one (or several) the loaded serial pays.
     const QString note = document_->invoiceNote();
     const QString invoice = !invoiceNumber_.isEmpty() ? invoiceNumber_ : note;
-    invoice_->setText(invoice == ReceivedChequeDocument::kMultiInvoiceNote ? invoice
+    invoice_->setText(invoice == ChequeDocument::kMultiInvoiceNote ? invoice
                                                                           : QStringLiteral("شماره فاکتور ") + invoice);
     invoice_->setVisible(!invoice.isEmpty());
     save_->setEnabled(document_->canSave());
@@ -417,6 +427,7 @@ bool TChqGetForm::pickList(QTableView* grid) {
 bool TChqGetForm::eventFilter(QObject* watched, QEvent* event) {
     if ((watched == cheques_ || watched == counterparties_) && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
+        if (chequeKey(static_cast<QTableView*>(watched), key)) return true;
         if ((key->key() == Qt::Key_F2 || key->key() == Qt::Key_F3) && key->modifiers() == Qt::NoModifier) {
             pickList(static_cast<QTableView*>(watched));
             return true;

@@ -3,11 +3,16 @@
 // which holds every rule: the header, the cheque grid, the lower account box, the counterparty
 // grid, the totals and the buttons. A cheque row is checked when the user leaves it; Insert, or
 // Down on the last row, starts a new one.
+#include <QList>
+#include <QPair>
 #include <QWidget>
 #include <functional>
 #include <memory>
 
 #include "cheques/received_cheque_document.h"
+
+class QHBoxLayout;
+class QKeyEvent;
 #include "common/session/services.h"
 
 class QLabel;
@@ -35,7 +40,7 @@ class TChqGetForm : public QWidget {
     // with the invoice settlement of cheques).
     void setInvoiceNumber(const QString& number);
 
-    ReceivedChequeDocument& document() { return *document_; }
+    ChequeDocument& document() { return *document_; }
     QTableView* chequeGrid() const { return cheques_; }
     QTableView* counterpartyGrid() const { return counterparties_; }
     QLineEdit* serialBox() const { return serial_; }
@@ -48,23 +53,35 @@ class TChqGetForm : public QWidget {
     ChqGetMenus* menus() const { return menus_; }
 
   protected:
+    // Another side's window on the same form: its document and its cheque grid's columns.
+    TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDocument> document,
+                QList<QPair<QString, QString>> chequeColumns, QWidget* parent);
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // A side's own keys in a grid (before the lists of F2/F3); true when taken.
+    virtual bool chequeKey(QTableView* /*grid*/, QKeyEvent* /*key*/) { return false; }
+    // The cheque grid moved to another row.
+    virtual void chequeRowShown() {}
+    // "تاييد و چاپ": the saved document printed in the chosen layout.
+    virtual void printDocument();
+    bool guarded(const std::function<bool()>& action);
+    void showValues();
+    QHBoxLayout* headerRow() const { return headerRow_; }
+    QHBoxLayout* buttonRow() const { return buttonRow_; }
+    tr::ui::DatasetModel* chequeModel() const { return chequeModel_; }
+    bool newLayoutChosen() const;
+    const tr::Services& services() const { return services_; }
 
   private:
-    bool guarded(const std::function<bool()>& action);
-    // The header and totals as the logic has them.
-    void showValues();
     void takeHeader();
     void postOrAppend();
     void keepCurrentRow(QTableView* grid, tr::ui::DatasetModel* model);
     // F2/F3 in a grid: the list of the cell (account levels, currencies); whether one was taken.
     bool pickList(QTableView* grid);
-    // "تاييد و چاپ" after the save, in the layout the radio buttons choose.
-    void printDocument();
+
 
     tr::Services services_;
-    std::unique_ptr<ReceivedChequeDocument> document_;
+    std::unique_ptr<ChequeDocument> document_;
     QLabel* caption_;
     QLineEdit* serial_;
     QLineEdit* day_;
@@ -87,6 +104,9 @@ class TChqGetForm : public QWidget {
     QRadioButton* newLayout_;
     QRadioButton* oldLayout_;
     QString invoiceNumber_;
+    QList<QPair<QString, QString>> chequeColumns_;
+    QHBoxLayout* headerRow_ = nullptr;
+    QHBoxLayout* buttonRow_ = nullptr;
     bool started_ = false;
     ChqGetMenus* menus_;
 };

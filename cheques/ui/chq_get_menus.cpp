@@ -46,6 +46,9 @@ enum Command {
     PrintDocument,
     ReturnedCheques,
     CopyAccountHead,
+    PrintPayment,
+    DesignLeaves,
+    PrintLeaves,
 };
 
 struct Item {
@@ -58,12 +61,13 @@ QKeyCombination ctrl(Qt::Key key) {
     return QKeyCombination(Qt::ControlModifier, key);
 }
 
-// Both grids' items in their order; the counterparty grid adds its two at the end.
-QList<Item> items(ChqGetGrid grid) {
+// Both grids' items in their order; the counterparty grid adds its two at the end. A payment
+// names its own document and adds its printed form and its cheque leaves.
+QList<Item> items(ChqGetGrid grid, bool payment) {
     QList<Item> list = {
         {Help, "راهنما", QKeyCombination(Qt::Key_F1)},
         {AssignToInvoices, "ثبت چک در صورتحساب"},
-        {NewDocument, "دريافت چك جديد ", ctrl(Qt::Key_N)},
+        {NewDocument, payment ? "پرداخت چك جديد " : "دريافت چك جديد ", ctrl(Qt::Key_N)},
         {AccountTurnover, "نمايش گردش حساب"},
         {AccountDetail, "نمايش حساب جزء"},
         {Search, "جستجو …", ctrl(Qt::Key_F)},
@@ -78,18 +82,20 @@ QList<Item> items(ChqGetGrid grid) {
         {FixedDescription, "بازيابي شرح ثابت …", ctrl(Qt::Key_F8)},
         {DeleteRow, "حذف رديف", ctrl(Qt::Key_Delete)},
         {ReportProperties, "مشخصات گزارش ..."},
-        {DesignPrint, "طراحي فرم چاپ دريافت چک …"},
+        {DesignPrint, payment ? "طراحي فرم چاپ پرداخت چک …" : "طراحي فرم چاپ دريافت چک …"},
         {PrintReport, "چاپ گزارش …"},
         {WeightedDueDate, "راس چك"},
         {PrintDocument, "چاپ …", ctrl(Qt::Key_P)},
     };
+    if (payment)
+        list << Item{PrintPayment, "چاپ پرداخت چک …"} << Item{DesignLeaves, "طراحي فرم چاپ چك ..."}
+             << Item{PrintLeaves, "چاپ چك ..."};
     if (grid == ChqGetGrid::Counterparties)
         list << Item{ReturnedCheques, "چکهاي برگشتي اين طرف حساب "}
              << Item{CopyAccountHead, "کپي سرفصل"};
     return list;
 }
 
-const QString kReportName = QStringLiteral("دريافت چک");
 
 }  // namespace
 
@@ -103,22 +109,25 @@ struct ChqGetMenus::Grid {
     QTextDocument* report = nullptr;  // keeps the user's report properties between prints
 };
 
-tr::grid::GridKey ChqGetMenus::gridKey(ChqGetGrid grid) {
-    return {
-        QStringLiteral("N"), ReceivedChequeDocument::kFormKey, QStringLiteral("TChqGetForm"),
-        grid == ChqGetGrid::Cheques ? QStringLiteral("CHQGETCHQ") : QStringLiteral("CHQGETTARAF")};
+tr::grid::GridKey ChqGetMenus::gridKey(ChqGetGrid grid, bool payment) {
+    const QString part = payment ? QStringLiteral("CHQPAY") : QStringLiteral("CHQGET");
+    return {QStringLiteral("N"),
+            payment ? tr::vouchers::issuedChequeKind().formKey : tr::vouchers::receivedChequeKind().formKey,
+            payment ? QStringLiteral("TChqPayForm") : QStringLiteral("TChqGetForm"),
+            part + (grid == ChqGetGrid::Cheques ? QStringLiteral("CHQ") : QStringLiteral("TARAF"))};
 }
 
 ChqGetMenus::ChqGetMenus(TChqGetForm& form, std::function<void()> refresh)
     : QObject(&form), form_(form), refresh_(std::move(refresh)) {
-    ReceivedChequeDocument& document = form.document();
+    ChequeDocument& document = form.document();
+    const bool payment = document.side().payment;
     const tr::Services& services = document.services();
     // A cheque is its number and series: a copied or pasted cheque row keeps its own number, so
     // it is another cheque rather than a duplicate refused when the user leaves it.
     cheques_.reset(new Grid{
         ChqGetGrid::Cheques, form.chequeGrid(),
         static_cast<tr::ui::DatasetModel*>(form.chequeGrid()->model()), QStringLiteral("چكها"),
-        tr::vouchers::GridCommands(services, document.cheques(), gridKey(ChqGetGrid::Cheques),
+        tr::vouchers::GridCommands(services, document.cheques(), gridKey(ChqGetGrid::Cheques, payment),
                                    {QStringLiteral("Raj"), QStringLiteral("IDX"),
                                     QStringLiteral("IsChange"), QStringLiteral("ChqNo")})});
     cheques_->commands.appendRow = [&document] { document.appendCheque(); };
@@ -128,7 +137,7 @@ ChqGetMenus::ChqGetMenus(TChqGetForm& form, std::function<void()> refresh)
                  static_cast<tr::ui::DatasetModel*>(form.counterpartyGrid()->model()),
                  QStringLiteral("طرف حساب/بابت"),
                  tr::vouchers::GridCommands(services, document.counterparties(),
-                                            gridKey(ChqGetGrid::Counterparties))});
+                                            gridKey(ChqGetGrid::Counterparties, payment))});
     build(*cheques_);
     build(*counterparties_);
 }
@@ -143,8 +152,8 @@ void ChqGetMenus::build(Grid& grid) {
     grid.menu = new QMenu(grid.view);
     grid.menu->setLayoutDirection(Qt::RightToLeft);
     grid.report = new QTextDocument(this);
-    grid.report->setObjectName(kReportName);
-    for (const Item& item : items(grid.which)) {
+    grid.report->setObjectName(form_.document().side().kind.title);
+    for (const Item& item : items(grid.which, form_.document().side().payment)) {
         if (item.command == ReportProperties) grid.menu->addSeparator();
         QAction* action = grid.menu->addAction(QString::fromUtf8(item.text));
         if (item.key.key() != Qt::Key(0)) {
@@ -195,14 +204,14 @@ void ChqGetMenus::showAccountReport(Grid& grid, int kind) {
 }
 
 void ChqGetMenus::printGrid(Grid& grid) {
-    const QString title = ReceivedChequeDocument::kTitle + QStringLiteral(" - ") + grid.caption +
+    const QString title = form_.document().side().kind.title + QStringLiteral(" - ") + grid.caption +
                           QStringLiteral(" [سريال ") + form_.document().header().serial.trimmed() +
                           QLatin1Char(']');
     tr::ui::printReport(*grid.report, title, tr::ui::gridReportHtml(title, *grid.view), &form_);
 }
 
 void ChqGetMenus::run(Grid& grid, int command) {
-    ReceivedChequeDocument& document = form_.document();
+    ChequeDocument& document = form_.document();
     const tr::Services& services = document.services();
     const auto call = [](const std::function<void()>& hook) {
         if (hook) hook();
@@ -280,7 +289,7 @@ void ChqGetMenus::run(Grid& grid, int command) {
             case ReportProperties:
                 tr::ui::openReportSettings(
                     services.global->hostFolder, grid.report,
-                    QStringLiteral("مشخصات گزارش [") + kReportName + QLatin1Char(']'));
+                    QStringLiteral("مشخصات گزارش [") + document.side().kind.title + QLatin1Char(']'));
                 break;
             case DesignPrint:
                 call(hooks.designPrint);
@@ -293,6 +302,15 @@ void ChqGetMenus::run(Grid& grid, int command) {
                 break;
             case PrintDocument:
                 call(hooks.printDocument);
+                break;
+            case PrintPayment:
+                call(hooks.printPaper);
+                break;
+            case DesignLeaves:
+                call(hooks.designLeaves);
+                break;
+            case PrintLeaves:
+                call(hooks.printLeaves);
                 break;
             case ReturnedCheques:
                 if (hooks.returnedCheques && commands.currentRowIndex() >= 0)

@@ -28,6 +28,9 @@ struct ChqGetMenuHooks {
     std::function<void()> search;            // "جستجو …"
     std::function<void()> designPrint;       // "طراحي فرم چاپ دريافت چک …"
     std::function<void()> printDocument;     // "چاپ …"
+    std::function<void()> printPaper;        // a payment's "چاپ پرداخت چک …"
+    std::function<void()> designLeaves;      // "طراحي فرم چاپ چك ..."
+    std::function<void()> printLeaves;       // "چاپ چك ..."
     // "چکهاي برگشتي اين طرف حساب ": the current counterparty line's account.
     std::function<void(const tr::vouchers::LineAccount& account)> returnedCheques;
 };
@@ -38,7 +41,8 @@ class ChqGetMenus : public QObject {
     Q_OBJECT
   public:
     // The grids' saved layouts: sPart "CHQGETCHQ" and "CHQGETTARAF".
-    static tr::grid::GridKey gridKey(ChqGetGrid grid);
+    // A payment's grids: "CHQPAYCHQ" and "CHQPAYTARAF" under its own form.
+    static tr::grid::GridKey gridKey(ChqGetGrid grid, bool payment = false);
 
     // Builds both menus on the form's grids; `refresh` shows the form's values after an item ran.
     ChqGetMenus(TChqGetForm& form, std::function<void()> refresh);

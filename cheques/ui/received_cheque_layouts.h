@@ -1,13 +1,14 @@
 #pragma once
-// The built-in print layouts of a received-cheque document ("جديد" and "قديم"): the header, the
-// cheques, the counterparty lines they are credited to, the total in figures and words.
-#include <QString>
-
+// The built-in print layouts of a received-cheque document ("جديد" and "قديم"): the cheque
+// document layouts (cheque_document_layouts.h) of kind 71.
 #include "cheques/received_cheque_print.h"
-#include "printing/print_layout.h"
+#include "cheques/ui/cheque_document_layouts.h"
 
 namespace tr::cheques::ui {
 
-QString receivedChequeHtml(const ReceivedChequePrint& document, tr::printing::PrintLayout layout);
+inline QString receivedChequeHtml(const ReceivedChequePrint& document,
+                                  tr::printing::PrintLayout layout) {
+    return chequeDocumentHtml(document, layout);
+}
 
 }  // namespace tr::cheques::ui

@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <cmath>
+#include <optional>
 
 #include "common/db/database_error.h"
 #include "common/db/query.h"
@@ -24,9 +25,29 @@ using tr::instruments::chequeActions;
 using tr::instruments::InstrumentFacts;
 using tr::instruments::Side;
 
+// What tells the two tabs' procedures apart.
+struct ApplySide {
+    QString procedure;
+    Side side;
+    const char* standing;  // the work table's prefix of the accounts where a cheque stands
+    QString document;      // the kind of the document a cheque of this side starts with
+};
+
+const ApplySide& receivedSide() {
+    static const ApplySide s{QStringLiteral("sp_N_Asnad_ChqGetAction_Apply"), Side::Received, "V",
+                             QStringLiteral("71")};
+    return s;
+}
+
+const ApplySide& issuedSide() {
+    static const ApplySide s{QStringLiteral("sp_N_Asnad_ChqPayAction_Apply"), Side::Issued, "",
+                             QStringLiteral("81")};
+    return s;
+}
+
 // Kinds that move no money: a state row and a treasury row, no voucher.
 bool movesNoMoney(const QString& kind) {
-    return kind == QLatin1String("76");
+    return kind == QLatin1String("76") || kind == QLatin1String("86");
 }
 
 struct Accounts {
@@ -39,19 +60,27 @@ Accounts accounts(const Record& r, const char* prefix) {
     return {f("Koll"), f("Moein"), f("Tafsily"), f("Tafsily2"), f("ProjectCod")};
 }
 
+// One side of an action's voucher: an account and the part of the cheque it takes.
+struct Line {
+    Accounts account;
+    double value = 0;
+};
+using Lines = std::vector<Line>;
+
 struct ActionRow {
-    QString number, series, name, date, due, des, bank, expectedState;
+    QString number, series, name, kind, date, due, des, bank, expectedState;
     qint64 bankAccount = 0;
     double value = 0;
-    Accounts from, to;  // V: where the cheque stands; Va: where the action hands it
+    Accounts from, to;      // where the cheque stands; where the action hands it
+    InstrumentFacts facts;  // as checked; the posting's direction follows whose cheque it is
 };
 
 class ApplyCall {
   public:
-    ApplyCall(Connection& c, const Args& args) : c_(c) {
+    ApplyCall(Connection& c, const Args& args, const ApplySide& side) : c_(c), side_(side) {
         if (args.size() != 4 && args.size() != 5) {
             throw DatabaseError(
-                QStringLiteral("sp_N_Asnad_ChqGetAction_Apply expects 4 or 5 arguments, got %1").arg(args.size()));
+                QStringLiteral("%1 expects 4 or 5 arguments, got %2").arg(side_.procedure).arg(args.size()));
         }
         table_ = validWorkTable(args[0].toString().trimmed(), QStringLiteral("an actions work table"));
         user_ = args[1].toString().trimmed();
@@ -62,11 +91,11 @@ class ApplyCall {
     }
 
     tr::db::ExecResult run() {
-        const std::vector<ActionRow> rows = readRows();
+        std::vector<ActionRow> rows = readRows();
         // Every row is checked before the first is written: a batch is whole or refused. A cheque
         // may appear once in a batch (its second action would be checked against a stale state).
         QSet<QString> seen;
-        for (const ActionRow& r : rows) {
+        for (ActionRow& r : rows) {
             if (seen.contains(r.number + QLatin1Char('_') + r.series))
                 refuseRow(QStringLiteral("براي هر چك در هر بار فقط يك عمليات ثبت مي شود."), r);
             seen.insert(r.number + QLatin1Char('_') + r.series);
@@ -98,7 +127,7 @@ class ApplyCall {
             a.bankAccount = r["AcountID"].toLongLong();
             a.expectedState = trimmedText(r["LastWhatDoc"]);
             a.value = r["ChqValue"].toDouble();
-            a.from = accounts(r, "V");
+            a.from = accounts(r, side_.standing);
             a.to = accounts(r, "Va");
             out.push_back(std::move(a));
         }
@@ -109,27 +138,55 @@ class ApplyCall {
         refuse(message + QStringLiteral("\nشماره چك :") + r.number);
     }
 
-    InstrumentFacts factsOf(const ActionRow& r, const tr::instruments::LatestRow& latest) {
+    QString chequeRows(const ActionRow& r, const QString& alias = {}) const {
+        const QString a = alias.isEmpty() ? QString() : alias + QLatin1Char('.');
+        return QStringLiteral(" ") + a + QStringLiteral("ChqNo = ") + c_.text(r.number) + QStringLiteral(" And IsNull(") +
+               a + QStringLiteral("Joz, '') = ") + c_.text(r.series);
+    }
+
+    // The cheque's facts as this side sees them; nothing for a cheque the side does not act on (a
+    // received tab's cheque was received; an issued tab's is our leaf, or a cheque passed on and
+    // not yet back).
+    std::optional<InstrumentFacts> factsOf(const ActionRow& r, const tr::instruments::LatestRow& latest) {
         InstrumentFacts f;
-        f.side = Side::Received;
-        const QString history = QStringLiteral(" ChqNo = ") + c_.text(r.number) +
-                                QStringLiteral(" And IsNull(Joz, '') = ") + c_.text(r.series);
-        // The guarantee flag of the cheque's row in its latest receipt (the state row points at
-        // it; the document's counterparty rows carry the same number and series).
-        f.guarantee = firstColumn(c_, QStringLiteral("Select Top 1 IsNull(N.Des4, '') From N_ChqLastTrans As L "
-                                                     "Inner Join N_NaghdTrans As N On (Cast(N.IDX As Varchar(20)) = "
-                                                     "L.CodWhatDoc) Where L.WhatDoc = '71' And L.ChqNo = ") +
-                                          c_.text(r.number) + QStringLiteral(" And IsNull(L.Joz, '') = ") +
-                                          c_.text(r.series) + QStringLiteral(" Order By L.IDX Desc"))
-                          .toString()
-                          .trimmed() == QStringLiteral("ض");
-        f.paidOut = firstColumn(c_, QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '81' And") +
-                                        history)
-                        .toLongLong() > 0;
+        f.side = side_.side;
+        // The cheque's row of the document it started with, the latest one: a receipt's state row
+        // names its treasury row, a payment's the bank account of our own leaf (nothing for a
+        // cheque passed on).
+        const Query start = openQuery(c_, QStringLiteral("Select Top 1 L.CodWhatDoc, L.Serial From N_ChqLastTrans As L "
+                                                         "Where L.WhatDoc = ") +
+                                              c_.text(side_.document) + QStringLiteral(" And") + chequeRows(r, QStringLiteral("L")) +
+                                              QStringLiteral(" Order By L.IDX Desc"));
+        if (start.IsEmpty()) return std::nullopt;
+        const qint64 startSerial = start.value(0, 1).toLongLong();
+        if (side_.side == Side::Received) {
+            f.guarantee = firstColumn(c_, QStringLiteral("Select IsNull(Des4, '') From N_NaghdTrans Where Cast(IDX As "
+                                                         "Varchar(20)) = ") +
+                                              c_.text(start.value(0, 0).toString().trimmed()))
+                              .toString()
+                              .trimmed() == QStringLiteral("ض");
+            f.paidOut = firstColumn(c_, QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '81' And") +
+                                            chequeRows(r))
+                            .toLongLong() > 0;
+        } else {
+            f.own = !start.value(0, 0).toString().trimmed().isEmpty();
+            f.paidOut = !f.own;
+            // A cheque passed on is the issued side's while it stands spent; back in hand (88) it
+            // moves on the received side.
+            if (!f.own && latest.kind != QLatin1String("81")) return std::nullopt;
+            // Our leaf's guarantee flag is kept on its payment's treasury row.
+            f.guarantee = f.own && firstColumn(c_, QStringLiteral("Select Max(IsNull(Des4, '')) From N_NaghdTrans Where "
+                                                                  "WhatDoc = '81' And Serial = ") +
+                                                       sqlNumber(startSerial) + QStringLiteral(" And CodWhatDoc = ") +
+                                                       c_.text(r.number) + QStringLiteral(" And IsNull(Joz, '') = ") +
+                                                       c_.text(r.series))
+                                           .toString()
+                                           .trimmed() == QStringLiteral("ض");
+        }
         // The state its opening document set: the latest row is that document's own.
         const Query first = openQuery(c_, QStringLiteral("Select Serial, LastWhatDoc From N_ChqFirst Where "
-                                                         "ChqOrTaraf = 1 And") +
-                                              history);
+                                                         "ChqOrTaraf = 1 And WhatDoc = ") +
+                                              c_.text(side_.document) + QStringLiteral(" And") + chequeRows(r));
         if (!first.IsEmpty()) {
             const qint64 openingSerial = first.value(0, 0).toLongLong();
             const qint64 latestSerial =
@@ -140,15 +197,17 @@ class ApplyCall {
         return f;
     }
 
-    void check(const ActionRow& r) {
+    void check(ActionRow& r) {
         const auto latest =
             tr::instruments::latestRow(c_, tr::instruments::chequeHistory(), r.number, r.series);
         if (!latest) refuseRow(QStringLiteral("چك در دسترس نمي باشد."), r);
         // Another desk moved the cheque since this list was read.
         if (latest->kind != r.expectedState)
             refuseRow(QStringLiteral("وضعيت چك پس از خواندن فهرست تغيير كرده است؛ فهرست را دوباره بخوانيد."), r);
-        const InstrumentFacts facts = factsOf(r, *latest);
-        if (!chequeActions().allows(latest->kind, facts, r.name) || !known(r.name))
+        const std::optional<InstrumentFacts> facts = factsOf(r, *latest);
+        if (!facts) refuseRow(QStringLiteral("چك در دسترس نمي باشد."), r);
+        r.facts = *facts;
+        if (!chequeActions().allows(latest->kind, r.facts, r.name) || !known(r.name))
             refuseRow(QStringLiteral("عمليات ") + r.name + QStringLiteral(" براي اين چك مجاز نيست."), r);
         if (chequeActions().isUndo(r.name)) {
             if (actionRowOf(*latest) == 0)
@@ -156,8 +215,8 @@ class ApplyCall {
             return;
         }
         checkDate(r, latest->date);
-        const QString kind = *chequeActions().kindOf(r.name, Side::Received);
-        if (kind == QLatin1String("72")) {
+        r.kind = *chequeActions().kindOf(r.name, side_.side);
+        if (r.kind == QLatin1String("72")) {
             const qint64 same = firstColumn(c_, QStringLiteral("Select Count(*) From Asnad Where TypeSys = 'N' And "
                                                                "WhatDoc = '72' And AtfCh = ") +
                                                     c_.text(r.number) + QStringLiteral(" And DocToDate = ") +
@@ -168,35 +227,32 @@ class ApplyCall {
                 refuseRow(QStringLiteral("براي اين چک در اين تاريخ يكبار عمليات <در جريان وصول> تعريف شده است."), r);
             }
         }
-        if (kind == QLatin1String("73") && !r.due.isEmpty() && r.date < r.due)
+        if (r.kind == QLatin1String("73") && !r.due.isEmpty() && r.date < r.due)
             refuseRow(QStringLiteral("تاريخ اعلام وصول نمي تواند از تاريخ سررسيد كمتر باشد."), r);
-        if (movesNoMoney(kind)) return;
-        if (kind == QLatin1String("78")) {
-            const std::vector<SplitLine> split = splitOf(r);
-            if (!split.empty()) {
-                double total = 0;
-                for (const SplitLine& line : split) {
-                    total += line.value;
-                    checkActive(line.account, r);
-                }
-                if (std::fabs(total - r.value) > 0.005) {
-                    refuseRow(QStringLiteral("جمع مبلغ بايد برابر <") + QString::number(r.value, 'f', 0) +
-                                  QStringLiteral("> شود."),
-                              r);
-                }
-                if (r.from.empty()) refuseRow(QStringLiteral("سرفصل عمليات چك مشخص نشده است."), r);
-                checkActive(r.from, r);
-                return;
+        if (r.kind == QLatin1String("82") && !r.due.isEmpty() && r.date < r.due)
+            refuseRow(QStringLiteral("تاريخ برداشت نمي تواند كمتر از تاريخ سررسيد باشد."), r);
+        if (movesNoMoney(r.kind)) return;
+        if (r.kind == QLatin1String("78") && splitOf(r).empty() && r.to.empty())
+            refuseRow(QStringLiteral("        سرفصل مشتري مشخص شود"), r);
+        // Each side of the voucher: accounts present and active (an account made inactive after
+        // the list was read refuses the batch here, not half-way), parts adding up to the cheque.
+        for (const Lines& part : {handedTo(r), standing(r)}) {
+            double total = 0;
+            for (const Line& line : part) {
+                if (line.account.empty()) refuseRow(QStringLiteral("سرفصل عمليات چك مشخص نشده است."), r);
+                checkActive(line.account, r);
+                total += line.value;
             }
-            if (r.to.empty()) refuseRow(QStringLiteral("        سرفصل مشتري مشخص شود"), r);
+            if (std::fabs(total - r.value) > 0.005) {
+                refuseRow(QStringLiteral("جمع مبلغ بايد برابر <") + QString::number(r.value, 'f', 0) +
+                              QStringLiteral("> شود."),
+                          r);
+            }
         }
-        if (r.to.empty() || r.from.empty()) refuseRow(QStringLiteral("سرفصل عمليات چك مشخص نشده است."), r);
-        checkActive(r.from, r);
-        checkActive(r.to, r);
     }
 
-    static bool known(const QString& name) {
-        return chequeActions().isUndo(name) || chequeActions().kindOf(name, Side::Received).has_value();
+    bool known(const QString& name) const {
+        return chequeActions().isUndo(name) || chequeActions().kindOf(name, side_.side).has_value();
     }
 
     void checkDate(const ActionRow& r, const QString& lastDate) {
@@ -214,7 +270,6 @@ class ApplyCall {
         }
     }
 
-    // An account made inactive after the list was read refuses the batch here, not half-way.
     void checkActive(const Accounts& a, const ActionRow& r) {
         const QString active = QStringLiteral("فعال");
         const QVariant koll = firstColumn(c_, QStringLiteral("Select IsActive From Koll Where Koll = ") + c_.text(a.koll));
@@ -225,7 +280,7 @@ class ApplyCall {
     }
 
     // The treasury row that the latest action wrote (its IDX in CodWhatDoc); 0 for a state that
-    // no action row of these kinds wrote (a document's receipt, an opening state).
+    // no action row of these kinds wrote (a document's receipt or payment, an opening state).
     qint64 actionRowOf(const tr::instruments::LatestRow& latest) {
         if (latest.kind == QLatin1String("71") || latest.kind == QLatin1String("81")) return 0;
         const QString code =
@@ -242,14 +297,32 @@ class ApplyCall {
                    : 0;
     }
 
+    // Where the action hands the cheque: the row's Va-accounts, or a return's parts over the
+    // lines it goes back to.
+    Lines handedTo(const ActionRow& r) {
+        if (r.kind == QLatin1String("78") || r.kind == QLatin1String("87")) {
+            Lines split = splitOf(r);
+            if (!split.empty()) return split;
+        }
+        return {{r.to, r.value}};
+    }
+    // Where it stands: the row's accounts, or, for a cheque passed on that comes back, the parts
+    // of the lines it was spent to.
+    Lines standing(const ActionRow& r) {
+        if (r.kind == QLatin1String("88")) {
+            Lines split = splitOf(r);
+            if (!split.empty()) return split;
+        }
+        return {{r.from, r.value}};
+    }
+
     void post(const ActionRow& r) {
-        const QString kind = *chequeActions().kindOf(r.name, Side::Received);
         const qint64 serial =
             firstColumn(c_, QStringLiteral("Select IsNull(Max(Serial), 0) + 1 From N_NaghdTrans Where WhatDoc = ") +
-                                c_.text(kind))
+                                c_.text(r.kind))
                 .toLongLong();
         TreasuryRow row;
-        row.whatDoc = kind;
+        row.whatDoc = r.kind;
         row.serial = serial;
         row.raj = 1;
         row.codWhatDoc = r.number;
@@ -259,41 +332,42 @@ class ApplyCall {
         row.date = r.date;
         row.des1 = r.des;
         const qint64 idx = insertTreasuryRow(c_, row);
-        if (!movesNoMoney(kind)) {
+        if (!movesNoMoney(r.kind)) {
             const qint64 voucherNo = newVoucherNumber(c_);
             const QString des = r.name + QStringLiteral(" چك ") + r.number;
-            // A return split over the lines the cheque was credited to debits each its part.
-            const std::vector<SplitLine> split = kind == QLatin1String("78") ? splitOf(r) : std::vector<SplitLine>{};
+            // A received cheque is ours to collect: it stands as a debit and moves off with a
+            // credit. Our own cheque is a debt: it stands as a credit and moves off with a debit.
+            const Lines to = handedTo(r), from = standing(r);
+            const Lines& debits = r.facts.own ? from : to;
+            const Lines& credits = r.facts.own ? to : from;
             int raj = 0;
-            if (split.empty()) voucherLine(idx, kind, voucherNo, ++raj, r.to, LedgerSide::Bed, r.value, des, r);
-            for (const SplitLine& line : split)
-                voucherLine(idx, kind, voucherNo, ++raj, line.account, LedgerSide::Bed, line.value, des, r);
-            voucherLine(idx, kind, voucherNo, ++raj, r.from, LedgerSide::Bes, r.value, des, r);
+            for (const Line& line : debits) voucherLine(idx, voucherNo, ++raj, line, LedgerSide::Bed, des, r);
+            for (const Line& line : credits) voucherLine(idx, voucherNo, ++raj, line, LedgerSide::Bes, des, r);
         }
         c_.execute(QStringLiteral("Insert Into N_ChqLastTrans (WhatDoc, ChqNo, Joz, SanadDate, CodWhatDoc, Serial) "
                                   "Values (") +
-                   c_.text(kind) + QStringLiteral(", ") + c_.text(r.number) + QStringLiteral(", ") + c_.text(r.series) +
+                   c_.text(r.kind) + QStringLiteral(", ") + c_.text(r.number) + QStringLiteral(", ") + c_.text(r.series) +
                    QStringLiteral(", ") + c_.text(r.date) + QStringLiteral(", ") + c_.text(QString::number(idx)) +
                    QStringLiteral(", ") + sqlNumber(serial) + QStringLiteral(")"));
     }
 
-    void voucherLine(qint64 idx, const QString& kind, qint64 voucherNo, int raj, const Accounts& a, LedgerSide side,
-                     double value, const QString& des, const ActionRow& r) {
+    void voucherLine(qint64 idx, qint64 voucherNo, int raj, const Line& line, LedgerSide side, const QString& des,
+                     const ActionRow& r) {
         VoucherLine l;
-        l.whatDoc = kind;
+        l.whatDoc = r.kind;
         l.whatDoc2 = r.bank;
         l.document = idx;
         l.voucherNo = voucherNo;
         l.date = r.date;
         l.raj = raj;
-        l.koll = a.koll;
-        l.moein = a.moein;
-        l.tafsily = a.tafsily;
-        l.tafsily2 = a.tafsily2;
-        l.projectCod = a.projectCod;
+        l.koll = line.account.koll;
+        l.moein = line.account.moein;
+        l.tafsily = line.account.tafsily;
+        l.tafsily2 = line.account.tafsily2;
+        l.projectCod = line.account.projectCod;
         l.des = des;
         l.side = side;
-        l.rials = round2(value);
+        l.rials = round2(line.value);
         l.atfCh = r.number;
         l.user = user_;
         l.docToDate = r.series;
@@ -311,18 +385,14 @@ class ApplyCall {
         c_.execute(QStringLiteral("Delete From N_ChqLastTrans Where IDX = ") + sqlNumber(latest->idx));
     }
 
-    struct SplitLine {
-        Accounts account;
-        double value = 0;
-    };
-    // The parts of a returned cheque typed in the split table (empty: one customer account).
-    std::vector<SplitLine> splitOf(const ActionRow& r) {
+    // The parts typed or filled in the split table for the row's action (empty: one account).
+    Lines splitOf(const ActionRow& r) {
         if (splitTable_.isEmpty()) return {};
         const Query q = openQuery(c_, QStringLiteral("Select Koll, Moein, Tafsily, Tafsily2, ProjectCod, NewValue From ") +
-                                          splitTable_ + QStringLiteral(" Where ChqNo = ") + c_.text(r.number) +
-                                          QStringLiteral(" And IsNull(Joz, '') = ") + c_.text(r.series) +
+                                          splitTable_ + QStringLiteral(" Where") + chequeRows(r) +
+                                          QStringLiteral(" And WhatDoc = ") + c_.text(r.kind) +
                                           QStringLiteral(" And NewValue > 0 Order By Raj"));
-        std::vector<SplitLine> out;
+        Lines out;
         for (int i = 0; i < q.RecordCount(); ++i) {
             const Record row{&q, i};
             out.push_back({accounts(row, ""), row["NewValue"].toDouble()});
@@ -331,6 +401,7 @@ class ApplyCall {
     }
 
     Connection& c_;
+    const ApplySide& side_;
     QString table_, user_, yearStart_, yearEnd_, splitTable_;
 };
 
@@ -338,8 +409,10 @@ class ApplyCall {
 
 
 std::vector<ProcedureDefinition> chequeActionProcedures() {
-    return {{QStringLiteral("sp_N_Asnad_ChqGetAction_Apply"),
-             [](Connection& c, const Args& args) { return ApplyCall(c, args).run(); }}};
+    return {{receivedSide().procedure,
+             [](Connection& c, const Args& args) { return ApplyCall(c, args, receivedSide()).run(); }},
+            {issuedSide().procedure,
+             [](Connection& c, const Args& args) { return ApplyCall(c, args, issuedSide()).run(); }}};
 }
 
 }  // namespace tr::procedures

@@ -1,9 +1,7 @@
 #pragma once
-// sp_N_Asnad_ChqGetAction_Apply: the received cheques' actions of one work table (##TT), all in
-// one transaction: each row's action checked again against the state table and the cheque's state
-// now, then posted (a treasury row of the action's kind, a voucher moving the amount from the
-// row's V-accounts to its Va-accounts, the cheque's new state row), or its latest action undone.
-// Any refused row refuses the whole batch, naming the cheque.
+// sp_N_Asnad_ChqGetAction_Apply (received tab) and sp_N_Asnad_ChqPayAction_Apply (issued tab):
+// a work table's actions checked again against the cheques' states now, then posted or undone,
+// all in one transaction; any refused row refuses the batch, naming the cheque.
 #include <vector>
 
 #include "db/procedures/procedures.h"

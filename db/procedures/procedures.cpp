@@ -1,6 +1,7 @@
 #include "db/procedures/procedures.h"
 
 #include "db/procedures/action_log.h"
+#include "db/procedures/bank_balance.h"
 #include "db/procedures/cash_bank_documents.h"
 #include "db/procedures/cheque_action_apply.h"
 #include "db/procedures/cheque_documents.h"
@@ -13,6 +14,7 @@ std::vector<ProcedureDefinition> allProcedures() {
     std::vector<ProcedureDefinition> all = {
         {QStringLiteral("sp_Is_Name_Repeated"), isNameRepeated},
         {QStringLiteral("sp_Asnad_Actions"), logDocumentAction},
+        {QStringLiteral("sp_N_Report_Acount"), reportBankAccountBalance},
     };
     for (ProcedureDefinition& p : cashBankDocumentProcedures()) all.push_back(std::move(p));
     for (ProcedureDefinition& p : chequeDocumentProcedures()) all.push_back(std::move(p));

@@ -99,6 +99,8 @@ void loadChart(Connection& c) {
              s("20"), n, n, n, n, n},
             {s("201"), s("0002"), s("سفته هاي پرداختني"), s(kActive), s(kHasNot), s(kHasNot),
              s(kHasNot), n, n, n, n, n, n},
+            {s("201"), s("0003"), s("چکهاي پرداختني واخواستي"), s(kActive), s(kHasNot), s(kHasNot),
+             s(kHasNot), n, n, n, n, n, n},
             {s("202"), s("0001"), s("بستانکاران تجاري"), s(kActive), s(kHas), s(kHasNot),
              s(kHasNot), s("30"), n, n, s("40001"), n, n},
             {s("301"), s("0001"), s("سرمايه ثبت شده"), s(kActive), s(kHasNot), s(kHasNot),
@@ -239,6 +241,7 @@ void loadTreasuryMasters(Connection& c) {
            {{s("71"), s("103"), s("0001"), s(""), s(""), s(""), s("چکهاي دريافتني")},
             {s("72"), s("103"), s("0002"), s(""), s(""), s(""), s("چکهاي در جريان وصول")},
             {s("79"), s("103"), s("0004"), s(""), s(""), s(""), s("چکهاي واخواستي")},
+            {s("85"), s("201"), s("0003"), s(""), s(""), s(""), s("چکهاي پرداختني واخواستي")},
             {s("A1"), s("103"), s("0003"), s(""), s(""), s(""), s("سفته هاي دريافتني")}});
 
     insert(c, "N_Mojavez", "PMojavezCod, PMojavezNam",

@@ -67,7 +67,8 @@ TEST_F(Library, ExportsEveryScreenOfItsTableWithItsFormPointer) {
          {"FixDes_Naghd", "CashGet_Naghd", "CashPay_Naghd", "Tankah_Naghd", "BardashtBank_Naghd",
           "VarizBank_Naghd", "Havaleh_Naghd", "Search_Naghd", "_FixDesForm", "_CashGetForm",
           "_CashPayForm", "_TankhahPayForm", "_BardashtBankForm", "_VarizBankForm", "_HavalehForm",
-          "_SearchForm", "Release_It"})
+          "_SearchForm", "EbtalBargeCheck_Naghd", "_EbtalBargeCheckForm", "ChqPay_Naghd", "_ChqPayForm",
+          "ChqGet_Naghd", "_ChqGetForm", "Release_It"})
         EXPECT_TRUE(lib().has(name)) << name;
 }
 

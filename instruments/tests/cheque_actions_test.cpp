@@ -56,10 +56,17 @@ TEST(ChequeActions, UndoIsNotOfferedAtAnOpeningBalancesState) {
     EXPECT_EQ(chequeActions().menu(u("72"), opening).size(), 4);
 }
 
-TEST(ChequeActions, PaidOutChequesFollowWhoseChequeItIs) {
+TEST(ChequeActions, PaidOutChequesFollowWhoseChequeItIsAndWhichSideHoldsIt) {
+    // A received cheque passed on comes back from the issued side; back in hand (88) it is the
+    // received side's again.
     InstrumentFacts spent;
     spent.paidOut = true;
+    spent.side = Side::Issued;
     EXPECT_EQ(chequeActions().menu(u("81"), spent), QStringList{u("برگشت از خرج چک")});
+    EXPECT_TRUE(chequeActions().menu(u("88"), spent).isEmpty());
+    spent.side = Side::Received;
+    EXPECT_TRUE(chequeActions().menu(u("81"), spent).isEmpty());
+    EXPECT_EQ(chequeActions().menu(u("88"), spent), QStringList({u("در جريان وصول"), u("برگشت چک"), kUndo}));
     InstrumentFacts own;
     own.own = true;
     own.side = Side::Issued;
@@ -69,7 +76,6 @@ TEST(ChequeActions, PaidOutChequesFollowWhoseChequeItIs) {
     EXPECT_EQ(chequeActions().menu(u("81"), own), QStringList{u("برگشت چک")});
     own.guarantee = false;
     EXPECT_EQ(chequeActions().menu(u("88"), own), QStringList({u("ابطال چک"), kUndo}));
-    EXPECT_EQ(chequeActions().menu(u("88"), spent), QStringList({u("در جريان وصول"), u("برگشت چک"), kUndo}));
 }
 
 TEST(ChequeActions, ANameRecordsItsSidesKindAsTheBookNamesIt) {
@@ -82,8 +88,8 @@ TEST(ChequeActions, ANameRecordsItsSidesKindAsTheBookNamesIt) {
     EXPECT_TRUE(chequeActions().isUndo(kUndo));
     EXPECT_EQ(chequeActions().names(Side::Received),
               QStringList({u("در جريان وصول"), u("برگشت چک"), u("وصول چک"), u("واخواست چک"),
-                           u("کسر موجودي"), u("برگشت از در جريان وصول"), u("برگشت از خرج چک"),
-                           kUndo}));
+                           u("کسر موجودي"), u("برگشت از در جريان وصول"), kUndo}));
+    EXPECT_EQ(chequeActions().kindOf(u("برگشت از خرج چك"), Side::Issued), u("88"));
     for (const Side side : {Side::Received, Side::Issued}) {
         for (const QString& name : chequeActions().names(side)) {
             if (chequeActions().isUndo(name)) continue;

@@ -113,25 +113,31 @@ class OutlineDevice final : public QPaintDevice {
 
 }  // namespace
 
-void paintAsOutlines(QTextDocument& document, QPrinter& printer) {
+void paintWithOutlines(QPrinter& printer, const std::function<void(QPainter&)>& paint) {
     QPainter target(&printer);
     if (!target.isActive()) return;
     OutlineDevice device(target, printer);
     QPainter painter(&device);
-    const QSizeF page = document.pageSize();
-    const int pages = document.pageCount();
-    for (int i = 0; i < pages; ++i) {
-        if (i > 0) printer.newPage();
-        const QRectF shown(QPointF(0, i * page.height()), page);
-        painter.save();
-        painter.translate(0, -shown.top());
-        painter.setClipRect(shown);
-        QAbstractTextDocumentLayout::PaintContext context;
-        context.clip = shown;
-        context.palette.setColor(QPalette::Text, Qt::black);
-        document.documentLayout()->draw(&painter, context);
-        painter.restore();
-    }
+    paint(painter);
+}
+
+void paintAsOutlines(QTextDocument& document, QPrinter& printer) {
+    paintWithOutlines(printer, [&](QPainter& painter) {
+        const QSizeF page = document.pageSize();
+        const int pages = document.pageCount();
+        for (int i = 0; i < pages; ++i) {
+            if (i > 0) printer.newPage();
+            const QRectF shown(QPointF(0, i * page.height()), page);
+            painter.save();
+            painter.translate(0, -shown.top());
+            painter.setClipRect(shown);
+            QAbstractTextDocumentLayout::PaintContext context;
+            context.clip = shown;
+            context.palette.setColor(QPalette::Text, Qt::black);
+            document.documentLayout()->draw(&painter, context);
+            painter.restore();
+        }
+    });
 }
 
 }  // namespace tr::printing::ui

@@ -123,7 +123,7 @@ class ChequeActionWalkTest : public testing::ChequeTest {
                 }
             }
         }
-        return testing::ledgerIsConsistent(db());
+        return testing::chequeLedgerIsConsistent(db());
     }
 };
 

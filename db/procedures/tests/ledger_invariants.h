@@ -151,12 +151,58 @@ inline ::testing::AssertionResult chequeStatesFollowDocuments(tr::db::Connection
     return ::testing::AssertionSuccess();
 }
 
+// Each action the actions screen posted is whole, on either side: its state row names a treasury
+// row of its kind for the same cheque, each such treasury row has its state row, and its voucher
+// has a debit and a credit line, none for the kinds that move no money (76, 86). Documents' own
+// rows (71, 81) and voided leaves (83) are not actions of the screen.
+inline ::testing::AssertionResult chequeActionsAreWhole(tr::db::Connection& c) {
+    const QString kinds = QStringLiteral("('72', '73', '76', '77', '78', '79', '82', '85', '86', '87', '88')");
+    const auto orphans = selectRows(
+        c, QStringLiteral("Select L.ChqNo, L.WhatDoc From N_ChqLastTrans As L Left Join N_NaghdTrans As N On "
+                          "(Cast(N.IDX As Varchar(20)) = L.CodWhatDoc And N.WhatDoc = L.WhatDoc And N.CodWhatDoc = "
+                          "L.ChqNo) Where L.WhatDoc In ") +
+               kinds + QStringLiteral(" And N.IDX Is Null"));
+    if (!orphans.rows.empty()) {
+        return ::testing::AssertionFailure() << "action " << orphans.rows[0][1].toString().toStdString() << " of cheque "
+                                             << orphans.rows[0][0].toString().toStdString() << " has no treasury row";
+    }
+    const auto stateless = selectRows(
+        c, QStringLiteral("Select N.IDX, N.WhatDoc From N_NaghdTrans As N Left Join N_ChqLastTrans As L On "
+                          "(L.CodWhatDoc = Cast(N.IDX As Varchar(20)) And L.WhatDoc = N.WhatDoc) Where N.WhatDoc In ") +
+               kinds + QStringLiteral(" And L.IDX Is Null"));
+    if (!stateless.rows.empty()) {
+        return ::testing::AssertionFailure() << "treasury row " << stateless.rows[0][0].toLongLong() << " (kind "
+                                             << stateless.rows[0][1].toString().toStdString() << ") has no state row";
+    }
+    const auto vouchers = selectRows(
+        c, QStringLiteral("Select N.IDX, N.WhatDoc, Sum(Case When A.Bed > 0 Then 1 Else 0 End), Sum(Case When A.Bes > "
+                          "0 Then 1 Else 0 End) From N_NaghdTrans As N Left Join Asnad As A On (A.TypeSys = 'N' And "
+                          "A.WhatDoc = N.WhatDoc And A.Document = Cast(N.IDX As Varchar(20))) Where N.WhatDoc In ") +
+               kinds + QStringLiteral(" Group By N.IDX, N.WhatDoc"));
+    for (const auto& row : vouchers.rows) {
+        const bool moves = row[1].toString() != QLatin1String("76") && row[1].toString() != QLatin1String("86");
+        const qint64 debits = row[2].toLongLong(), credits = row[3].toLongLong();
+        if (moves ? (debits == 0 || credits == 0) : (debits + credits != 0)) {
+            return ::testing::AssertionFailure() << "action " << row[1].toString().toStdString() << " (treasury row "
+                                                 << row[0].toLongLong() << ") has " << debits << " debit and "
+                                                 << credits << " credit lines";
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
 inline ::testing::AssertionResult ledgerIsConsistent(tr::db::Connection& c) {
     if (auto r = vouchersBalance(c); !r) return r;
     if (auto r = chequeVouchersBalance(c); !r) return r;
     if (auto r = chequeStatesFollowDocuments(c); !r) return r;
     if (auto r = documentsAndVouchersMatch(c); !r) return r;
     return cancellationsNetToZero(c);
+}
+
+// The ledger's checks and the actions screen's: for tests that post cheque actions.
+inline ::testing::AssertionResult chequeLedgerIsConsistent(tr::db::Connection& c) {
+    if (auto r = ledgerIsConsistent(c); !r) return r;
+    return chequeActionsAreWhole(c);
 }
 
 // After 'DELETE': no row of the document (kind and serial) in N_NaghdTrans or N_ArzTrans, and no

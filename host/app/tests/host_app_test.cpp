@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -140,6 +141,34 @@ TEST_F(HostApp, ScreensOfTheBuiltLibraryOpenFromTheTreeDockedAndMaximized) {
         EXPECT_TRUE(form->isVisible());
         saveScreen(window, screen.shot);
     }
+}
+
+TEST_F(HostApp, TheTwoLeafVoidingItemsOpenTheVoidFormInTheirModes) {
+    TreasuryLibrary library;
+    ASSERT_TRUE(library.load()) << library.errorString().toStdString();
+    MainWindow window(session, library);
+    window.resize(1366, 768);
+    window.show();
+    const struct {
+        QString item, button;
+    } modes[] = {{QStringLiteral("ابطال برگه چك"), QStringLiteral("تاييد ابطال چك")},
+                 {QStringLiteral("برگشت ابطال برگه چك"), QStringLiteral("تاييد برگشت ابطال")}};
+    for (const auto& mode : modes) {
+        SCOPED_TRACE(mode.item.toStdString());
+        ASSERT_FALSE(treeItem(window, mode.item)->isDisabled());
+        QWidget* form = openFromTree(window, mode.item);
+        ASSERT_NE(form, nullptr);
+        QApplication::processEvents();
+        auto* confirm = form->findChild<QPushButton*>(QStringLiteral("cmdOk"));
+        ASSERT_NE(confirm, nullptr);
+        EXPECT_EQ(confirm->text(), mode.button);
+        // Shown at its own size over the content area, not docked into it.
+        EXPECT_TRUE(form->isVisible());
+        EXPECT_LT(form->width(), window.contentArea()->width());
+    }
+    // The other mode rebuilt the window rather than adding one.
+    EXPECT_EQ(window.contentArea()->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+    saveScreen(window, QStringLiteral("host_ebtal_barge_check"));
 }
 
 }  // namespace
