@@ -1,5 +1,8 @@
 #include "cheques/cheque_payment_document.h"
 
+#include <QSet>
+
+#include "cheques/issued_actions.h"
 #include "common/db/query_helpers.h"
 #include "common/persian/persian_date.h"
 #include "instruments/cheque_issue_rule.h"
@@ -206,6 +209,35 @@ bool ChequePaymentDocument::checkBeforeSave(bool /*opening*/) {
                           QStringLiteral(" وارد نشده است."));
     }
     return true;
+}
+
+bool ChequePaymentDocument::withdrawDue() {
+    if (mode() != DocumentMode::Edit) return false;
+    // Our own leaves of this document due on its date.
+    QSet<QString> due;
+    const Query& rows = cheques();
+    const int number = rows.fieldIndex(QStringLiteral("ChqNo"));
+    const int series = rows.fieldIndex(QStringLiteral("Joz"));
+    const int dueDate = rows.fieldIndex(QStringLiteral("SarResidDate"));
+    const int state = rows.fieldIndex(QStringLiteral("ChqStateNam"));
+    for (int i = 0; i < rows.RecordCount(); ++i) {
+        if (trimmed(rows.value(i, state)).contains(QStringLiteral("خرج"))) continue;
+        if (tr::persian::latinDigits(trimmed(rows.value(i, dueDate))) != header_.date) continue;
+        due.insert(trimmed(rows.value(i, number)) + QLatin1Char('_') + trimmed(rows.value(i, series)));
+    }
+    if (due.isEmpty()) return true;
+    // The issued tab's list, its withdrawal chosen on those rows and dated the document's date.
+    IssuedChequeActions list(services());
+    list.fill();
+    Query& listed = list.rows();
+    int chosen = 0;
+    for (listed.First(); !listed.Eof(); listed.Next()) {
+        const QString key = field(listed, "ChqNo") + QLatin1Char('_') + field(listed, "Joz");
+        if (!due.contains(key) || field(listed, "LastWhatDoc") != side_.kind.code) continue;
+        if (!list.chooseAction(QStringLiteral("برداشت چک")) || !list.setActionDate(header_.date)) return false;
+        ++chosen;
+    }
+    return chosen == 0 || list.apply();
 }
 
 void ChequePaymentDocument::alsoOnDelete() {

@@ -27,6 +27,11 @@ class ChequePaymentDocument : public ChequeDocument {
     // "مانده حساب بانكي": the ledger balance of the current row's bank account up to the
     // document date (nothing without an account).
     std::optional<double> bankBalance();
+    // "تاييد و برداشت", after the save: our own cheques of the saved document due on its date are
+    // withdrawn at once, through the actions screen's issued list and its procedure. True when
+    // there was nothing to withdraw or the withdrawal went through; a refusal (shown) leaves the
+    // saved document as it is.
+    bool withdrawDue();
 
   protected:
     bool checkCheque(tr::db::Query& row) override;

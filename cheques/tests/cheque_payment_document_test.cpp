@@ -192,5 +192,61 @@ TEST_F(ChequePaymentDocumentTest, AnOpeningPaymentPostsNoVoucherAndAUserWithoutT
     EXPECT_EQ(lastMessage(), QStringLiteral("کاربر مجاز به ثبت پرداخت چك نميباشد"));
 }
 
+TEST_F(ChequePaymentDocumentTest, SaveAndWithdrawTakesOnlyOurLeavesDueOnTheDocumentsDate) {
+    const auto due = [&](const QString& date) { doc->cheques().FieldByName(QStringLiteral("SarResidDate")).SetValue(date); };
+    receive(QStringLiteral("5301"), 400000);
+    doc->appendCheque();
+    ASSERT_TRUE(doc->setBankAccount(1));
+    doc->cheques().FieldByName(QStringLiteral("ChqNo")).SetValue(QStringLiteral("100040"));
+    doc->cheques().FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("12"));
+    doc->cheques().FieldByName(QStringLiteral("ChqValue")).SetValue(600000);
+    doc->cheques().FieldByName(QStringLiteral("Des")).SetValue(QStringLiteral("خريد"));
+    due(QStringLiteral("1404/02/20"));  // the document's date
+    ASSERT_TRUE(post()) << lastMessage().toStdString();
+    ASSERT_TRUE(typeLeaf(QStringLiteral("100041"), QStringLiteral("12"), 700000));  // due later
+    ASSERT_TRUE(doc->spendCheque(QStringLiteral("5301"), QStringLiteral("ج")));
+    due(QStringLiteral("1404/02/20"));  // passed on, due that day too: not ours to withdraw
+    doc->cheques().FieldByName(QStringLiteral("Des")).SetValue(QStringLiteral("پرداخت"));
+    ASSERT_TRUE(post()) << lastMessage().toStdString();
+    ASSERT_TRUE(doc->save()) << lastMessage().toStdString();
+    ASSERT_TRUE(doc->withdrawDue()) << lastMessage().toStdString();
+    EXPECT_EQ(tr::db::firstColumn(company(), "Select ChqNo From N_ChqLastTrans Where WhatDoc = '82'").toString().trimmed(),
+              QStringLiteral("100040"));
+    EXPECT_EQ(count("Select Count(*) From N_ChqLastTrans Where WhatDoc = '82'"), 1);
+    // Off the payable heads onto the bank's own.
+    EXPECT_DOUBLE_EQ(amount("Select Sum(Bes) - Sum(Bed) From Asnad Where Koll = '201' And AtfCh = '100040'"), 0);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+    // Once withdrawn, the payment cannot be deleted.
+    session->dialog.answer(tr::dialog::ResultYes);
+    EXPECT_FALSE(doc->remove());
+}
+
+TEST_F(ChequePaymentDocumentTest, TwoDesksIssuingOneLeafAtOnceOneSaveWins) {
+    tr::test::TestSession other(company(), 2, QStringLiteral("sara"), tr::fullRights({QStringLiteral("N_A_CHQPAY_")}));
+    other.global.sessionText = QStringLiteral("U2_");
+    ChequePaymentDocument second(other.services);
+    second.newDocument();
+    second.header().date = QStringLiteral("1404/02/20");
+    second.lowerAccount() = doc->lowerAccount();
+    // Both desks type the leaf before either saves: both rows pass their checks.
+    ASSERT_TRUE(typeLeaf(QStringLiteral("100045"), QStringLiteral("12"), 900000));
+    second.appendCheque();
+    ASSERT_TRUE(second.setBankAccount(1));
+    for (const auto& [field, value] : {std::pair{"ChqNo", QVariant(QStringLiteral("100045"))},
+                                       std::pair{"Joz", QVariant(QStringLiteral("12"))},
+                                       std::pair{"ChqValue", QVariant(900000)},
+                                       std::pair{"SarResidDate", QVariant(QStringLiteral("1404/03/15"))},
+                                       std::pair{"Des", QVariant(QStringLiteral("خريد"))}})
+        second.cheques().FieldByName(QString::fromLatin1(field)).SetValue(value);
+    ASSERT_TRUE(second.postCheque()) << other.dialog.last().text.toStdString();
+    ASSERT_TRUE(doc->save()) << lastMessage().toStdString();
+    const qint64 lines = count("Select Count(*) From Asnad");
+    EXPECT_FALSE(second.save());
+    EXPECT_EQ(other.dialog.last().text, QStringLiteral("اين چك در سريال ") + doc->header().serial + QStringLiteral(" صادر شده است."));
+    EXPECT_EQ(count("Select Count(*) From Asnad"), lines);
+    EXPECT_EQ(second.mode(), DocumentMode::New);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
 }  // namespace
 }  // namespace tr::cheques

@@ -240,11 +240,7 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     newLayout_->setChecked(true);
     delete_ = new QPushButton(QStringLiteral("حذف"), this);
     cancel_ = new QPushButton(QStringLiteral("انصراف"), this);
-    connect(save_, &QPushButton::clicked, this, [this] {
-        takeHeader();
-        if (guarded([this] { return document_->postCheque(); })) guarded([this] { return document_->save(); });
-        showValues();
-    });
+    connect(save_, &QPushButton::clicked, this, [this] { saveDocument(); });
     connect(savePrint_, &QPushButton::clicked, this, [this] {
         takeHeader();
         if (guarded([this] { return document_->postCheque(); }) && guarded([this] { return document_->save(); }))
@@ -301,6 +297,14 @@ void TChqGetForm::setInvoiceNumber(const QString& number) {
         });
         showValues();
     }
+}
+
+bool TChqGetForm::saveDocument() {
+    takeHeader();
+    const bool saved =
+        guarded([this] { return document_->postCheque(); }) && guarded([this] { return document_->save(); });
+    showValues();
+    return saved;
 }
 
 bool TChqGetForm::newLayoutChosen() const {

@@ -70,6 +70,8 @@ class TChqGetForm : public QWidget {
     QHBoxLayout* buttonRow() const { return buttonRow_; }
     tr::ui::DatasetModel* chequeModel() const { return chequeModel_; }
     bool newLayoutChosen() const;
+    // "تاييد": the row being typed posted, then the save; whether the document was saved.
+    bool saveDocument();
     const tr::Services& services() const { return services_; }
 
   private:

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 
 #include "cheques/ui/chq_get_menus.h"
@@ -47,6 +48,14 @@ TChqPayForm::TChqPayForm(const tr::Services& services, QWidget* parent)
     headerRow()->insertWidget(headerRow()->count() - 1, permit_);
     headerRow()->insertWidget(headerRow()->count() - 1, new QLabel(QStringLiteral("مانده حساب بانكي"), this));
     headerRow()->insertWidget(headerRow()->count() - 1, balance_);
+    // "تاييد و برداشت": the save, then the withdrawal of our own cheques due on its date.
+    withdraw_ = new QPushButton(QStringLiteral("تاييد و برداشت"), this);
+    withdraw_->setObjectName(QStringLiteral("cmdOkBardasht"));
+    buttonRow()->insertWidget(buttonRow()->indexOf(saveButton()), withdraw_);
+    connect(withdraw_, &QPushButton::clicked, this, [this] {
+        if (saveDocument()) guarded([this] { return payment().withdrawDue(); });
+        showValues();
+    });
     chequeModel()->setFieldReadOnly(QStringLiteral("ChqStateNam"));
     chequeModel()->setFieldReadOnly(QStringLiteral("AcountNam"));
     chequeModel()->setFieldFormat(QStringLiteral("MojavezValue"), [](const QVariant& v) {

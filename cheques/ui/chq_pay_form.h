@@ -18,6 +18,7 @@ class TChqPayForm : public TChqGetForm {
     ChequePaymentDocument& payment() { return static_cast<ChequePaymentDocument&>(document()); }
     QLabel* bankBalanceLabel() const { return balance_; }
     QLineEdit* permitBox() const { return permit_; }
+    QPushButton* withdrawButton() const { return withdraw_; }
 
   protected:
     bool chequeKey(QTableView* grid, QKeyEvent* key) override;
@@ -29,6 +30,7 @@ class TChqPayForm : public TChqGetForm {
     void pickSpentCheques();
 
     QLineEdit* permit_;
+    QPushButton* withdraw_;
     QLabel* balance_;
 };
 
