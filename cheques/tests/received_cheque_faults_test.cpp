@@ -7,6 +7,7 @@
 
 #include <functional>
 
+#include "cheques/cheque_payment_document.h"
 #include "cheques/received_cheque_document.h"
 #include "common/db/database_error.h"
 #include "common/db/query_helpers.h"
@@ -106,7 +107,7 @@ class ReceivedChequeFaultsTest : public tr::procedures::testing::ChequeTest {
 
     std::unique_ptr<FailingConnection> failing;
     std::unique_ptr<tr::test::TestSession> session;
-    std::unique_ptr<ReceivedChequeDocument> doc;
+    std::unique_ptr<ChequeDocument> doc;
 };
 
 TEST_F(ReceivedChequeFaultsTest, ANewSaveIsWholeOrAbsent) {
@@ -130,6 +131,37 @@ TEST_F(ReceivedChequeFaultsTest, AnEditAndADeleteAreWholeOrAbsent) {
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Sum(Bed) From Asnad Where WhatDoc = '71'")).toDouble(),
               2300000);
     failInTurn([&] { return doc->remove(); });
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_NaghdTrans")).toInt(), 0);
+}
+
+TEST_F(ReceivedChequeFaultsTest, APaymentsSaveAndDeleteAreWholeOrAbsent) {
+    doc.reset();  // the received document goes with the session it was made on
+    session = std::make_unique<tr::test::TestSession>(*failing, 1, QStringLiteral("admin"),
+                                                      tr::fullRights({QStringLiteral("N_A_CHQPAY_")}));
+    auto payment = std::make_unique<ChequePaymentDocument>(session->services);
+    payment->newDocument();
+    payment->header().date = QStringLiteral("1404/02/20");
+    payment->lowerAccount() = {QStringLiteral("202"), QStringLiteral("0001"), QStringLiteral("20001"), {}, {}};
+    for (const char* leaf : {"100048", "100049"}) {
+        payment->appendCheque();
+        ASSERT_TRUE(payment->setBankAccount(1));
+        tr::db::Query& g = payment->cheques();
+        g.FieldByName(QStringLiteral("ChqNo")).SetValue(QString::fromLatin1(leaf));
+        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("12"));
+        g.FieldByName(QStringLiteral("ChqValue")).SetValue(400000.0);
+        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/03/01"));
+        g.FieldByName(QStringLiteral("Des")).SetValue(QStringLiteral("خريد"));
+        ASSERT_TRUE(payment->postCheque()) << session->dialog.last().text.toStdString();
+    }
+    doc = std::move(payment);
+    failInTurn([&] { return doc->save(); });
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '81'")).toInt(), 2);
+    failInTurn([&] {
+        // Each attempt is confirmed; an attempt that fails before asking leaves no answer behind.
+        session->dialog.clearAnswers();
+        session->dialog.answerYes();
+        return doc->remove();
+    });
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_NaghdTrans")).toInt(), 0);
 }
 
