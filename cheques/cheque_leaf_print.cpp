@@ -1,5 +1,7 @@
 #include "cheques/cheque_leaf_print.h"
 
+#include "instruments/cheque_issue_rule.h"
+
 #include <optional>
 
 #include "common/db/query.h"
@@ -15,29 +17,11 @@ namespace {
 using tr::db::Connection;
 using tr::db::sqlNumber;
 
-// A leaf or book bound as a whole number; books are matched as the issue rule matches them.
-std::optional<qint64> wholeNumber(const QString& text) {
-    const QString t = text.trimmed();
-    if (t.isEmpty() || t.size() > 18) return std::nullopt;
-    for (const QChar ch : t)
-        if (!ch.isDigit() || ch.unicode() > 127) return std::nullopt;
-    return t.toLongLong();
-}
-
 QString bookFormCode(Connection& c, qint64 accountId, const QString& number,
                      const QString& series) {
-    const std::optional<qint64> leaf = wholeNumber(number);
-    if (!leaf) return {};
-    const tr::db::Query books = tr::db::openQuery(
-        c, QStringLiteral("Select FirstNum, LastNum, FormCode From N_Cheque Where AcountID = ") +
-               sqlNumber(accountId) + QStringLiteral(" And LTrim(RTrim(IsNull(Joz, ''))) = ") +
-               c.text(series.trimmed()) + QStringLiteral(" Order By ChequeID"));
-    for (int i = 0; i < books.RecordCount(); ++i) {
-        const auto first = wholeNumber(books.value(i, 0).toString());
-        const auto last = wholeNumber(books.value(i, 1).toString());
-        if (first && last && *first <= *leaf && *leaf <= *last)
-            return books.value(i, 2).toString().trimmed();
-    }
+    // The book is found as the issue rule finds it.
+    for (const tr::instruments::ChequeBook& book : tr::instruments::booksHoldingLeaf(c, number, series))
+        if (book.accountId == accountId) return book.formCode;
     return {};
 }
 

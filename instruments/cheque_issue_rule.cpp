@@ -44,18 +44,27 @@ std::optional<QString> leafVoidedOn(tr::db::Connection& c, const QString& number
     return trimmed(date);
 }
 
-std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& number, const QString& series) {
+QList<ChequeBook> booksHoldingLeaf(tr::db::Connection& c, const QString& number, const QString& series) {
+    QList<ChequeBook> out;
     const std::optional<qint64> leaf = wholeNumber(number);
-    if (!leaf) return std::nullopt;
+    if (!leaf) return out;
     const tr::db::Query books = openQuery(
-        c, QStringLiteral("Select AcountID, FirstNum, LastNum From N_Cheque Where LTrim(RTrim(IsNull(Joz, ''))) = ") +
+        c, QStringLiteral("Select AcountID, FirstNum, LastNum, FormCode From N_Cheque Where "
+                          "LTrim(RTrim(IsNull(Joz, ''))) = ") +
                c.text(series.trimmed()) + QStringLiteral(" Order By ChequeID"));
     for (int i = 0; i < books.RecordCount(); ++i) {
         const auto first = wholeNumber(trimmed(books.value(i, 1)));
         const auto last = wholeNumber(trimmed(books.value(i, 2)));
-        if (first && last && *first <= *leaf && *leaf <= *last) return books.value(i, 0).toLongLong();
+        if (first && last && *first <= *leaf && *leaf <= *last)
+            out.append({books.value(i, 0).toLongLong(), trimmed(books.value(i, 3))});
     }
-    return std::nullopt;
+    return out;
+}
+
+std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& number, const QString& series) {
+    const QList<ChequeBook> books = booksHoldingLeaf(c, number, series);
+    if (books.isEmpty()) return std::nullopt;
+    return books.first().accountId;
 }
 
 QString ownLeafRefusal(tr::db::Connection& c, qint64 accountId, const QString& number, const QString& series,
@@ -65,18 +74,8 @@ QString ownLeafRefusal(tr::db::Connection& c, qint64 accountId, const QString& n
         return QStringLiteral("شماره حساب ثبت نشده است.");
     // A book of another account is named before a leaf in no book at all.
     bool inOwnBook = false, inOtherBook = false;
-    if (wholeNumber(number)) {
-        const tr::db::Query books = openQuery(
-            c, QStringLiteral("Select AcountID, FirstNum, LastNum From N_Cheque Where LTrim(RTrim(IsNull(Joz, ''))) = ") +
-                   c.text(series.trimmed()));
-        const qint64 leaf = *wholeNumber(number);
-        for (int i = 0; i < books.RecordCount(); ++i) {
-            const auto first = wholeNumber(trimmed(books.value(i, 1)));
-            const auto last = wholeNumber(trimmed(books.value(i, 2)));
-            if (!first || !last || leaf < *first || leaf > *last) continue;
-            (books.value(i, 0).toLongLong() == accountId ? inOwnBook : inOtherBook) = true;
-        }
-    }
+    for (const ChequeBook& book : booksHoldingLeaf(c, number, series))
+        (book.accountId == accountId ? inOwnBook : inOtherBook) = true;
     if (!inOwnBook) {
         return inOtherBook ? QStringLiteral("تركيب سري و شماره چك مربوط به حساب بانكي انتخاب شده نمي باشد !")
                            : QStringLiteral("شماره چك ثبت نشده است.");

@@ -3,6 +3,7 @@
 // chosen bank account and be neither issued, moved nor voided; a received cheque passed on
 // ("خرج چك") must be in hand, not a guarantee cheque and keep its amount. The payment screen checks
 // a row as it is typed and its procedure again before it writes.
+#include <QList>
 #include <QString>
 #include <optional>
 
@@ -19,8 +20,14 @@ QString ownLeafRefusal(tr::db::Connection& c, qint64 accountId, const QString& n
 // the leaf was never voided or its void was undone. A voided leaf is never issued.
 std::optional<QString> leafVoidedOn(tr::db::Connection& c, const QString& number, const QString& series);
 
-// The bank account whose cheque book holds the leaf, compared as whole numbers; nothing for a
-// leaf in no book (or not a number).
+// The cheque books of the series that hold the leaf, leaf and bounds compared as whole numbers,
+// in the books' order; none for a leaf that is not a number.
+struct ChequeBook {
+    qint64 accountId = 0;
+    QString formCode;  // the layout its leaves print in
+};
+QList<ChequeBook> booksHoldingLeaf(tr::db::Connection& c, const QString& number, const QString& series);
+// The bank account of the first of them; nothing for a leaf in no book.
 std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& number, const QString& series);
 
 // A received cheque as it stands in hand: what a payment spending it writes.

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include "cheques/received_cheque_document.h"
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
@@ -55,23 +57,8 @@ class ChequePaymentDocumentTest : public tr::procedures::testing::ChequeTest {
         if (!posted) g.Cancel();
         return posted;
     }
-    // A customer's cheque received through its own screen on 1404/02/10.
     QString receive(const QString& number, double value) {
-        ReceivedChequeDocument receipt(session->services);
-        receipt.newDocument();
-        receipt.header().date = QStringLiteral("1404/02/10");
-        receipt.lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
-        Query& g = receipt.cheques();
-        g.Append();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/04/01"));
-        g.Post();
-        EXPECT_TRUE(receipt.save()) << lastMessage().toStdString();
-        return receipt.header().serial;
+        return testing::receiveThroughScreen(session->services, {number, value, QStringLiteral("ج"), QStringLiteral("1404/04/01")});
     }
     static qint64 count(const QString& sql) { return tr::db::firstColumn(company(), sql).toLongLong(); }
     static double amount(const QString& sql) { return tr::db::firstColumn(company(), sql).toDouble(); }

@@ -4,6 +4,8 @@
 // and, unless left out, a customer's cheque passed on, all paid to one supplier.
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include <memory>
 
 #include "cheques/cheque_payment_document.h"
@@ -97,22 +99,12 @@ class ChequePaymentPrintTest : public tr::procedures::testing::ChequeTest {
 
     // A customer's cheque on Bank Saderat received through its own screen on 1404/02/10.
     void receive(const QString& number, double value) {
-        ReceivedChequeDocument receipt(session->services);
-        receipt.newDocument();
-        receipt.header().date = QStringLiteral("1404/02/10");
-        receipt.lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
-        receipt.appendCheque();
-        tr::db::Query& g = receipt.cheques();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(text("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/04/01"));
-        g.FieldByName(QStringLiteral("BankCod")).SetValue(QStringLiteral("03"));
-        g.FieldByName(QStringLiteral("ShobehNam")).SetValue(text("شعبه انقلاب"));
-        g.FieldByName(QStringLiteral("Des")).SetValue(text("چك مشتري ") + number);
-        ASSERT_TRUE(receipt.postCheque() && receipt.save()) << lastMessage();
+        testing::receiveThroughScreen(session->services, {number, value, text("ج"), QStringLiteral("1404/04/01")},
+                                      [&](tr::db::Query& g) {
+                                          g.FieldByName(QStringLiteral("BankCod")).SetValue(QStringLiteral("03"));
+                                          g.FieldByName(QStringLiteral("ShobehNam")).SetValue(text("شعبه انقلاب"));
+                                          g.FieldByName(QStringLiteral("Des")).SetValue(text("چك مشتري ") + number);
+                                      });
     }
 
     std::string lastMessage() const {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -73,16 +75,7 @@ class ChqGetMenusTest : public tr::procedures::testing::ChequeTest {
         grid->setCurrentIndex(model->index(row, model->fieldColumn(QString::fromLatin1(field))));
     }
     void typeCheque(const QString& number, double value) {
-        tr::db::Query& g = form->document().cheques();
-        g.Append();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/05/10"));
-        g.Post();
-        ASSERT_EQ(g.state(), tr::db::Query::State::Browse)
+        ASSERT_TRUE(testing::typeReceivedCheque(form->document().cheques(), {number, value}))
             << session->dialog.last().text.toStdString();
     }
     static qint64 count(const QString& sql) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -37,23 +39,12 @@ class ChqPayFormTest : public tr::procedures::testing::ChequeTest {
         form.reset();
         session.reset();
     }
-    // A customer's cheque received through its own screen on 1404/02/10.
     void receive(const QString& number, double value, const QString& guarantee = {}) {
-        ReceivedChequeDocument receipt(session->services);
-        receipt.newDocument();
-        receipt.header().date = QStringLiteral("1404/02/10");
-        receipt.lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
-        receipt.appendCheque();
-        tr::db::Query& g = receipt.cheques();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/04/01"));
-        g.FieldByName(QStringLiteral("Tazmin")).SetValue(guarantee);
-        g.FieldByName(QStringLiteral("Des")).SetValue(QStringLiteral("چك مشتري ") + number);
-        ASSERT_TRUE(receipt.postCheque() && receipt.save()) << session->dialog.last().text.toStdString();
+        testing::receiveThroughScreen(session->services, {number, value, QStringLiteral("ج"), QStringLiteral("1404/04/01")},
+                                      [&](tr::db::Query& g) {
+                                          g.FieldByName(QStringLiteral("Tazmin")).SetValue(guarantee);
+                                          g.FieldByName(QStringLiteral("Des")).SetValue(QStringLiteral("چك مشتري ") + number);
+                                      });
     }
     tr::ui::DatasetModel* model() { return static_cast<tr::ui::DatasetModel*>(form->chequeGrid()->model()); }
     QModelIndex cell(int row, const char* field) { return model()->index(row, model()->fieldColumn(QString::fromLatin1(field))); }
@@ -64,22 +55,8 @@ class ChqPayFormTest : public tr::procedures::testing::ChequeTest {
 };
 
 TEST_F(ChqPayFormTest, AnOwnLeafAndAChequePassedOnSaveTogether) {
-    {
-        // A customer's cheque in hand to pass on.
-        ReceivedChequeDocument receipt(session->services);
-        receipt.newDocument();
-        receipt.header().date = QStringLiteral("1404/02/10");
-        receipt.lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
-        receipt.appendCheque();
-        tr::db::Query& g = receipt.cheques();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(QStringLiteral("5201"));
-        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(800000.0);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/04/01"));
-        ASSERT_TRUE(receipt.postCheque() && receipt.save()) << session->dialog.last().text.toStdString();
-    }
+    // A customer's cheque in hand to pass on.
+    receive(QStringLiteral("5201"), 800000.0);
     form->document().header().date = QStringLiteral("1404/02/20");
     form->document().lowerAccount() = {QStringLiteral("202"), QStringLiteral("0001"), QStringLiteral("20001"), {}, {}};
     QTableView* grid = form->chequeGrid();

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
@@ -30,17 +32,12 @@ class ReceivedChequeDocumentTest : public tr::procedures::testing::ChequeTest {
         session.reset();
     }
 
-    // A cheque typed into the grid; answers whether the row posted.
+    // A cheque typed into the grid, its drawer's account number with it; whether the row posted.
     bool typeCheque(const QString& number, double value, const QString& due = QStringLiteral("1404/05/10"),
                     const QString& series = QStringLiteral("ج")) {
         tr::db::Query& g = doc->cheques();
         g.Append();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(series);
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(due);
+        testing::typeReceivedFields(g, {number, value, series, due});
         g.FieldByName(QStringLiteral("AcountCod")).SetValue(QStringLiteral("0102030405"));
         g.Post();
         const bool posted = g.state() == tr::db::Query::State::Browse;

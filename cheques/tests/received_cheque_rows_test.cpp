@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
@@ -31,16 +33,7 @@ class ReceivedChequeRowsTest : public tr::procedures::testing::ChequeTest {
     }
 
     bool typeCheque(const QString& number, double value) {
-        tr::db::Query& g = doc->cheques();
-        g.Append();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/05/10"));
-        g.Post();
-        return g.state() == tr::db::Query::State::Browse;
+        return testing::typeReceivedCheque(doc->cheques(), {number, value});
     }
     void execute(const QString& sql) {
         company().execute(

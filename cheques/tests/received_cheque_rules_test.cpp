@@ -4,6 +4,8 @@
 // voucher kept aside before an edit. Driven as the screen drives the logic.
 #include <gtest/gtest.h>
 
+#include "cheques/tests/cheque_typing.h"
+
 #include "cheques/received_cheque_document.h"
 #include "common/db/query_helpers.h"
 #include "currency/counter_currency_grid.h"
@@ -52,12 +54,7 @@ class ReceivedChequeRulesTest : public tr::procedures::testing::ChequeTest {
     bool typeCheque(const QString& number, double value, const QString& currency = {}, double count = 0) {
         Query& g = doc->cheques();
         g.Append();
-        g.FieldByName(QStringLiteral("Koll")).SetValue(QStringLiteral("103"));
-        g.FieldByName(QStringLiteral("Moein")).SetValue(QStringLiteral("0001"));
-        g.FieldByName(QStringLiteral("ChqNo")).SetValue(number);
-        g.FieldByName(QStringLiteral("Joz")).SetValue(QStringLiteral("ج"));
-        g.FieldByName(QStringLiteral("ChqValue")).SetValue(value);
-        g.FieldByName(QStringLiteral("SarResidDate")).SetValue(QStringLiteral("1404/05/10"));
+        testing::typeReceivedFields(g, {number, value});
         if (!currency.isEmpty()) {
             EXPECT_TRUE(doc->setChequeCurrency({currency, currency == QLatin1String("01") ? QStringLiteral("دلار آمريکا")
                                                                                           : QStringLiteral("يورو")}));
