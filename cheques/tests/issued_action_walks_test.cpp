@@ -36,9 +36,6 @@ class IssuedActionWalkTest : public tr::procedures::testing::ChequeTest {
         company().execute(QStringLiteral("Delete From N_Cheque Where Joz = 'W'"));
     }
 
-    static QString seriesOf(const Cheque& c) {
-        return c.origin == Origin::Own ? QStringLiteral("W") : QStringLiteral("S");
-    }
     static bool onIssuedTab(const Cheque& c) {
         return c.origin == Origin::Own || c.now().state == QLatin1String("81");
     }
@@ -69,26 +66,8 @@ TEST_F(IssuedActionWalkTest, BothTabsListRefuseAndPostAsTheModelSays) {
     constexpr int kGroup = 20;
     for (int done = 0; done < walksWanted; done += kGroup) {
         const bool opening = random.bounded(4) == 0;
-        std::vector<Cheque> cheques(std::min(kGroup, walksWanted - done));
-        std::vector<DocumentCheque> paid, receipts;
-        for (size_t i = 0; i < cheques.size(); ++i) {
-            Cheque& c = cheques[i];
-            c.origin = !opening && random.bounded(3) == 0 ? Origin::Spent : Origin::Own;
-            c.number = QString::number((c.origin == Origin::Own ? 700000 : 800000) + done + int(i));
-            c.guarantee = c.origin == Origin::Own && random.bounded(4) == 0;
-            c.opening = opening;
-            c.value = 1000.0 * (1 + random.bounded(900));
-            c.history = {{QStringLiteral("81"), QStringLiteral("1404/02/20")}};
-            DocumentCheque d{c.number, seriesOf(c), c.value, kDue, c.guarantee};
-            if (c.origin == Origin::Own)
-                d.bankAccount = 1;
-            else
-                receipts.push_back(d);
-            paid.push_back(d);
-        }
-        const qint64 serial = done / kGroup + 1;
-        if (!receipts.empty()) receiveCheques(receipts, serial);
-        payCheques(paid, serial, QStringLiteral("1404/02/20"), opening);
+        std::vector<Cheque> cheques = payRandomCheques(random, std::min(kGroup, walksWanted - done), done, 700000,
+                                                       800000, 900, done / kGroup + 1, opening);
         IssuedChequeActions issued(session.services);
         ReceivedChequeActions received(session.services);
         for (int step = 0; step < 14; ++step) {

@@ -4,7 +4,10 @@
 // made anew under a prefix, as their screens make them; and one-call receipts and payments.
 #include <vector>
 
+#include <QRandomGenerator>
+
 #include "common/db/query_helpers.h"
+#include "db/procedures/tests/cheque_state_model.h"
 #include "db/procedures/tests/procedures_fixture.h"
 #include "instruments/cheque_work_tables.h"
 
@@ -58,6 +61,40 @@ class ChequeTest : public ProceduresTest {
                            const QString& date = QStringLiteral("1404/02/20"), bool opening = false) {
         saveDocument(QStringLiteral("CF81"), QStringLiteral("sp_N_Asnad_Trans_ChqPay"), cheques, serial, date, opening,
                      {QStringLiteral("202"), QStringLiteral("0001"), 0});
+    }
+
+    // The series of a walk's cheques: our leaves' book "W", received cheques passed on "S".
+    static QString seriesOf(const chequemodel::Cheque& c) {
+        return c.origin == chequemodel::Origin::Own ? QStringLiteral("W") : QStringLiteral("S");
+    }
+    // One payment (serial `serial`, 1404/02/20) of `count` new cheques for the walks: our leaves on
+    // bank account 1, a quarter of them guarantee cheques, and unless `opening` about a third
+    // received cheques, received first and passed on; numbered from `ownBase` / `spentBase` +
+    // `offset`, worth 1,000 to `maxThousands` thousand. Answers the model's cheques, all at 81.
+    static std::vector<chequemodel::Cheque> payRandomCheques(QRandomGenerator& random, int count, int offset,
+                                                             int ownBase, int spentBase, int maxThousands,
+                                                             qint64 serial, bool opening) {
+        using chequemodel::Origin;
+        std::vector<chequemodel::Cheque> cheques(count);
+        std::vector<DocumentCheque> paid, receipts;
+        for (int i = 0; i < count; ++i) {
+            chequemodel::Cheque& c = cheques[i];
+            c.origin = !opening && random.bounded(3) == 0 ? Origin::Spent : Origin::Own;
+            c.number = QString::number((c.origin == Origin::Own ? ownBase : spentBase) + offset + i);
+            c.guarantee = c.origin == Origin::Own && random.bounded(4) == 0;
+            c.opening = opening;
+            c.value = 1000.0 * (1 + random.bounded(maxThousands));
+            c.history = {{QStringLiteral("81"), QStringLiteral("1404/02/20")}};
+            DocumentCheque d{c.number, seriesOf(c), c.value, chequemodel::kDue, c.guarantee};
+            if (c.origin == Origin::Own)
+                d.bankAccount = 1;
+            else
+                receipts.push_back(d);
+            paid.push_back(d);
+        }
+        if (!receipts.empty()) receiveCheques(receipts, serial);
+        payCheques(paid, serial, QStringLiteral("1404/02/20"), opening);
+        return cheques;
     }
 
   private:

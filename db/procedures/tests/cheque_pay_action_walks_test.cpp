@@ -18,12 +18,6 @@ namespace {
 
 using namespace testing::chequemodel;
 
-const QString kOwnSeries = QStringLiteral("W");
-const QString kSpentSeries = QStringLiteral("S");
-
-QString seriesOf(const Cheque& c) {
-    return c.origin == Origin::Own ? kOwnSeries : kSpentSeries;
-}
 
 class ChequePayActionWalkTest : public testing::ChequeTest {
   protected:
@@ -136,27 +130,9 @@ TEST_F(ChequePayActionWalkTest, OwnAndSpentChequesFollowTheStateTableOnBothSides
         // An opening payment holds our leaves only (a cheque passed on in one must itself be an
         // opening received cheque, which the received walks cover).
         const bool opening = random.bounded(4) == 0;
-        std::vector<Cheque> cheques(std::min(kGroup, walksWanted - done));
-        std::vector<DocumentCheque> paid, receipts;
-        for (size_t i = 0; i < cheques.size(); ++i) {
-            Cheque& c = cheques[i];
-            c.origin = !opening && random.bounded(3) == 0 ? Origin::Spent : Origin::Own;
-            c.number = QString::number((c.origin == Origin::Own ? 500000 : 600000) + done + int(i));
-            c.guarantee = c.origin == Origin::Own && random.bounded(4) == 0;
-            c.opening = opening;
-            c.value = 1000.0 * (1 + random.bounded(5000));
-            c.stepsLeft = 5 + random.bounded(16);
-            c.history = {{QStringLiteral("81"), QStringLiteral("1404/02/20")}};
-            DocumentCheque d{c.number, seriesOf(c), c.value, kDue, c.guarantee};
-            if (c.origin == Origin::Own)
-                d.bankAccount = 1;
-            else
-                receipts.push_back(d);
-            paid.push_back(d);
-        }
-        const qint64 serial = done / kGroup + 1;
-        if (!receipts.empty()) receiveCheques(receipts, serial);
-        payCheques(paid, serial, QStringLiteral("1404/02/20"), opening);
+        std::vector<Cheque> cheques = payRandomCheques(random, std::min(kGroup, walksWanted - done), done, 500000,
+                                                       600000, 5000, done / kGroup + 1, opening);
+        for (Cheque& c : cheques) c.stepsLeft = 5 + random.bounded(16);
         std::vector<Cheque*> active;
         for (Cheque& c : cheques) active.push_back(&c);
         while (!active.empty()) {
