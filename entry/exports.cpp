@@ -14,6 +14,7 @@
 #include "cheques/ui/chq_get_form.h"
 #include "cheques/ui/chq_get_slct_form.h"
 #include "cheques/ui/chq_pay_form.h"
+#include "cheques/ui/chq_to_bank_form.h"
 #include "cheques/ui/ebtal_barge_check_form.h"
 #include "entry/screen_entry.h"
 #include "vouchers/ui/fix_des_form.h"
@@ -29,5 +30,6 @@ TR_SCREEN(Search_Naghd, SearchForm, tr::cashbank::TSearchForm)
 TR_INVOICE_SCREEN(ChqGet_Naghd, ChqGetForm, tr::cheques::TChqGetForm)
 TR_SCREEN(ChqPay_Naghd, ChqPayForm, tr::cheques::TChqPayForm)
 TR_SCREEN(Chq_Action_Naghd, ChqAction1Form, tr::cheques::TChqAction1Form)
+TR_SCREEN(ChqToBank_Naghd, ChqToBankForm, tr::cheques::TChqToBankForm)
 TR_VOID_MODE_SCREEN(EbtalBargeCheck_Naghd, EbtalBargeCheckForm, tr::cheques::TEbtalBargeCheckForm)
 TR_RELEASED_FORM(ChqGetSlctFrm, tr::cheques::TChqGetSlctFrm, tr::cheques::chqGetSlctFrm)

@@ -12,23 +12,13 @@
 
 namespace tr::cashbank {
 
-const QString DocumentSearch::kProgressTitle = QStringLiteral("جستجوي اسناد");
-const QString DocumentSearch::kProgressText = QStringLiteral("لطفا صبر کنيد");
-const QString DocumentSearch::kStoppedMessage =
-    QStringLiteral("جستجو متوقف شد؛ نتيجه اي نمايش داده نمي شود.");
 const QString DocumentSearch::kReplaceQuestion =
     QStringLiteral("کلمات شرح در تمام رديفهاي اسناد يافت شده با کلمات جايگزين عوض شوند؟");
 const QString DocumentSearch::kNoReplacementMessage = QStringLiteral("کلمه جايگزين وارد نشده است.");
-const QString DocumentSearch::kGrandTotal = QStringLiteral("جمع کل ");
 const QString DocumentSearch::kNoDocumentMessage =
     QStringLiteral("اين رديف سندي ندارد که از اينجا باز شود.");
 
 namespace {
-
-QString twoDigits(const QString& box) {
-    const QString t = box.trimmed();
-    return t.size() == 1 ? QStringLiteral("0") + t : t;
-}
 
 QString kindAlternative(const QStringList& kinds, tr::db::Connection& c) {
     QStringList quoted;
@@ -42,30 +32,12 @@ QString kindAlternative(const QStringList& kinds, tr::db::Connection& c) {
 
 }  // namespace
 
-std::optional<qint64> serialBox(const QString& text) {
-    bool ok = false;
-    const qint64 n = text.trimmed().toLongLong(&ok);
-    return ok ? std::optional<qint64>(n) : std::nullopt;
-}
-
-bool DateBoxes::empty() const {
-    return day.trimmed().isEmpty() || month.trimmed().isEmpty() || year.trimmed().isEmpty();
-}
-
-QString DateBoxes::text() const {
-    if (empty()) return {};
-    return year.trimmed() + QLatin1Char('/') + twoDigits(month) + QLatin1Char('/') + twoDigits(day);
-}
-
 DocumentSearch::DocumentSearch(const tr::Services& services, SearchFamily family)
-    : services_(services), family_(searchFamily(family)) {}
-
-DocumentSearch::~DocumentSearch() {
-    // The host may already have closed the company; a table left behind dies with the session.
-    if (!created_ || !services_.database || !services_.database->CommandQuery) return;
-    result_.Close();
-    tr::db::dropTempTableQuietly(*services_.database, table_.mid(2));
+    : services_(services), family_(searchFamily(family)) {
+    table_.setServices(services);
 }
+
+DocumentSearch::~DocumentSearch() { result_.Close(); }
 
 QString DocumentSearch::kindsGroup() const {
     QStringList alternatives;
@@ -80,23 +52,8 @@ QString DocumentSearch::kindsGroup() const {
 }
 
 QString DocumentSearch::wordsCondition() const {
-    // Left to right, each chooser joining its word to everything before it.
-    QString joined;
-    for (int i = 0; i < 3; ++i) {
-        const QString word = filters_.words[i].trimmed();
-        if (word.isEmpty()) continue;
-        const QString like =
-            QStringLiteral("A.Des Like ") + text(QStringLiteral("%") + word + QStringLiteral("%"));
-        if (joined.isEmpty()) {
-            joined = like;
-        } else {
-            const bool orJoin = filters_.joins[i - 1] == WordJoin::Or;
-            joined = QStringLiteral("(") + joined +
-                     (orJoin ? QStringLiteral(" Or ") : QStringLiteral(" And ")) + like +
-                     QStringLiteral(")");
-        }
-    }
-    return joined.isEmpty() ? QString() : QStringLiteral("And (") + joined + QStringLiteral(") ");
+    return tr::search::wordsCondition(connection(), QStringLiteral("A.Des"), filters_.words,
+                                      filters_.joins);
 }
 
 QString DocumentSearch::condition() const {
@@ -184,14 +141,6 @@ void DocumentSearch::run(const QString& statement) {
 }
 
 void DocumentSearch::prepareTable() {
-    if (created_) {
-        run(QStringLiteral("Truncate Table ") + table_);
-        return;
-    }
-    // Several searches may start within one tick of the clock: the time stamp alone would clash.
-    static int opened = 0;
-    table_ = tr::db::globalTempTableName(services_.global->sessionText + QStringLiteral("Search") +
-                                         QString::number(++opened) + QStringLiteral("_"));
     QString columns = QStringLiteral(
         "CashCod Varchar(50) Null, CashNam NVarchar(200) Null, NDocNam NVarchar(100) Null, "
         "Serial Int Null, Joz Varchar(10) Null, CashNo Varchar(20) Null, SanadDate Varchar(10) "
@@ -202,30 +151,14 @@ void DocumentSearch::prepareTable() {
         columns += QStringLiteral(
             ", Des1 NVarchar(200) Null, Des2 NVarchar(200) Null, Des3 "
             "NVarchar(200) Null, Des4 NVarchar(200) Null");
-    run(QStringLiteral("Create Table ") + table_ + QStringLiteral(" (") + columns +
-        QStringLiteral(")"));
-    created_ = true;
+    table_.begin(columns);
 }
 
-bool DocumentSearch::shouldStop() {
-    return services_.progress && services_.progress->stopRequested();
-}
-
-void DocumentSearch::openResult() {
-    result_.setConnection(&connection());
-    result_.setSql(QStringLiteral("Select * From ") + table_ +
-                   QStringLiteral(" Order By sOrder, IDX"));
-    result_.setSort({});
-    result_.Open();
-}
+bool DocumentSearch::shouldStop() { return table_.shouldStop(); }
 
 void DocumentSearch::finishStopped() {
-    // A result without its totals would read as complete, so a stopped search shows nothing.
-    run(QStringLiteral("Truncate Table ") + table_);
     stopped_ = true;
-    openResult();
-    if (services_.progress) services_.progress->closeState();
-    tr::dialog::Messages(services_.dialog).show(kStoppedMessage, QStringLiteral("1IR"));
+    table_.finishStopped(result_);
 }
 
 bool DocumentSearch::checkWords() {
@@ -276,14 +209,11 @@ bool DocumentSearch::mnuSearchClick() {
     stopped_ = false;
     if (!checkWords()) return false;
     result_.Close();
-    if (services_.progress) {
-        services_.progress->showState(kProgressTitle);
-        services_.progress->setStateText(kProgressText);
-    }
+    table_.setServices(services_);
     prepareTable();
     if (shouldStop()) return finishStopped(), false;
 
-    QString insert = QStringLiteral("Insert Into ") + table_ +
+    QString insert = QStringLiteral("Insert Into ") + table_.name() +
                      QStringLiteral(
                          " (CashCod, CashNam, NDocNam, Serial, Joz, CashNo, SanadDate, "
                          "Des, SValue, WhatDoc, DocToDate, Sign");
@@ -291,27 +221,22 @@ bool DocumentSearch::mnuSearchClick() {
     run(insert + QStringLiteral(") ") + selectStatement());
     if (shouldStop()) return finishStopped(), false;
 
-    const auto counted = connection().execute(QStringLiteral("Select Count(*) From ") + table_ +
-                                              QStringLiteral(" Where Sign <> 0"));
-    const bool found = !counted.resultSets.empty() && !counted.resultSets.front().rows.empty() &&
-                       counted.resultSets.front().rows.front().at(0).toLongLong() > 0;
-    if (found) {
-        run(QStringLiteral("Insert Into ") + table_ +
+    if (table_.any(QStringLiteral("Sign <> 0"))) {
+        run(QStringLiteral("Insert Into ") + table_.name() +
             QStringLiteral(
                 " (CashNam, NDocNam, Des, SValue, Sign, sOrder) Select CashNam, NDocNam, ") +
             text(QStringLiteral("جمع ")) + QStringLiteral(" + NDocNam + ") +
             text(QStringLiteral(" : ")) +
-            QStringLiteral(" + CashNam, Sum(SValue * Sign), 0, 'X' From ") + table_ +
+            QStringLiteral(" + CashNam, Sum(SValue * Sign), 0, 'X' From ") + table_.name() +
             QStringLiteral(" Where Sign <> 0 Group By CashNam, NDocNam Order By CashNam, NDocNam"));
         if (shouldStop()) return finishStopped(), false;
-        run(QStringLiteral("Insert Into ") + table_ +
+        run(QStringLiteral("Insert Into ") + table_.name() +
             QStringLiteral(" (Des, SValue, Sign, sOrder) Select ") + text(kGrandTotal) +
-            QStringLiteral(", Sum(SValue * Sign), 0, 'Y' From ") + table_ +
+            QStringLiteral(", Sum(SValue * Sign), 0, 'Y' From ") + table_.name() +
             QStringLiteral(" Where Sign <> 0"));
         if (shouldStop()) return finishStopped(), false;
     }
-    openResult();
-    if (services_.progress) services_.progress->closeState();
+    table_.finish(result_);
     return true;
 }
 

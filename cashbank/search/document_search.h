@@ -12,19 +12,15 @@
 #include "common/db/query.h"
 #include "common/dialog/message_dialog.h"
 #include "common/persian/persian_date.h"
+#include "common/search/search_filters.h"
+#include "common/search/search_result_table.h"
 #include "common/session/services.h"
 
 namespace tr::cashbank {
 
-// Day, month and year boxes as typed; all empty means "no date".
-struct DateBoxes {
-    QString day, month, year;
-    bool empty() const;
-    // "yyyy/mm/dd", or empty when the boxes are empty.
-    QString text() const;
-};
-
-enum class WordJoin { And, Or };
+using tr::search::DateBoxes;
+using tr::search::WordJoin;
+using tr::search::serialBox;
 
 // The date filter refused last and its box at fault.
 enum class DateFilter { None, From, To };
@@ -32,9 +28,6 @@ struct DateFault {
     DateFilter filter = DateFilter::None;
     tr::persian::DatePart part = tr::persian::DatePart::None;
 };
-
-// What a serial box holds: nothing when it is empty or not a number.
-std::optional<qint64> serialBox(const QString& text);
 
 struct SearchFilters {
     QString fromCode, toCode;
@@ -50,12 +43,12 @@ struct SearchFilters {
 
 class DocumentSearch {
   public:
-    static const QString kProgressTitle;
-    static const QString kProgressText;
-    static const QString kStoppedMessage;
+    static inline const QString& kProgressTitle = tr::search::SearchResultTable::kProgressTitle;
+    static inline const QString& kProgressText = tr::search::SearchResultTable::kProgressText;
+    static inline const QString& kStoppedMessage = tr::search::SearchResultTable::kStoppedMessage;
     static const QString kReplaceQuestion;
     static const QString kNoReplacementMessage;
-    static const QString kGrandTotal;
+    static inline const QString& kGrandTotal = tr::search::SearchResultTable::kGrandTotal;
 
     DocumentSearch(const tr::Services& services, SearchFamily family);
     ~DocumentSearch();
@@ -71,7 +64,7 @@ class DocumentSearch {
     QString condition() const;
     QString kindsGroup() const;
     QString selectStatement() const;
-    QString resultTable() const { return table_; }
+    QString resultTable() const { return table_.name(); }
     QStringList resultFields() const;
     // The result grid's caption of a field, empty for the fields the grid hides.
     QString fieldCaption(const QString& field) const;
@@ -96,7 +89,9 @@ class DocumentSearch {
     QString accountName(const QString& code) const;
 
     tr::db::Query& result() { return result_; }
-    static bool isTotalRow(const QString& sOrder) { return !sOrder.trimmed().isEmpty(); }
+    static bool isTotalRow(const QString& sOrder) {
+        return tr::search::SearchResultTable::isTotalRow(sOrder);
+    }
 
     // The document a result row (in the result's current order) lists; nothing for a total row.
     struct ListedDocument {
@@ -141,14 +136,12 @@ class DocumentSearch {
     void run(const QString& statement);
     bool shouldStop();
     void finishStopped();
-    void openResult();
     void refuseFile(const QString& path, const QString& reason) const;
 
     tr::Services services_;
     const SearchFamilyRow& family_;
     SearchFilters filters_;
-    QString table_;
-    bool created_ = false;
+    tr::search::SearchResultTable table_{QStringLiteral("Search")};
     bool stopped_ = false;
     DateFault dateFault_;
     tr::db::Query result_;

@@ -1,7 +1,7 @@
 #pragma once
 // The buttons of the search launcher ("جستجوي اسناد نقدينگي"): caption, the rights marker that
-// shows it, and the search it opens. Cheque and note searches are not built yet: their buttons
-// show but stay disabled.
+// shows it, and the search it opens. Note searches are not built yet: their buttons show but stay
+// disabled.
 #include <QString>
 #include <optional>
 #include <vector>
@@ -10,11 +10,15 @@
 
 namespace tr::cashbank {
 
+// The cheque searches live with the cheques; the launcher only names the side.
+enum class ChequeSearchSide { Received, Issued };
+
 struct LauncherButton {
     QString name;  // object name of the button
     QString caption;
     QString marker;                     // empty: shown to every user
-    std::optional<SearchFamily> opens;  // empty: nothing to open yet
+    std::optional<SearchFamily> opens;  // empty: a cheque search or nothing to open yet
+    std::optional<ChequeSearchSide> cheques = std::nullopt;
 };
 
 inline constexpr const char* kLauncherCaption = "جستجوي اسناد نقدينگي";

@@ -15,6 +15,9 @@
 #include <QVBoxLayout>
 
 #include "cheques/ui/chq_get_menus.h"
+#include "cheques/ui/search/cheque_search_form.h"
+#include "cheques/ui/returned_cheques_form.h"
+#include "cheques/prepared_cheques.h"
 #include "cheques/ui/received_cheque_printing.h"
 #include "currency/ui/taraf_hesab_arz_form.h"
 #include "vouchers/account_checks.h"
@@ -203,6 +206,10 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
         showValues();
     });
     menus_ = new ChqGetMenus(*this, [this] { showValues(); });
+    menus_->hooks.search = [this] { openChequeSearch(ChequeSide::Received, services_, this); };
+    menus_->hooks.returnedCheques = [this](const tr::vouchers::LineAccount& account) {
+        guarded([&] { return showReturnedCheques(services_, account, this) != nullptr; });
+    };
     menus_->hooks.designPrint = [this] {
         guarded([this] { return ui::designReceivedChequePrint(services_, document_->header().serial, this); });
     };
@@ -268,6 +275,17 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     buttons->addWidget(newLayout_);
     buttons->addWidget(oldLayout_);
     for (QPushButton* b : {savePrint_, save_, opening_, delete_, cancel_}) buttons->addWidget(b);
+    // "انتخاب چک": a cheque prepared beforehand becomes a new row of a receipt.
+    if (!document_->side().payment) {
+        auto* prepared = new QPushButton(kPreparedChequesTitle, this);
+        prepared->setObjectName(QStringLiteral("btnPreparedCheques"));
+        connect(prepared, &QPushButton::clicked, this, [this] {
+            guarded([this] { return pickPreparedCheque(services_, *document_); });
+            chequeModel_->refresh();
+            showValues();
+        });
+        buttons->insertWidget(1, prepared);
+    }
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);

@@ -8,6 +8,7 @@
 #include <QTableView>
 
 #include "cheques/ui/chq_get_menus.h"
+#include "cheques/ui/search/cheque_search_form.h"
 #include "cheques/ui/chq_get_slct_form.h"
 #include "common/persian/amount.h"
 #include "common/ui/dataset_model.h"
@@ -70,6 +71,7 @@ TChqPayForm::TChqPayForm(const tr::Services& services, QWidget* parent)
         });
     };
     menus()->hooks.printPaper = [this] { printDocument(); };
+    menus()->hooks.search = [this] { openChequeSearch(ChequeSide::Issued, this->services(), this); };
     menus()->hooks.designPrint = [this] {
         guarded([this] { return ui::designChequePaymentPrint(this->services(), document().header().serial, this); });
     };

@@ -5,7 +5,9 @@
 #include "db/procedures/cash_bank_documents.h"
 #include "db/procedures/cheque_action_apply.h"
 #include "db/procedures/cheque_documents.h"
+#include "db/procedures/cheques_to_bank.h"
 #include "db/procedures/name_repeated.h"
+#include "db/procedures/returned_cheques.h"
 #include "db/procedures/voucher_numbers.h"
 
 namespace tr::procedures {
@@ -15,6 +17,8 @@ std::vector<ProcedureDefinition> allProcedures() {
         {QStringLiteral("sp_Is_Name_Repeated"), isNameRepeated},
         {QStringLiteral("sp_Asnad_Actions"), logDocumentAction},
         {QStringLiteral("sp_N_Report_Acount"), reportBankAccountBalance},
+        {QStringLiteral("sp_N_Report_ChqGetReturned"), reportReturnedCheques},
+        {QStringLiteral("sp_N_Asnad_Chq_SendToBank"), listChequesSentToBank},
     };
     for (ProcedureDefinition& p : cashBankDocumentProcedures()) all.push_back(std::move(p));
     for (ProcedureDefinition& p : chequeDocumentProcedures()) all.push_back(std::move(p));

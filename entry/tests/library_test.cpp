@@ -68,7 +68,7 @@ TEST_F(Library, ExportsEveryScreenOfItsTableWithItsFormPointer) {
           "VarizBank_Naghd", "Havaleh_Naghd", "Search_Naghd", "_FixDesForm", "_CashGetForm",
           "_CashPayForm", "_TankhahPayForm", "_BardashtBankForm", "_VarizBankForm", "_HavalehForm",
           "_SearchForm", "EbtalBargeCheck_Naghd", "_EbtalBargeCheckForm", "ChqPay_Naghd", "_ChqPayForm",
-          "ChqGet_Naghd", "_ChqGetForm", "Release_It"})
+          "ChqGet_Naghd", "_ChqGetForm", "ChqToBank_Naghd", "_ChqToBankForm", "Release_It"})
         EXPECT_TRUE(lib().has(name)) << name;
 }
 

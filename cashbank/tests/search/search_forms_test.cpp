@@ -20,6 +20,7 @@
 #include "cashbank/ui/documents/cash_bank_form.h"
 #include "cashbank/ui/search/document_search_form.h"
 #include "cashbank/ui/search/search_form.h"
+#include "cheques/ui/search/cheque_search_form.h"
 #include "cashbank/ui/search/search_result_print.h"
 #include "common/ui/dataset_model.h"
 #include "tests/support/pdf_text.h"
@@ -66,8 +67,16 @@ TEST_F(SearchForms, LauncherShowsTheSearchesTheUserMayRunAndOpensThem) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&launcher));
     EXPECT_EQ(launcher.layoutDirection(), Qt::RightToLeft);
     EXPECT_TRUE(launcher.button(s("btnCash"))->isVisible());
-    EXPECT_FALSE(launcher.button(s("btnChqGet"))->isEnabled());
-    EXPECT_FALSE(launcher.button(s("btnChqGet"))->toolTip().isEmpty());
+    EXPECT_FALSE(launcher.button(s("btnSoftehGet"))->isEnabled());
+    EXPECT_FALSE(launcher.button(s("btnSoftehGet"))->toolTip().isEmpty());
+    // The cheque buttons open the cheque searches, once each.
+    for (const char* name : {"btnChqGet", "btnChqPay", "btnChqGet"}) {
+        ASSERT_TRUE(launcher.button(s(name))->isEnabled());
+        QTest::mouseClick(launcher.button(s(name)), Qt::LeftButton);
+    }
+    const auto chequeForms = launcher.findChildren<tr::cheques::ChequeSearchForm*>();
+    ASSERT_EQ(chequeForms.size(), 2);
+    for (auto* form : chequeForms) form->close();
     QDir().mkpath(QStringLiteral(TR_SCREENS_DIR));
     EXPECT_TRUE(launcher.grab().save(QStringLiteral(TR_SCREENS_DIR "/search_launcher.png")));
 

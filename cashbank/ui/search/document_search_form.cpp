@@ -23,34 +23,13 @@
 #include "cashbank/ui/documents/cash_bank_form.h"
 #include "cashbank/ui/search/search_result_print.h"
 #include "common/persian/amount_cells.h"
-#include "common/ui/dataset_model.h"
+#include "common/ui/total_rows_model.h"
 #include "common/ui/title_sorter.h"
 #include "host/sdk/persian_font.h"
 
 namespace tr::cashbank {
 
 namespace {
-
-// Subtotal and grand-total rows stand apart from the documents: bold on a shade of their own.
-class SearchResultModel : public tr::ui::DatasetModel {
-  public:
-    using DatasetModel::DatasetModel;
-
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (role != Qt::FontRole && role != Qt::BackgroundRole)
-            return DatasetModel::data(index, role);
-        const int order = fieldColumn(QStringLiteral("sOrder"));
-        if (!query() || order < 0 || !index.isValid()) return DatasetModel::data(index, role);
-        const QString kind = query()->value(index.row(), order).toString().trimmed();
-        if (kind.isEmpty()) return DatasetModel::data(index, role);
-        if (role == Qt::FontRole) {
-            QFont bold;
-            bold.setBold(true);
-            return bold;
-        }
-        return kind == QLatin1String("Y") ? QColor(0xf2, 0xd7, 0x9a) : QColor(0xfb, 0xef, 0xcf);
-    }
-};
 
 QLineEdit* digitsBox(QWidget* owner, int width, const QString& pattern) {
     auto* edit = new QLineEdit(owner);
@@ -215,7 +194,7 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     }
     grid->setColumnStretch(9, 1);
 
-    model_ = new SearchResultModel(&search_->result(), this);
+    model_ = new tr::ui::TotalRowsModel(&search_->result(), this);
     model_->setReadOnly(true);
     model_->setFieldFormat(QStringLiteral("SValue"), tr::persian::amountCellText);
 

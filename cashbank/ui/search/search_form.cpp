@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "cashbank/ui/search/document_search_form.h"
+#include "cheques/ui/search/cheque_search_form.h"
 #include "host/sdk/persian_font.h"
 
 namespace tr::cashbank {
@@ -35,6 +36,11 @@ TSearchForm::TSearchForm(const tr::Services& services, QWidget* parent)
         if (b.opens) {
             const SearchFamily family = *b.opens;
             connect(button, &QPushButton::clicked, this, [this, family] { openSearch(family); });
+        } else if (b.cheques) {
+            const auto side = *b.cheques == ChequeSearchSide::Received ? tr::cheques::ChequeSide::Received
+                                                                      : tr::cheques::ChequeSide::Issued;
+            connect(button, &QPushButton::clicked, this,
+                    [this, side] { tr::cheques::openChequeSearch(side, services_, this); });
         } else {
             button->setEnabled(false);
             button->setToolTip(QString::fromUtf8(kNotAvailableTip));
@@ -61,6 +67,8 @@ void TSearchForm::setServices(const tr::Services& services) {
     services_ = services;
     for (const auto& form : forms_)
         if (form) form->setServices(services);
+    for (auto* form : findChildren<tr::cheques::ChequeSearchForm*>(Qt::FindDirectChildrenOnly))
+        form->setServices(services);
     applyRights();
 }
 
