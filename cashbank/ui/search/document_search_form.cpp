@@ -31,14 +31,6 @@ namespace tr::cashbank {
 
 namespace {
 
-QLineEdit* digitsBox(QWidget* owner, int width, const QString& pattern) {
-    auto* edit = new QLineEdit(owner);
-    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(pattern), edit));
-    edit->setFixedWidth(width);
-    edit->setAlignment(Qt::AlignCenter);
-    return edit;
-}
-
 QLabel* caption(const QString& text, QWidget* owner) {
     auto* label = new QLabel(text, owner);
     label->setAlignment(Qt::AlignVCenter | Qt::AlignLeading);
@@ -49,13 +41,7 @@ QLabel* caption(const QString& text, QWidget* owner) {
 
 // `name` gives the boxes their names: edFromDay, edFromMonth, edFromYear and the like.
 DocumentSearchForm::DateEdits DocumentSearchForm::dateEdits(QWidget* owner, const QString& name) {
-    DateEdits d{digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
-                digitsBox(owner, 34, QStringLiteral("\\d{0,2}")),
-                digitsBox(owner, 50, QStringLiteral("\\d{0,4}"))};
-    d.day->setObjectName(QStringLiteral("ed%1Day").arg(name));
-    d.month->setObjectName(QStringLiteral("ed%1Month").arg(name));
-    d.year->setObjectName(QStringLiteral("ed%1Year").arg(name));
-    return d;
+    return tr::ui::dateBoxes(owner, name);
 }
 
 DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamily family,
@@ -110,8 +96,8 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     grid->setHorizontalSpacing(6);
 
     const QString digits = QStringLiteral("\\d{0,9}");
-    fromCode = digitsBox(filters, 90, QStringLiteral("\\S{0,20}"));
-    toCode = digitsBox(filters, 90, QStringLiteral("\\S{0,20}"));
+    fromCode = tr::ui::digitsBox(filters, 90, QStringLiteral("\\S{0,20}"));
+    toCode = tr::ui::digitsBox(filters, 90, QStringLiteral("\\S{0,20}"));
     fromName = new QLabel(filters);
     toName = new QLabel(filters);
     for (QLabel* name : {fromName, toName}) {
@@ -149,16 +135,16 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     addDate(QStringLiteral("از تاريخ"), fromDate, 0);
     addDate(QStringLiteral("تا تاريخ"), toDate, 5);
 
-    fromSerial = digitsBox(filters, 90, digits);
-    toSerial = digitsBox(filters, 90, digits);
+    fromSerial = tr::ui::digitsBox(filters, 90, digits);
+    toSerial = tr::ui::digitsBox(filters, 90, digits);
     grid->addWidget(caption(QStringLiteral("از سريال"), filters), 2, 0);
     grid->addWidget(fromSerial, 2, 1);
     grid->addWidget(caption(QStringLiteral("تا سريال"), filters), 2, 5);
     grid->addWidget(toSerial, 2, 6);
 
     const QString amount = QStringLiteral("[\\d,]{0,20}(\\.\\d{0,2})?");
-    fromAmount = digitsBox(filters, 130, amount);
-    toAmount = digitsBox(filters, 130, amount);
+    fromAmount = tr::ui::digitsBox(filters, 130, amount);
+    toAmount = tr::ui::digitsBox(filters, 130, amount);
     grid->addWidget(caption(QStringLiteral("از مبلغ"), filters), 3, 0);
     grid->addWidget(fromAmount, 3, 1, 1, 2);
     grid->addWidget(caption(QStringLiteral("تا مبلغ"), filters), 3, 5);

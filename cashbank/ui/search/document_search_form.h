@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QPointer>
 #include <QWidget>
+
+#include "common/ui/date_boxes.h"
 #include <array>
 #include <functional>
 #include <memory>
@@ -41,9 +43,7 @@ class DocumentSearchForm : public QWidget {
     tr::ui::DatasetModel* model() const { return model_; }
     QAction* searchAction() const { return searchAction_; }
 
-    struct DateEdits {
-        QLineEdit *day, *month, *year;
-    };
+    using DateEdits = tr::ui::DateBoxes;
     // The filter boxes, for the form's users and tests.
     QLineEdit *fromCode, *toCode, *fromSerial, *toSerial, *fromAmount, *toAmount;
     QLabel *fromName, *toName;

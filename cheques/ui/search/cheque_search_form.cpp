@@ -23,14 +23,6 @@ namespace tr::cheques {
 
 namespace {
 
-QLineEdit* digitsBox(QWidget* owner, int width, const QString& pattern) {
-    auto* edit = new QLineEdit(owner);
-    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(pattern), edit));
-    edit->setFixedWidth(width);
-    edit->setAlignment(Qt::AlignCenter);
-    return edit;
-}
-
 QWidget* dateRow(QWidget* owner, const ChequeSearchForm::DateEdits& d) {
     auto* row = new QWidget(owner);
     auto* h = new QHBoxLayout(row);
@@ -87,9 +79,7 @@ ChequeSearchForm::ChequeSearchForm(const tr::Services& services, ChequeSide side
     fromAccount = textBox(accountWidth);
     toAccount = textBox(accountWidth);
     const auto dates = [&] {
-        return DateEdits{digitsBox(filters, 30, QStringLiteral("\\d{0,2}")),
-                         digitsBox(filters, 30, QStringLiteral("\\d{0,2}")),
-                         digitsBox(filters, 46, QStringLiteral("\\d{0,4}"))};
+        return tr::ui::dateBoxes(filters, {}, 30, 46);
     };
     fromDate = dates();
     toDate = dates();

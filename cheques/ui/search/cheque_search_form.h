@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QTextDocument>
 #include <QWidget>
+
+#include "common/ui/date_boxes.h"
 #include <array>
 #include <memory>
 
@@ -38,9 +40,7 @@ class ChequeSearchForm : public QWidget {
     bool replaceClick();
     bool printClick(const QString& pdfFile = {});
 
-    struct DateEdits {
-        QLineEdit *day, *month, *year;
-    };
+    using DateEdits = tr::ui::DateBoxes;
     QLineEdit *fromSeries, *toSeries, *fromNumber, *toNumber, *fromAccount, *toAccount;
     DateEdits fromDate, toDate, fromDue, toDue;
     QLineEdit *fromAmount, *toAmount;

@@ -85,7 +85,7 @@ class ChequeTest : public ProceduresTest {
             c.opening = opening;
             c.value = 1000.0 * (1 + random.bounded(maxThousands));
             c.history = {{QStringLiteral("81"), QStringLiteral("1404/02/20")}};
-            DocumentCheque d{c.number, seriesOf(c), c.value, chequemodel::kDue, c.guarantee};
+            DocumentCheque d{c.number, seriesOf(c), c.value, chequemodel::kDue, c.guarantee, 0, {}};
             if (c.origin == Origin::Own)
                 d.bankAccount = 1;
             else
