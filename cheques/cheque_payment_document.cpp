@@ -112,8 +112,7 @@ bool ChequePaymentDocument::spendCheque(const QString& number, const QString& se
     tr::db::Connection& c = connection();
     const qint64 own = mode() == DocumentMode::Edit ? header_.serial.toLongLong() : 0;
     const std::optional<tr::instruments::ChequeInHand> h = tr::instruments::chequeInHand(c, number, series, own);
-    if (!h) return refuse(QStringLiteral("شماره چك ثبت نشده است."));
-    const QString refusal = tr::instruments::spentChequeRefusal(c, number, series, h->value, header_.date, own);
+    const QString refusal = tr::instruments::spentChequeRefusal(h, h ? h->value : 0, header_.date);
     if (!refusal.isEmpty()) return refuse(refusal);
     Query& row = cheques();
     if (row.state() == Query::State::Browse) {
@@ -176,9 +175,10 @@ bool ChequePaymentDocument::checkCheque(Query& row) {
     if (spent(row)) {
         // 3. A received cheque passed on, at its amount, after its latest action.
         if (twiceInDocument(row, number, series)) return refuse(QStringLiteral("شماره چك تکراري ميباشد."));
-        const QString refusal = tr::instruments::spentChequeRefusal(c, number, series, value, header_.date, own);
+        const auto h = tr::instruments::chequeInHand(c, number, series, own);
+        const QString refusal = tr::instruments::spentChequeRefusal(h, value, header_.date);
         if (!refusal.isEmpty()) return refuse(refusal);
-        if (const auto h = tr::instruments::chequeInHand(c, number, series, own)) {
+        if (h) {
             const QString levels[] = {h->koll, h->moein, h->tafsily, h->tafsily2, h->projectCod};
             const char* names[] = {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"};
             for (int i = 0; i < 5; ++i) row.FieldByName(QString::fromLatin1(names[i])).SetValue(levels[i]);

@@ -120,8 +120,9 @@ std::optional<ChequeInHand> chequeInHand(tr::db::Connection& c, const QString& n
     const tr::db::Query latest = openQuery(
         c, QStringLiteral("Select Top 1 WhatDoc, SanadDate From N_ChqLastTrans Where") +
                otherRows(c, number, series, ownSerial) + QStringLiteral(" Order By IDX Desc"));
-    const QString state = latest.IsEmpty() ? QString() : trimmed(latest.value(0, 0));
+    h.state = latest.IsEmpty() ? QString() : trimmed(latest.value(0, 0));
     h.stateDate = latest.IsEmpty() ? QString() : trimmed(latest.value(0, 1));
+    const QString& state = h.state;
     // Where it stands: the debit line of its latest action that wrote one, else its opening rows.
     const tr::db::Query line = openQuery(
         c, QStringLiteral("Select Top 1 Koll, Moein, Tafsily, Tafsily2, ProjectCod, Bed From Asnad Where TypeSys = 'N' "
@@ -151,13 +152,13 @@ std::optional<ChequeInHand> chequeInHand(tr::db::Connection& c, const QString& n
 
 QString spentChequeRefusal(tr::db::Connection& c, const QString& number, const QString& series, double value,
                            const QString& issueDate, qint64 ownSerial) {
-    const std::optional<ChequeInHand> h = chequeInHand(c, number, series, ownSerial);
+    return spentChequeRefusal(chequeInHand(c, number, series, ownSerial), value, issueDate);
+}
+
+QString spentChequeRefusal(const std::optional<ChequeInHand>& h, double value, const QString& issueDate) {
     if (!h) return QStringLiteral("شماره چك ثبت نشده است.");
     if (h->guarantee == QStringLiteral("ض")) return QStringLiteral("چک هاي تضميني را نمي توان انتخاب کرد");
-    const QString state = trimmed(tr::db::firstColumn(
-        c, QStringLiteral("Select Top 1 WhatDoc From N_ChqLastTrans Where") + otherRows(c, number, series, ownSerial) +
-               QStringLiteral(" Order By IDX Desc")));
-    if (state != QLatin1String("71") && state != QLatin1String("77") && state != QLatin1String("88"))
+    if (h->state != QLatin1String("71") && h->state != QLatin1String("77") && h->state != QLatin1String("88"))
         return QStringLiteral("اين چك قبلا ثبت شده و گردش پيدا كرده است.");
     if (std::fabs(h->value - value) >= 0.005)
         return QStringLiteral("مبلغ چك خرج شده بايد ") + tr::persian::formatAmount(h->value) + QStringLiteral(" باشد.");

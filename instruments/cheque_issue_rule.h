@@ -34,7 +34,7 @@ std::optional<qint64> leafBookAccount(tr::db::Connection& c, const QString& numb
 struct ChequeInHand {
     double value = 0;
     QString koll, moein, tafsily, tafsily2, projectCod;  // where it stands now
-    QString stateDate;                                   // of its latest action
+    QString state, stateDate;                            // its latest action's kind and date
     QString bank, branch, branchName, drawerAccount, payableToOrder, guarantee, payee;
     bool opening = false;
 };
@@ -45,5 +45,7 @@ std::optional<ChequeInHand> chequeInHand(tr::db::Connection& c, const QString& n
 // The refusal for spending received cheque `number`/`series` for `value` on `issueDate`, or empty.
 QString spentChequeRefusal(tr::db::Connection& c, const QString& number, const QString& series, double value,
                            const QString& issueDate, qint64 ownSerial = 0);
+// The same for a cheque already read (nothing: the book never received it).
+QString spentChequeRefusal(const std::optional<ChequeInHand>& cheque, double value, const QString& issueDate);
 
 }  // namespace tr::instruments

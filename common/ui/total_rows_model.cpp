@@ -1,5 +1,10 @@
 #include "common/ui/total_rows_model.h"
 
+#include <QHeaderView>
+#include <QTableView>
+
+#include "common/persian/amount_cells.h"
+
 #include <QColor>
 #include <QFont>
 
@@ -17,6 +22,25 @@ QVariant TotalRowsModel::data(const QModelIndex& index, int role) const {
         return bold;
     }
     return kind == QLatin1String("Y") ? QColor(0xf2, 0xd7, 0x9a) : QColor(0xfb, 0xef, 0xcf);
+}
+
+TotalRowsModel* searchResultModel(tr::db::Query* result, QObject* owner) {
+    auto* model = new TotalRowsModel(result, owner);
+    model->setReadOnly(true);
+    model->setFieldFormat(QStringLiteral("SValue"), tr::persian::amountCellText);
+    return model;
+}
+
+QTableView* searchResultGrid(DatasetModel* model, QWidget* owner) {
+    auto* grid = new QTableView(owner);
+    grid->setObjectName(QStringLiteral("dbg"));
+    grid->setModel(model);
+    grid->setLayoutDirection(Qt::RightToLeft);
+    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->verticalHeader()->setDefaultSectionSize(24);
+    grid->verticalHeader()->hide();
+    return grid;
 }
 
 }  // namespace tr::ui

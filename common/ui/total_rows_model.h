@@ -3,6 +3,9 @@
 // own ('Y', the grand total, darker), apart from the rows they add up.
 #include "common/ui/dataset_model.h"
 
+class QTableView;
+class QWidget;
+
 namespace tr::ui {
 
 class TotalRowsModel : public DatasetModel {
@@ -10,5 +13,10 @@ class TotalRowsModel : public DatasetModel {
     using DatasetModel::DatasetModel;
     QVariant data(const QModelIndex& index, int role) const override;
 };
+
+// The search windows' result: a read-only model over `result` with its amounts (SValue) shown
+// as amounts, and the grid over it (whole rows selected, not editable, no row header).
+TotalRowsModel* searchResultModel(tr::db::Query* result, QObject* owner);
+QTableView* searchResultGrid(DatasetModel* model, QWidget* owner);
 
 }  // namespace tr::ui

@@ -95,6 +95,7 @@ struct Cheque {
     QString number, series, due, payee, des, bank, branch, branchName, drawerAccount, type;
     QString payableToOrder, guarantee, telephone, address;
     bool spent = false;    // a payment's received cheque passed on
+    std::optional<tr::instruments::ChequeInHand> inHand;  // and what the book says of it
     qint64 accountId = 0;  // a payment's own leaf: its bank account
     double value = 0;
     Currency currency;
@@ -201,7 +202,8 @@ class ChequeDocumentCall {
         ch.currency = {trimmedText(r["ArzCod"]), trimmedText(r["ArzNam"]), r["ArzCount"].toDouble(),
                        r["Nerkh"].toDouble(), {}, {}, {}, {}};
         if (ch.spent) {
-            if (const auto h = tr::instruments::chequeInHand(c_, ch.number, ch.series, ownSerial_)) {
+            ch.inHand = tr::instruments::chequeInHand(c_, ch.number, ch.series, ownSerial_);
+            if (const auto& h = ch.inHand) {
                 ch.account = {h->koll, h->moein, h->tafsily, h->tafsily2, h->projectCod};
                 ch.bank = h->bank;
                 ch.branch = h->branch;
@@ -385,7 +387,7 @@ class ChequeDocumentCall {
             if (!kind_.payment)
                 refusal = tr::instruments::chequeReceiptRefusal(c_, ch.number, ch.series, date, ownSerial);
             else if (ch.spent)
-                refusal = tr::instruments::spentChequeRefusal(c_, ch.number, ch.series, ch.value, date, ownSerial);
+                refusal = tr::instruments::spentChequeRefusal(ch.inHand, ch.value, date);
             else
                 refusal = tr::instruments::ownLeafRefusal(c_, ch.accountId, ch.number, ch.series, ownSerial);
             if (!refusal.isEmpty()) refuse(refusal);
@@ -415,9 +417,7 @@ class ChequeDocumentCall {
         check(cheques, parties, date, ownSerial_);
         if (kind_.payment && opening) {
             for (const Cheque& ch : cheques) {
-                const auto h = ch.spent ? tr::instruments::chequeInHand(c_, ch.number, ch.series, ownSerial_)
-                                        : std::nullopt;
-                if (ch.spent && !(h && h->opening)) {
+                if (ch.spent && !(ch.inHand && ch.inHand->opening)) {
                     refuse(QStringLiteral("خرج چك اول دوره بايد از چكهاي دريافتي اول دوره باشد.(چك دريافتي ") +
                            ch.number + QStringLiteral(" چك دريافتي اول دوره نميباشد.)"));
                 }

@@ -180,18 +180,8 @@ DocumentSearchForm::DocumentSearchForm(const tr::Services& services, SearchFamil
     }
     grid->setColumnStretch(9, 1);
 
-    model_ = new tr::ui::TotalRowsModel(&search_->result(), this);
-    model_->setReadOnly(true);
-    model_->setFieldFormat(QStringLiteral("SValue"), tr::persian::amountCellText);
-
-    grid_ = new QTableView(this);
-    grid_->setObjectName(QStringLiteral("dbg"));
-    grid_->setModel(model_);
-    grid_->setLayoutDirection(Qt::RightToLeft);
-    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid_->verticalHeader()->setDefaultSectionSize(24);
-    grid_->verticalHeader()->hide();
+    model_ = tr::ui::searchResultModel(&search_->result(), this);
+    grid_ = tr::ui::searchResultGrid(model_, this);
     sorter_ = new tr::ui::TitleSorter(grid_, model_, QStringLiteral("sOrder, "));
     // A row's document opens in its screen, by double-click or Enter, as the pickers choose.
     connect(grid_, &QTableView::doubleClicked, this,

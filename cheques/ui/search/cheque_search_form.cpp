@@ -136,16 +136,8 @@ ChequeSearchForm::ChequeSearchForm(const tr::Services& services, ChequeSide side
     g->addLayout(states, 0, 4, row, 1);
     g->setColumnStretch(5, 1);
 
-    model_ = new tr::ui::TotalRowsModel(&search_->result(), this);
-    model_->setReadOnly(true);
-    model_->setFieldFormat(QStringLiteral("SValue"), tr::persian::amountCellText);
-    grid_ = new QTableView(this);
-    grid_->setObjectName(QStringLiteral("dbg"));
-    grid_->setModel(model_);
-    grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grid_->verticalHeader()->setDefaultSectionSize(24);
-    grid_->verticalHeader()->hide();
+    model_ = tr::ui::searchResultModel(&search_->result(), this);
+    grid_ = tr::ui::searchResultGrid(model_, this);
 
     auto* title = new QLabel(ChequeSearch::caption(side), this);
     title->setAlignment(Qt::AlignCenter);
