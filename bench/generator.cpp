@@ -220,9 +220,16 @@ class BookWriter {
 }  // namespace
 
 BookReport generateBook(tr::db::Connection& company, const BookOptions& options) {
-    BookWriter writer(company, options);
-    return writer.run();
+    BookReport report;
+    {
+        BookWriter writer(company, options);
+        report = writer.run();
+    }
+    report.cheques = generateCheques(company, options.cheques);
+    return report;
 }
+
+QString dateOfYearDay(int day) { return dateOfDay(day); }
 
 std::unique_ptr<tr::engine::Engine> openDemoEngine(const QString& dataDirectory) {
     auto engine = std::make_unique<tr::engine::Engine>(dataDirectory);

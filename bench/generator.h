@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 
+#include "bench/cheque_generator.h"
 #include "common/db/connection.h"
 
 namespace tr::engine {
@@ -24,6 +25,8 @@ struct BookOptions {
     double currencyShare = 0.05;   // of the kinds that have a currency twin
     // Called now and then with the documents written so far.
     std::function<void(qint64 done, qint64 total)> progress;
+    // Cheques and their actions over the same year, written after the documents (none unless set).
+    ChequeOptions cheques;
 };
 
 struct BookReport {
@@ -32,7 +35,8 @@ struct BookReport {
     qint64 cancelled = 0;
     qint64 currency = 0;
     std::map<QString, qint64> perKind;
-    double seconds = 0;
+    ChequeReport cheques;
+    double seconds = 0;  // the documents' time; the cheques' is their own
     double rate() const { return seconds > 0 ? documents / seconds : 0; }
 };
 
@@ -45,6 +49,9 @@ BookReport generateBook(tr::db::Connection& company, const BookOptions& options)
 std::unique_ptr<tr::engine::Engine> openDemoEngine(const QString& dataDirectory);
 // A connection to the demo company's current year.
 std::unique_ptr<tr::engine::SqliteConnection> openDemoCompany(tr::engine::Engine& engine);
+
+// "1404/mm/dd" of the year's day `day` (0 for 1404/01/01).
+QString dateOfYearDay(int day);
 
 // Documents (distinct kind and serial) of the six kinds in the company database.
 qint64 documentCount(tr::db::Connection& company);

@@ -113,7 +113,7 @@ void ChequeDocument::newDocument() {
     cheques_.Open();
     counterparties_.Open();
     header_ = {};
-    header_.serial = tr::vouchers::takeNewSerial(*services_.database, side_.kind.code, QString::number(services_.global->userNumber));
+    header_.serial = newSerial();
     header_.date = tr::persian::defaultDocumentDate(services_.global->fiscalStart, services_.global->fiscalEnd);
     header_.userName = services_.global->userName;
     mode_ = DocumentMode::New;
@@ -121,6 +121,30 @@ void ChequeDocument::newDocument() {
     saved_ = false;
     loadedDate_.clear();
     invoiceNote_.clear();
+    started();
+}
+
+QString ChequeDocument::newSerial() {
+    return tr::vouchers::takeNewSerial(*services_.database, side_.kind.code, QString::number(services_.global->userNumber));
+}
+
+bool ChequeDocument::savedSerial(qint64 serial) {
+    return firstColumn(connection(), QStringLiteral("Select Count(*) From N_NaghdTrans Where WhatDoc = ") + kindSql_ +
+                                         QStringLiteral(" And Serial = ") + tr::db::sqlNumber(serial))
+               .toLongLong() > 0;
+}
+
+void ChequeDocument::holdSerial(const QString& serial) {
+    tr::vouchers::holdOpenedDocument(*services_.database, side_.kind.code, serial, QString::number(services_.global->userNumber));
+}
+
+QString ChequeDocument::noSaveRightMessage(bool opening) const {
+    // The paying side says why; the receiving side's buttons are simply off.
+    return side_.payment && !opening ? QStringLiteral("کاربر مجاز به ثبت پرداخت چك نميباشد") : QString();
+}
+
+QString ChequeDocument::deleteMode() const {
+    return opening_ ? QStringLiteral("DELETE_FIRST") : QStringLiteral("DELETE_DOREH");
 }
 
 void ChequeDocument::cancelEdits() {
@@ -273,6 +297,15 @@ void ChequeDocument::reload() {
     // The load fills the currency columns either way; the twin is only told apart on writes.
     c.execute(QStringLiteral("Exec ") + procedure() + QStringLiteral(" 'DB->TRANS', ") + c.text(prefix_) + QStringLiteral(", ") +
               c.text(header_.serial) + QStringLiteral(", '', '', ''"));
+    readSavedHeader();
+    loadedDate_ = header_.date;
+    if (side_.invoices) readInvoiceNote();
+    cheques_.Open();
+    counterparties_.Open();
+}
+
+void ChequeDocument::readSavedHeader() {
+    tr::db::Connection& c = connection();
     opening_ = firstColumn(c, QStringLiteral("Select Count(*) From N_ChqFirst Where WhatDoc = ") + kindSql_ + QStringLiteral(" And Serial = ") +
                                   tr::db::sqlNumber(header_.serial.toLongLong()))
                    .toLongLong() > 0;
@@ -297,10 +330,6 @@ void ChequeDocument::reload() {
             header_.userName = trimmed(voucher.value(0, 2));
         }
     }
-    loadedDate_ = header_.date;
-    if (side_.invoices) readInvoiceNote();
-    cheques_.Open();
-    counterparties_.Open();
 }
 
 void ChequeDocument::readInvoiceNote() {
@@ -385,7 +414,7 @@ bool ChequeDocument::currencyDocument() const {
 
 QString ChequeDocument::procedure() const {
     const tr::vouchers::TreasuryDocumentKind& kind = side_.kind;
-    return currencyDocument() ? kind.currencyProcedure() : kind.procedure;
+    return kind.hasCurrencyTwin && currencyDocument() ? kind.currencyProcedure() : kind.procedure;
 }
 
 bool ChequeDocument::chooseChequeCurrency() {
@@ -438,11 +467,8 @@ bool ChequeDocument::open(const QString& typed) {
     const QString serial = typed.trimmed();
     bool number = false;
     serial.toLongLong(&number);
-    if (!number || firstColumn(c, QStringLiteral("Select Count(*) From N_NaghdTrans Where WhatDoc = ") + kindSql_ + QStringLiteral(" And Serial = ") +
-                                      tr::db::sqlNumber(serial.toLongLong()))
-                           .toLongLong() == 0)
-        return refuse(side_.notThere);
-    tr::vouchers::holdOpenedDocument(*services_.database, side_.kind.code, serial, QString::number(services_.global->userNumber));
+    if (!number || !savedSerial(serial.toLongLong())) return refuse(side_.notThere);
+    holdSerial(serial);
     header_ = {};
     header_.serial = serial;
     reload();
@@ -453,8 +479,8 @@ bool ChequeDocument::open(const QString& typed) {
 
 bool ChequeDocument::save(bool opening) {
     if (!canSave(opening)) {
-        // The paying side says why; the receiving side's buttons are simply off.
-        if (side_.payment && !opening) refuse(QStringLiteral("کاربر مجاز به ثبت پرداخت چك نميباشد"));
+        const QString why = noSaveRightMessage(opening);
+        if (!why.isEmpty()) refuse(why);
         return false;
     }
     tr::db::Connection& c = connection();
@@ -496,17 +522,18 @@ bool ChequeDocument::save(bool opening) {
     const ScreenState before = screenState();
     const bool isNew = mode_ == DocumentMode::New;
     const QString type = isNew ? QStringLiteral("I") : QStringLiteral("E");
-    const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
+    const auto serial = [&] { return tr::db::sqlNumber(header_.serial.toLongLong()); };
     try {
         tr::vouchers::commitDocumentWrite(
             c, {.copyAside =
                     [&] {
-                        if (!opening)
+                        if (!opening && side_.ledger)
                             tr::vouchers::copyDocumentVoucherAside(*services_.database, historyTable_, side_.kind.code,
                                                                    header_.serial);
                     },
                 .call =
                     [&] {
+                        beforeCall(isNew);
                         c.execute(QStringLiteral("Exec ") + procedure() + QLatin1Char(' ') +
                                   c.text(opening ? QStringLiteral("FIRST->DB") : QStringLiteral("TRANS->DB")) +
                                   QStringLiteral(", ") + c.text(prefix_) + QStringLiteral(", ") +
@@ -524,7 +551,7 @@ bool ChequeDocument::save(bool opening) {
                                                                             "'N' And A.WhatDoc = ") +
                                                                  kindSql_ + QStringLiteral(" And N.WhatDoc = ") + kindSql_ +
                                                                  QStringLiteral(" And N.Serial = ") +
-                                                                 serial)));
+                                                                 serial())));
                             return;
                         }
                         logAction(true, type, QString());
@@ -537,8 +564,9 @@ bool ChequeDocument::save(bool opening) {
                                       "SherCode, User_Name, ") +
                                   c.text(services_.global->userName) + QStringLiteral(", ") +
                                   c.text(tr::persian::today()) + QStringLiteral(", ") + c.text(tr::timeText()) +
-                                  QStringLiteral(" From N_ChqFirst Where WhatDoc = ") + kindSql_ + QStringLiteral(" And Serial = ") + serial);
+                                  QStringLiteral(" From N_ChqFirst Where WhatDoc = ") + kindSql_ + QStringLiteral(" And Serial = ") + serial());
                     },
+                .invoiceLinks = [&] { alsoOnSave(opening); },
                 // The saved document as the book now has it, read before the commit: nothing
                 // after a commit may fail and leave a saved document looking unsaved.
                 .readBack =
@@ -555,7 +583,7 @@ bool ChequeDocument::save(bool opening) {
 }
 
 ChequeDocument::ScreenState ChequeDocument::screenState() const {
-    return {header_, lower_, mode_, opening_, saved_, loadedDate_, invoiceNote_};
+    return {header_, lower_, mode_, opening_, saved_, loadedDate_, invoiceNote_, sideState()};
 }
 
 void ChequeDocument::restore(const ScreenState& state) {
@@ -566,6 +594,7 @@ void ChequeDocument::restore(const ScreenState& state) {
     saved_ = state.saved;
     loadedDate_ = state.loadedDate;
     invoiceNote_ = state.invoiceNote;
+    restoreSideState(state.side);
     // The rollback put the work tables back; the grids show them again.
     cheques_.Open();
     counterparties_.Open();
@@ -588,34 +617,42 @@ void ChequeDocument::logAction(bool opening, const QString& type, const QString&
               c.text(services_.global->computerName) + QLatin1Char(')'));
 }
 
+// Every cheque still in hand, as received.
+bool ChequeDocument::checkBeforeDelete() {
+    tr::db::Connection& c = connection();
+    const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
+    // The last actions' table of this desk (a ## table is seen by every desk).
+    tr::db::ScopedTempTable lastActions(*services_.database,
+                                        QStringLiteral("##TmpChqLastTrans") + services_.global->sessionText);
+    const QString& last = lastActions.name();
+    c.execute(QStringLiteral("Exec sp_N_Create_LastChqAction ") + c.text(last) + QStringLiteral(", '', 'FALSE'"));
+    const tr::db::Query moved = openQuery(
+        c, QStringLiteral("Select Top 1 T.ChqNo, K.NDocNam, T.Serial From ") + last +
+               QStringLiteral(" As T Inner Join N_ChqLastTrans As R "
+                          "On (R.ChqNo = T.ChqNo And IsNull(R.Joz, '') = IsNull(T.Joz, '') And R.WhatDoc = ") +
+               kindSql_ + QStringLiteral(" And R.Serial = ") + serial +
+               QStringLiteral(") Left Join N_AsnadNaghd As K On (K.WhatDoc = T.WhatDoc) Where T.WhatDoc <> ") + kindSql_ +
+               QStringLiteral(" Order By T.IDX Desc"));
+    lastActions.drop();
+    if (!moved.IsEmpty()) {
+        QString message = QStringLiteral("آخرين گردش چك شماره ") + trimmed(moved.value(0, 0)) + QLatin1Char(' ') +
+                          trimmed(moved.value(0, 1)) + QStringLiteral(" ميباشد.");
+        if (side_.payment)
+            message += QLatin1Char('\n') + QStringLiteral("اين عمليات در سريال ") + trimmed(moved.value(0, 2)) +
+                       QStringLiteral(" انجام گرفته شده است.");
+        return refuse(message);
+    }
+    return true;
+}
+
 bool ChequeDocument::remove() {
     if (!canDelete()) return false;
     tr::db::Connection& c = connection();
     const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
     const ScreenState before = screenState();
     try {
-        // 1, 2. Every cheque still in hand, as received.
-        // The last actions' table of this desk (a ## table is seen by every desk).
-        tr::db::ScopedTempTable lastActions(*services_.database,
-                                            QStringLiteral("##TmpChqLastTrans") + services_.global->sessionText);
-        const QString& last = lastActions.name();
-        c.execute(QStringLiteral("Exec sp_N_Create_LastChqAction ") + c.text(last) + QStringLiteral(", '', 'FALSE'"));
-        const tr::db::Query moved = openQuery(
-            c, QStringLiteral("Select Top 1 T.ChqNo, K.NDocNam, T.Serial From ") + last +
-                   QStringLiteral(" As T Inner Join N_ChqLastTrans As R "
-                              "On (R.ChqNo = T.ChqNo And IsNull(R.Joz, '') = IsNull(T.Joz, '') And R.WhatDoc = ") +
-                   kindSql_ + QStringLiteral(" And R.Serial = ") + serial +
-                   QStringLiteral(") Left Join N_AsnadNaghd As K On (K.WhatDoc = T.WhatDoc) Where T.WhatDoc <> ") + kindSql_ +
-                   QStringLiteral(" Order By T.IDX Desc"));
-        lastActions.drop();
-        if (!moved.IsEmpty()) {
-            QString message = QStringLiteral("آخرين گردش چك شماره ") + trimmed(moved.value(0, 0)) + QLatin1Char(' ') +
-                              trimmed(moved.value(0, 1)) + QStringLiteral(" ميباشد.");
-            if (side_.payment)
-                message += QLatin1Char('\n') + QStringLiteral("اين عمليات در سريال ") + trimmed(moved.value(0, 2)) +
-                           QStringLiteral(" انجام گرفته شده است.");
-            return refuse(message);
-        }
+        // 1, 2. What the side refuses a delete for.
+        if (!checkBeforeDelete()) return false;
         // 3. Links to sales invoices go with it, if the user agrees; a payment is always confirmed.
         if (side_.invoices) {
             const QString links = QStringLiteral(" From R_ForoshRelatedNaghd Where WhatDoc = ") + kindSql_ +
@@ -631,14 +668,14 @@ bool ChequeDocument::remove() {
         tr::vouchers::commitDocumentWrite(
             c, {.copyAside =
                     [&] {
-                        if (!opening_)
+                        if (!opening_ && side_.ledger)
                             tr::vouchers::copyDocumentVoucherAside(*services_.database, historyTable_, side_.kind.code,
                                                                    header_.serial);
                     },
                 .call =
                     [&] {
                         c.execute(QStringLiteral("Exec ") + procedure() + QLatin1Char(' ') +
-                                  c.text(opening_ ? QStringLiteral("DELETE_FIRST") : QStringLiteral("DELETE_DOREH")) +
+                                  c.text(deleteMode()) +
                                   QStringLiteral(", '', ") + c.text(header_.serial) + QStringLiteral(", '', '', ''"));
                     },
                 .log = [&] { logAction(opening_, QStringLiteral("D"), header_.voucherNo); },

@@ -3,7 +3,8 @@
 // header, the cheque grid and the counterparty grid over ##<prefix>_Taraf with their row checks,
 // the counterparty lines kept in step with their cheque, and loading, saving (normal or opening
 // cheques) and deleting through the kind's procedure, each in one transaction. A side's own
-// rules come from its subclass (received_cheque_document.h, cheque_payment_document.h).
+// rules come from its subclass (received_cheque_document.h, cheque_payment_document.h, and
+// permit_document.h, a payment written up for approval that keeps its documents elsewhere).
 #include <QString>
 #include <optional>
 
@@ -47,6 +48,7 @@ struct ChequeDocumentSide {
     QString dueWord;                                  // "راس چك": "دريافتي" / "پرداختي"
     bool invoices = false;                            // cheques may pay sales invoices
     bool payment = false;                             // the paying side's wording and checks
+    bool ledger = true;                               // posts a voucher (a permit does not)
 };
 
 class ChequeDocument {
@@ -124,9 +126,31 @@ class ChequeDocument {
     // The side's checks before the save's own, and its writes inside the save's or the delete's
     // transaction (after the call).
     virtual bool checkBeforeSave(bool /*opening*/) { return true; }
+    virtual void alsoOnSave(bool /*opening*/) {}
     virtual void alsoOnDelete() {}
     // What a new cheque row starts with besides the payee "حامل".
     virtual void startCheque(tr::db::Query& /*row*/) {}
+    // Where the side keeps its documents. The cheque documents keep theirs in the treasury book
+    // under their kind and hold their serials while open; another side overrides these.
+    virtual bool savedSerial(qint64 serial);
+    virtual QString newSerial();
+    virtual void holdSerial(const QString& serial);
+    // After the load's call: the header as the book has it.
+    virtual void readSavedHeader();
+    // A new document was started (after the grids were emptied and the header set).
+    virtual void started() {}
+    // Inside the save's transaction, before the procedure's call: e.g. the serial a new document
+    // is saved under, when the side takes it only then.
+    virtual void beforeCall(bool /*isNew*/) {}
+    // The delete's refusals before its confirmation (shown; false to stop) and its mode.
+    virtual bool checkBeforeDelete();
+    virtual QString deleteMode() const;
+    // The refusal shown to a user without the right to save (empty: the button is simply off).
+    virtual QString noSaveRightMessage(bool opening) const;
+    // What the side shows besides the base's header, kept before a write and put back when the
+    // write fails.
+    virtual QString sideState() const { return {}; }
+    virtual void restoreSideState(const QString& /*state*/) {}
     // Pieces of a row check.
     void valueCurrencyCheque(tr::db::Query& row);
     bool twiceInDocument(tr::db::Query& row, const QString& number, const QString& series) const;
@@ -153,7 +177,7 @@ class ChequeDocument {
         LowerAccount lower;
         DocumentMode mode;
         bool opening, saved;
-        QString loadedDate, invoiceNote;
+        QString loadedDate, invoiceNote, side;
     };
     ScreenState screenState() const;
     // After a write that failed: the screen as it was, its grids read again from the work tables

@@ -3,10 +3,12 @@
 #include <QSet>
 
 #include "cheques/issued_actions.h"
+#include "common/db/database_error.h"
 #include "common/db/query_helpers.h"
 #include "common/persian/persian_date.h"
 #include "instruments/cheque_issue_rule.h"
 #include "instruments/cheque_work_tables.h"
+#include "vouchers/treasury_log.h"
 
 namespace tr::cheques {
 
@@ -50,6 +52,13 @@ const ChequeDocumentSide& ChequePaymentDocument::paymentSide() {
 }
 
 ChequePaymentDocument::ChequePaymentDocument(const tr::Services& services) : ChequeDocument(services, paymentSide()) {}
+
+ChequePaymentDocument::ChequePaymentDocument(const tr::Services& services, const ChequeDocumentSide& side)
+    : ChequeDocument(services, side) {}
+
+qint64 ChequePaymentDocument::ownSerial() const {
+    return mode() == DocumentMode::Edit ? header_.serial.toLongLong() : 0;
+}
 
 void ChequePaymentDocument::startCheque(Query& row) {
     row.FieldByName(QStringLiteral("ChqStateNam")).SetValue(kIssue);
@@ -110,9 +119,8 @@ bool ChequePaymentDocument::chooseBankAccount() {
 
 bool ChequePaymentDocument::spendCheque(const QString& number, const QString& series) {
     tr::db::Connection& c = connection();
-    const qint64 own = mode() == DocumentMode::Edit ? header_.serial.toLongLong() : 0;
-    const std::optional<tr::instruments::ChequeInHand> h = tr::instruments::chequeInHand(c, number, series, own);
-    const QString refusal = tr::instruments::spentChequeRefusal(h, h ? h->value : 0, header_.date);
+    const std::optional<tr::instruments::ChequeInHand> h = tr::instruments::chequeInHand(c, number, series, ownSerial());
+    const QString refusal = wordRefusal(tr::instruments::spentChequeRefusal(h, h ? h->value : 0, header_.date));
     if (!refusal.isEmpty()) return refuse(refusal);
     Query& row = cheques();
     if (row.state() == Query::State::Browse) {
@@ -171,12 +179,12 @@ bool ChequePaymentDocument::checkCheque(Query& row) {
     if (!tr::persian::isValidDate(due)) return refuse(QStringLiteral("تاريخ سررسيد معتبر نميباشد."));
     if (field(row, "Des").isEmpty()) return refuse(QStringLiteral("شرح سند وارد نشده است"));
     if (field(row, "ChqGetter").isEmpty()) return refuse(QStringLiteral("در وجه وارد نشده است."));
-    const qint64 own = mode() == DocumentMode::Edit ? header_.serial.toLongLong() : 0;
+    const qint64 own = ownSerial();
     if (spent(row)) {
         // 3. A received cheque passed on, at its amount, after its latest action.
         if (twiceInDocument(row, number, series)) return refuse(QStringLiteral("شماره چك تکراري ميباشد."));
         const auto h = tr::instruments::chequeInHand(c, number, series, own);
-        const QString refusal = tr::instruments::spentChequeRefusal(h, value, header_.date);
+        const QString refusal = wordRefusal(tr::instruments::spentChequeRefusal(h, value, header_.date));
         if (!refusal.isEmpty()) return refuse(refusal);
         if (h) {
             const QString levels[] = {h->koll, h->moein, h->tafsily, h->tafsily2, h->projectCod};
@@ -188,16 +196,32 @@ bool ChequePaymentDocument::checkCheque(Query& row) {
         const qint64 account = row.FieldByName(QStringLiteral("AcountID")).AsString().toLongLong();
         if (account <= 0) return refuse(QStringLiteral("شماره حساب وارد نشده است."));
         const QString refusal = tr::instruments::ownLeafRefusal(c, account, number, series, own);
-        if (bookRefusal(refusal)) return refuse(refusal);
+        if (bookRefusal(refusal)) return refuse(wordRefusal(refusal));
         if (twiceInDocument(row, number, series)) return refuse(QStringLiteral("شماره چك تکراري ميباشد."));
-        if (!refusal.isEmpty()) return refuse(refusal);
+        if (!refusal.isEmpty()) return refuse(wordRefusal(refusal));
         if (field(row, "Koll").isEmpty() && !setBankAccount(account)) return false;
     }
     completeCheque(row);
     return true;
 }
 
-bool ChequePaymentDocument::checkBeforeSave(bool /*opening*/) {
+bool ChequePaymentDocument::checkBeforeSave(bool opening) {
+    // The permit first: without it nothing else matters.
+    if (opening) {
+        if (!permit_.isEmpty()) return refuse(QStringLiteral("چكهاي اول دوره نياز به مجوز پرداخت چك ندارند."));
+    } else if (!permit_.isEmpty() || permitsRequired()) {
+        if (permit_.isEmpty()) return refuse(QStringLiteral("صدور چك فقط با صدور مجوز امكان پذير ميباشد."));
+        QString approved;
+        const QString refusal = permitRefusal(permit_, &approved);
+        if (!refusal.isEmpty()) return refuse(refusal);
+        if (tr::persian::latinDigits(header_.date) <= approved)
+            return refuse(QStringLiteral("تاريخ صدور چك بايد بزرگتر از تاريخ تاييد مجوز پرداخت چك (") + approved +
+                          QStringLiteral(") باشد."));
+    }
+    return checkRowsBeforeSave();
+}
+
+bool ChequePaymentDocument::checkRowsBeforeSave() {
     const Query& rows = cheques();
     const int numberColumn = rows.fieldIndex(QStringLiteral("ChqNo"));
     const int dueColumn = rows.fieldIndex(QStringLiteral("SarResidDate"));
@@ -238,6 +262,77 @@ bool ChequePaymentDocument::withdrawDue() {
         ++chosen;
     }
     return chosen == 0 || list.apply();
+}
+
+bool ChequePaymentDocument::permitsRequired() const {
+    return tr::vouchers::treasuryOption(connection(), QStringLiteral("CHQ_MOJAVEZ"))
+               .compare(QLatin1String("YES"), Qt::CaseInsensitive) == 0;
+}
+
+QString ChequePaymentDocument::permitRefusal(const QString& typed, QString* approved) {
+    tr::db::Connection& c = connection();
+    bool number = false;
+    const qint64 serial = typed.trimmed().toLongLong(&number);
+    const Query permit =
+        number ? openQuery(c, QStringLiteral("Select ChqPaySerial, IsNull(ModirAmelDate, ''), IsNull(ModirAmelAbtalDate, ''), "
+                                             "IsNull(ModirMaleAbtalDate, '') From N_MojavezTrans Where Serial = ") +
+                                  tr::db::sqlNumber(serial))
+               : Query();
+    if (!number || permit.IsEmpty()) return QStringLiteral("دستور مجوز پرداختي با اين سريال ثبت نشده است.");
+    const qint64 usedBy = permit.value(0, 0).toLongLong();
+    if (usedBy != 0 && usedBy != ownSerial())
+        return QStringLiteral("اين دستور مجوز پرداخت در سريال ") + QString::number(usedBy) +
+               QStringLiteral(" پرداخت چك صادر شده است.");
+    if (trimmed(permit.value(0, 1)).isEmpty()) return QStringLiteral("اين مجوز دستور پرداخت هنوز به تاييد مديرعامل نرسيده است.");
+    if (!trimmed(permit.value(0, 2)).isEmpty()) return QStringLiteral("اين مجوز دستور پرداخت توسط مديرعامل ابطال شده است.");
+    if (!trimmed(permit.value(0, 3)).isEmpty()) return QStringLiteral("اين مجوز دستور پرداخت توسط مديرمالي ابطال شده است.");
+    if (approved) *approved = trimmed(permit.value(0, 1));
+    return {};
+}
+
+bool ChequePaymentDocument::setPermit(const QString& typed) {
+    const QString serial = typed.trimmed();
+    if (serial.isEmpty()) {
+        permit_.clear();
+        return true;
+    }
+    if (serial == permit_) return true;
+    const QString refusal = permitRefusal(serial);
+    if (!refusal.isEmpty()) return refuse(refusal);
+    // The permit's cheques and counterparty lines replace what the grids held.
+    if (cheques().state() != Query::State::Browse) cheques().Cancel();
+    if (counterparties().state() != Query::State::Browse) counterparties().Cancel();
+    tr::db::Connection& c = connection();
+    c.execute(QStringLiteral("Exec ") + side_.kind.procedure + QStringLiteral(" 'MOJAVEZ->TRANS', ") + c.text(prefix()) +
+              QStringLiteral(", ") + c.text(QString::number(serial.toLongLong())) + QStringLiteral(", '', '', ''"));
+    permit_ = QString::number(serial.toLongLong());
+    cheques().Open();
+    counterparties().Open();
+    return true;
+}
+
+void ChequePaymentDocument::readSavedHeader() {
+    ChequeDocument::readSavedHeader();
+    permit_ = trimmed(firstColumn(connection(), QStringLiteral("Select Min(Serial) From N_MojavezTrans Where ChqPaySerial = ") +
+                                                    tr::db::sqlNumber(header_.serial.toLongLong())));
+}
+
+void ChequePaymentDocument::started() {
+    permit_.clear();
+}
+
+void ChequePaymentDocument::alsoOnSave(bool opening) {
+    tr::db::Connection& c = connection();
+    const QString serial = tr::db::sqlNumber(header_.serial.toLongLong());
+    // A permit this payment no longer carries out is free again.
+    c.execute(QStringLiteral("Update N_MojavezTrans Set ChqPaySerial = 0 Where ChqPaySerial = ") + serial +
+              (permit_.isEmpty() || opening ? QString() : QStringLiteral(" And Serial <> ") + tr::db::sqlNumber(permit_.toLongLong())));
+    if (permit_.isEmpty() || opening) return;
+    // Another desk may have used it since the checks: read again under the save's lock.
+    const QString refusal = permitRefusal(permit_);
+    if (!refusal.isEmpty()) throw tr::db::DatabaseError(refusal);
+    c.execute(QStringLiteral("Update N_MojavezTrans Set ChqPaySerial = ") + serial + QStringLiteral(" Where Serial = ") +
+              tr::db::sqlNumber(permit_.toLongLong()));
 }
 
 void ChequePaymentDocument::alsoOnDelete() {

@@ -33,14 +33,39 @@ class ChequePaymentDocument : public ChequeDocument {
     // saved document as it is.
     bool withdrawDue();
 
+    // Whether cheques are paid only against an approved payment permit (option CHQ_MOJAVEZ=YES).
+    bool permitsRequired() const;
+    // "مجوز پرداخت": the permit this payment carries out. Refused, in this order, when it does
+    // not exist, another payment used it, the managing director has not approved it or either
+    // manager voided it; otherwise the cheque rows are filled from it. Empty: no permit.
+    bool setPermit(const QString& serial);
+    const QString& permitSerial() const { return permit_; }
+
   protected:
+    // A constructor for a side that keeps the payment's rows elsewhere (the permit).
+    ChequePaymentDocument(const tr::Services& services, const ChequeDocumentSide& side);
     bool checkCheque(tr::db::Query& row) override;
     bool checkBeforeSave(bool opening) override;
+    void alsoOnSave(bool opening) override;
     void alsoOnDelete() override;
     void startCheque(tr::db::Query& row) override;
+    void readSavedHeader() override;
+    void started() override;
+    QString sideState() const override { return permit_; }
+    void restoreSideState(const QString& state) override { permit_ = state; }
+    // The payment whose own rows a leaf's checks leave out (0: none).
+    virtual qint64 ownSerial() const;
+    // A side's own wording of a leaf's or spent cheque's refusal.
+    virtual QString wordRefusal(const QString& refusal) const { return refusal; }
+    bool spent(tr::db::Query& row) const;
+    // Every row has its number and due date.
+    bool checkRowsBeforeSave();
 
   private:
-    bool spent(tr::db::Query& row) const;
+    // The refusal of permit `serial` for this payment, or empty; its approval date in `approved`.
+    QString permitRefusal(const QString& serial, QString* approved = nullptr);
+
+    QString permit_;
 };
 
 }  // namespace tr::cheques

@@ -1,4 +1,5 @@
 #include "cheques/issued_actions.h"
+#include "cheques/opening_states.h"
 
 #include "common/db/query_helpers.h"
 #include "common/db/transaction.h"
@@ -165,8 +166,7 @@ tr::instruments::InstrumentFacts IssuedChequeActions::facts() const {
     f.paidOut = !f.own;
     f.guarantee = f.own && field("Tazmin") == QStringLiteral("ض");
     // An opening cheque still in the state its opening payment set.
-    f.opening =
-        field("IsFirst") == QLatin1String("Y") && field("LastWhatDoc") == QLatin1String("81");
+    f.opening = field("IsFirst") == QLatin1String("Y") && atOpeningState(connection(), field("ChqNo"), field("Joz"));
     return f;
 }
 

@@ -1,4 +1,5 @@
 #include "cheques/received_actions.h"
+#include "cheques/opening_states.h"
 
 #include <cmath>
 
@@ -87,7 +88,8 @@ tr::instruments::InstrumentFacts ReceivedChequeActions::facts() const {
     f.side = Side::Received;
     f.guarantee = field("Tazmin") == QStringLiteral("ض");
     // An opening cheque still in the state its opening document set.
-    f.opening = field("IsFirst") == QLatin1String("Y") && field("LastWhatDoc") == QLatin1String("71");
+    // An opening cheque still in the state it entered the period in.
+    f.opening = field("IsFirst") == QLatin1String("Y") && atOpeningState(connection(), field("ChqNo"), field("Joz"));
     return f;
 }
 
@@ -109,6 +111,13 @@ void ReceivedChequeActions::fillAccounts(const QString& kind) {
                                           "N.CodWhatDoc = ") +
                            c.text(field("ChqNo")) + QStringLiteral(" And IsNull(N.Joz, '') = ") + c.text(field("Joz")) +
                            QStringLiteral(" Order By N.IDX Desc"));
+        // A cheque that entered the period in collection has no such row: the bank account chosen
+        // on the row.
+        const qint64 account = field("AcountID").toLongLong();
+        if (to.isEmpty() && account > 0) {
+            to = accountsWhere(QStringLiteral("Select ") + accountColumns(QStringLiteral("J")) +
+                               QStringLiteral(" From N_BankHesab Where AcountID = ") + tr::db::sqlNumber(account));
+        }
     } else if (kind == QLatin1String("77") || kind == QLatin1String("79")) {
         const QString row = kind == QLatin1String("79") ? QStringLiteral("79") : QStringLiteral("71");
         to = accountsWhere(QStringLiteral("Select ") + accountColumns(QString()) +
@@ -133,7 +142,8 @@ void ReceivedChequeActions::fillAccounts(const QString& kind) {
 void ReceivedChequeActions::setBankAccount(qint64 acountId) {
     if (rows().IsEmpty()) return;
     setField("AcountID", acountId);
-    if (chosenKind() == QLatin1String("72")) fillAccounts(QStringLiteral("72"));
+    const QString kind = chosenKind();
+    if (kind == QLatin1String("72") || kind == QLatin1String("73")) fillAccounts(kind);
     rows().Post();
 }
 

@@ -38,7 +38,18 @@ const ChequeDocumentSide& ReceivedChequeDocument::receivedSide() {
 }
 
 ReceivedChequeDocument::ReceivedChequeDocument(const tr::Services& services)
-    : ChequeDocument(services, receivedSide()) {}
+    : ChequeDocument(services, receivedSide()), settlement_(std::make_unique<ChequeSettlement>(*this)) {}
+
+ReceivedChequeDocument::~ReceivedChequeDocument() = default;
+
+void ReceivedChequeDocument::alsoOnSave(bool /*opening*/) {
+    settlement_->writeOnSave();
+}
+
+void ReceivedChequeDocument::alsoOnDelete() {
+    // The procedure has cut the document's links and given their invoices back what they paid.
+    settlement_->discardPending();
+}
 
 bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {
     tr::db::Connection& c = connection();
@@ -78,26 +89,18 @@ bool ReceivedChequeDocument::checkCheque(tr::db::Query& row) {
 
 // A cheque assigned to sales invoices stays an ordinary cheque worth at least what it pays.
 bool ReceivedChequeDocument::checkInvoiceAllocation(tr::db::Query& row, const QString& number, const QString& series) {
-    if (mode_ != DocumentMode::Edit) return true;
-    tr::db::Connection& c = connection();
-    const tr::db::Query assigned = openQuery(
-        c, QStringLiteral("Select Count(*), IsNull(Sum(NaghdValue), 0) From R_ForoshRelatedNaghd Where WhatDoc = '71' "
-                          "And Serial = ") +
-               tr::db::sqlNumber(header_.serial.toLongLong()) + QStringLiteral(" And LTrim(RTrim(AtfCh)) = ") +
-               c.text(number) + QStringLiteral(" And LTrim(RTrim(IsNull(DocToDate, ''))) = ") + c.text(series));
-    if (assigned.value(0, 0).toLongLong() == 0) return true;
+    const ChequeAllocation assigned = settlement_->allocationOf(number, series);
+    if (assigned.invoices == 0) return true;
     if (row.FieldByName(QStringLiteral("Tazmin")).AsString().trimmed() == QStringLiteral("ض")) {
         messages_.show(QStringLiteral("چک به صورتحساب اختصاص داده شده و نميتوان آن را تبديل به چک تضميني کرد"),
                        QStringLiteral("1ER"), QStringLiteral("   خطا..."));
         return false;
     }
-    const double total = assigned.value(0, 1).toDouble();
-    if (row.FieldByName(QStringLiteral("ChqValue")).AsFloat() < total - 0.005) {
+    if (row.FieldByName(QStringLiteral("ChqValue")).AsFloat() < assigned.total - 0.005) {
         return refuse(QStringLiteral("مبلغ چک نميتواند کوچکتر از مجموع مبالغ اختصاص داده شده به صورتحساب ها ( ") +
-                      tr::persian::formatAmount(total) + QStringLiteral(") باشد "));
+                      tr::persian::formatAmount(assigned.total) + QStringLiteral(") باشد "));
     }
     return true;
 }
-
 
 }  // namespace tr::cheques

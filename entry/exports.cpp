@@ -13,6 +13,8 @@
 #include "cheques/ui/chq_action1_form.h"
 #include "cheques/ui/chq_get_form.h"
 #include "cheques/ui/chq_get_slct_form.h"
+#include "cheques/ui/chq_mojavez_form.h"
+#include "cheques/ui/chq_mojavez_taed_form.h"
 #include "cheques/ui/chq_pay_form.h"
 #include "cheques/ui/chq_to_bank_form.h"
 #include "cheques/ui/ebtal_barge_check_form.h"
@@ -29,6 +31,8 @@ TR_SCREEN(Havaleh_Naghd, HavalehForm, tr::cashbank::THavalehForm)
 TR_SCREEN(Search_Naghd, SearchForm, tr::cashbank::TSearchForm)
 TR_INVOICE_SCREEN(ChqGet_Naghd, ChqGetForm, tr::cheques::TChqGetForm)
 TR_SCREEN(ChqPay_Naghd, ChqPayForm, tr::cheques::TChqPayForm)
+TR_SCREEN(ChqMojavez_Naghd, ChqMojavezForm, tr::cheques::TChqMojavezForm)
+TR_SCREEN(ChqMojavezTaed_Naghd, ChqMojavezTaedForm, tr::cheques::TChqMojavezTaedForm)
 TR_SCREEN(Chq_Action_Naghd, ChqAction1Form, tr::cheques::TChqAction1Form)
 TR_SCREEN(ChqToBank_Naghd, ChqToBankForm, tr::cheques::TChqToBankForm)
 TR_VOID_MODE_SCREEN(EbtalBargeCheck_Naghd, EbtalBargeCheckForm, tr::cheques::TEbtalBargeCheckForm)

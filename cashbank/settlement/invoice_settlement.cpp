@@ -17,26 +17,23 @@ using tr::db::withoutHashes;
 
 }  // namespace
 
-QString InvoiceSettlement::windowCaption() {
-    return QStringLiteral(" ثبت چک در صورتحساب");
-}
-QString InvoiceSettlement::amountCaption() {
-    return QStringLiteral("مبلغ دريافت صندوق : ");
-}
-QString InvoiceSettlement::remainingCaption() {
-    return QStringLiteral("باقيمانده دريافت صندوق :");
-}
-QString InvoiceSettlement::customerFilterCaption() {
-    return QStringLiteral("پالايش مشتري");
-}
-
 const SettlementKind* InvoiceSettlement::findKind(const QString& code) {
-    static const SettlementKind receipt{
-        QStringLiteral("10"), QStringLiteral("        ثبت دريافت صندوق در صورتحساب"),
-        QStringLiteral("شماره دريافت صندوق : "), QStringLiteral("دريافت صندوق")};
-    static const SettlementKind deposit{
-        QStringLiteral("50"), QStringLiteral("        ثبت واريز بانک در صورتحساب"),
-        QStringLiteral("شماره واريز بانک : "), QStringLiteral("واريز بانک")};
+    // Both dialogs keep the receipt's amount captions and customer filter.
+    const auto cash = [](const char* code, const char* title, const char* number, const char* name) {
+        SettlementKind kind;
+        kind.code = QLatin1String(code);
+        kind.titleBar = QString::fromUtf8(title);
+        kind.numberCaption = QString::fromUtf8(number);
+        kind.documentName = QString::fromUtf8(name);
+        kind.amountCaption = QStringLiteral("مبلغ دريافت صندوق : ");
+        kind.remainingCaption = QStringLiteral("باقيمانده دريافت صندوق :");
+        kind.filterCaption = QStringLiteral("پالايش مشتري");
+        return kind;
+    };
+    static const SettlementKind receipt = cash("10", "        ثبت دريافت صندوق در صورتحساب", "شماره دريافت صندوق : ",
+                                               "دريافت صندوق");
+    static const SettlementKind deposit = cash("50", "        ثبت واريز بانک در صورتحساب", "شماره واريز بانک : ",
+                                               "واريز بانک");
     const QString c = code.trimmed();
     if (c == receipt.code) return &receipt;
     if (c == deposit.code) return &deposit;
@@ -70,6 +67,20 @@ InvoiceSettlement::~InvoiceSettlement() {
 
 QString InvoiceSettlement::serialNumber() const {
     return sqlNumber(serial().toLongLong());
+}
+
+QString InvoiceSettlement::ownLinks() const {
+    return QStringLiteral("R.WhatDoc = ") + connection().text(kind_.code) + QStringLiteral(" And R.Serial = ") +
+           (serial().isEmpty() ? QStringLiteral("0") : serialNumber());
+}
+
+QString InvoiceSettlement::customer() const {
+    tr::db::Query& grid = document_.grid();
+    if (!grid.Active() || grid.IsEmpty()) return {};
+    return InvoiceLedger(services_).customerOf(grid.FieldByName(QStringLiteral("CodWhatDoc2")).AsString(),
+                                               grid.FieldByName(QStringLiteral("Koll")).AsString(),
+                                               grid.FieldByName(QStringLiteral("Moein")).AsString(),
+                                               grid.FieldByName(QStringLiteral("Tafsily")).AsString());
 }
 
 QString InvoiceSettlement::existingSerial(const QString& invoice) const {
@@ -168,63 +179,8 @@ void InvoiceSettlement::noteMultiInvoice() {
 }
 
 
-QString InvoiceSettlement::invoicePeriod(const QString& invoice) const {
-    tr::db::Connection& c = connection();
-    const QString year = services_.global->sYear.trimmed();
-    if (readInvoice(invoice)) return year;
-    // An earlier period's invoice is known here only through R_OldFactor.
-    const QVariant period = tr::db::firstColumn(
-        c, QStringLiteral("Select Top 1 MainDorehMali From R_OldFactor Where SanadNoForosh = ") +
-               c.text(invoice) + QStringLiteral(" Order By MainDorehMali Desc"));
-    return period.isNull() ? year : period.toString().trimmed();
-}
-
-void InvoiceSettlement::recomputeInvoices(tr::db::MyDatabase& database, const QString& kind) {
-    tr::db::Connection& c = *database.Connection;
-    tr::db::execute(database, QStringLiteral("UPDATE R_OldFactor SET  NaghdValue = NaghdValue1 "));
-    tr::db::execute(
-        database,
-        QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue + IsNull((Select "
-                       "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where R.WhatDoc = ") +
-            c.text(kind) +
-            QStringLiteral(" And R.SanadNoForosh + '_' + R.DorehMali = R_OldFactor.SanadNoForosh "
-                           "+ '_' + R_OldFactor.MainDorehMali), 0)"));
-    tr::db::execute(
-        database,
-        QStringLiteral("UPDATE R_OldFactor SET MandehFactor = FactorValue - NaghdValue "));
-}
-
-void InvoiceSettlement::recomputeInvoicesOf(tr::db::MyDatabase& database,
-                                            const QList<InvoiceKey>& invoices) {
-    tr::db::Connection& c = *database.Connection;
-    for (const InvoiceKey& invoice : invoices) {
-        const QString which = QStringLiteral(" Where SanadNoForosh = ") + c.text(invoice.number) +
-                              QStringLiteral(" And MainDorehMali = ") + c.text(invoice.period);
-        tr::db::execute(
-            database,
-            QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue1 + IsNull((Select "
-                           "Sum(R.NaghdValue) From R_ForoshRelatedNaghd As R Where "
-                           "R.SanadNoForosh = R_OldFactor.SanadNoForosh And R.DorehMali = "
-                           "R_OldFactor.MainDorehMali), 0)") +
-                which);
-        tr::db::execute(database,
-                        QStringLiteral("Update R_OldFactor Set MandehFactor = FactorValue - "
-                                       "NaghdValue") +
-                            which);
-    }
-}
-
 QList<InvoiceKey> InvoiceSettlement::linkedInvoices() const {
-    tr::db::Connection& c = connection();
-    const tr::db::Query rows =
-        openQuery(c, QStringLiteral("Select Distinct SanadNoForosh, DorehMali From "
-                                    "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
-                         c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber());
-    QList<InvoiceKey> invoices;
-    for (int row = 0; row < rows.RecordCount(); ++row)
-        invoices << InvoiceKey{rows.value(row, 0).toString().trimmed(),
-                               rows.value(row, 1).toString().trimmed()};
-    return invoices;
+    return InvoiceLedger(services_).linkedInvoices(QStringLiteral("R.TypeAction = '1' And ") + ownLinks());
 }
 
 void InvoiceSettlement::writeInvoiceLinks() {
@@ -261,7 +217,7 @@ void InvoiceSettlement::keepSavedAllocations() {
 
 void InvoiceSettlement::writeInvoiceBoundLinks() {
     tr::db::Connection& c = connection();
-    const QString period = invoicePeriod(invoice_);
+    const QString period = InvoiceLedger(services_).invoicePeriod(invoice_);
     // The links and the balances they make are all or nothing, the dropped allocations too.
     tr::db::Transaction transaction(c);
     QList<InvoiceKey> affected = linkedInvoices();
@@ -284,7 +240,7 @@ void InvoiceSettlement::writeInvoiceBoundLinks() {
     // (deposits, cheques) pay them.
     for (const InvoiceKey& invoice : linkedInvoices())
         if (!affected.contains(invoice)) affected << invoice;
-    recomputeInvoicesOf(database(), affected);
+    InvoiceLedger::recomputeInvoicesOf(database(), affected);
     // Allocations made in the dialog give way to the invoice the document was opened for.
     discardPendingAllocations();
     transaction.commit();
@@ -335,11 +291,11 @@ void InvoiceSettlement::writePendingAllocations(bool fromDialog) {
     // 3. Balances: the dialog's allocations recompute every invoice from this kind's links;
     // a save that only re-links its saved allocations leaves the other invoices alone.
     if (fromDialog) {
-        recomputeInvoices(database(), kind_.code);
+        InvoiceLedger::recomputeInvoices(database(), kind_.code);
     } else {
         for (const InvoiceKey& invoice : linkedInvoices())
             if (!affected.contains(invoice)) affected << invoice;
-        recomputeInvoicesOf(database(), affected);
+        InvoiceLedger::recomputeInvoicesOf(database(), affected);
     }
     discardPendingAllocations();
     transaction.commit();
@@ -367,91 +323,27 @@ void InvoiceSettlement::undoInvoiceSettlement() {
 }
 
 QStringList InvoiceSettlement::openPeriods() const {
-    tr::db::Connection& c = connection();
-    QStringList periods;
-    const auto add = [&](const QString& sql) {
-        const tr::db::Query rows = openQuery(c, sql);
-        for (int row = 0; row < rows.RecordCount(); ++row) {
-            const QString period = rows.value(row, 0).toString().trimmed();
-            if (!period.isEmpty() && !periods.contains(period)) periods << period;
-        }
-    };
-    add(QStringLiteral("select Distinct DorehMali From R_OldFactor WHERE MandehFactor <> 0"));
-    // A fully paid invoice stays in the list while this document is what pays it.
-    if (!serial().isEmpty())
-        add(QStringLiteral("Select Distinct DorehMali From R_ForoshRelatedNaghd Where WhatDoc = ") +
-            c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber());
-    if (hasPendingAllocations())
-        add(QStringLiteral("Select Distinct DorehMali From ") + pendingTable());
-    periods.sort();
-    return periods;
+    return InvoiceLedger(services_).openPeriods(extraPeriods());
 }
 
-void InvoiceSettlement::fillOpenInvoices(const QString& table, const QString& customer) const {
+QStringList InvoiceSettlement::extraPeriods() const {
     tr::db::Connection& c = connection();
-    tr::db::dropTempTable(database(), withoutHashes(table));
-    tr::db::execute(
-        database(),
-        QStringLiteral("Create Table ") + table +
-            QStringLiteral(" (sSelect Varchar(1), DorehMali Varchar(10), SanadNoForosh "
-                           "Varchar(20), FactorDate Varchar(10), FactorValue Float, GetValue "
-                           "Float, NaghdValue Float, CustomerNam NVarchar(100), ChqValue Float, "
-                           "ChqNo Varchar(20), CustomerCod Varchar(10), ID Int Identity(1, 1))"));
-    const QString serialValue = serial().isEmpty() ? QStringLiteral("0") : serialNumber();
-    for (const QString& period : openPeriods()) {
-        const QString name =
-            tr::db::companyDatabaseName(c, services_.global->sCode.trimmed(), period);
-        if (name.isEmpty()) continue;
-        // The current period's tables are read without a database prefix.
-        const QString prefix = name.compare(c.databaseName(), Qt::CaseInsensitive) == 0
-                                   ? QString()
-                                   : name + QStringLiteral("..");
-        QString sql = QStringLiteral("Insert Into ") + table +
-                      QStringLiteral(
-                          " (sSelect, DorehMali, SanadNoForosh, FactorDate, FactorValue, "
-                          "GetValue, NaghdValue, CustomerNam, CustomerCod) Select '', "
-                          "O.MainDorehMali, O.SanadNoForosh, F.SanadDate, O.FactorValue, "
-                          "O.FactorValue - O.NaghdValue1 - IsNull((Select Sum(R.NaghdValue) From "
-                          "R_ForoshRelatedNaghd As R Where R.SanadNoForosh = O.SanadNoForosh And "
-                          "R.DorehMali = O.MainDorehMali And Not (R.WhatDoc = ") +
-                      c.text(kind_.code) + QStringLiteral(" And R.Serial = ") + serialValue +
-                      QStringLiteral(
-                          ")), 0), 0, C.CustomerNam, F.CustomerCod From R_OldFactor As O Inner "
-                          "Join ") +
-                      prefix +
-                      QStringLiteral(
-                          "R_FactorForosh As F On F.SanadNoForosh = O.SanadNoForosh "
-                          "Left Join ") +
-                      prefix +
-                      QStringLiteral(
-                          "R_Customer As C On C.CustomerCod = F.CustomerCod Where "
-                          "O.MainDorehMali = ") +
-                      c.text(period);
-        if (!customer.trimmed().isEmpty())
-            sql += QStringLiteral(" And F.CustomerCod = ") + c.text(customer.trimmed());
-        tr::db::execute(database(), sql);
-    }
-    // This document's own allocations: those waiting for the save, else the saved ones.
-    const tr::db::Query own = openQuery(
-        c, hasPendingAllocations()
-               ? QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From ") +
-                     pendingTable() +
-                     QStringLiteral(" Where sSelect = 'P' Group By SanadNoForosh, DorehMali")
-               : QStringLiteral("Select SanadNoForosh, DorehMali, Sum(NaghdValue) From "
-                                "R_ForoshRelatedNaghd Where TypeAction = '1' And WhatDoc = ") +
-                     c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialValue +
-                     QStringLiteral(" Group By SanadNoForosh, DorehMali"));
-    for (int row = 0; row < own.RecordCount(); ++row) {
-        tr::db::execute(database(), QStringLiteral("Update ") + table +
-                                        QStringLiteral(" Set sSelect = 'P', NaghdValue = ") +
-                                        sqlNumber(own.value(row, 2).toDouble()) +
-                                        QStringLiteral(" Where SanadNoForosh = ") +
-                                        c.text(own.value(row, 0).toString().trimmed()) +
-                                        QStringLiteral(" And DorehMali = ") +
-                                        c.text(own.value(row, 1).toString().trimmed()));
-    }
-    tr::db::execute(database(), QStringLiteral("Delete From ") + table +
-                                    QStringLiteral(" Where sSelect <> 'P' And GetValue < 0.005"));
+    QStringList extra;
+    // A fully paid invoice stays in the list while this document is what pays it.
+    if (!serial().isEmpty())
+        extra << QStringLiteral("Select Distinct DorehMali From R_ForoshRelatedNaghd Where WhatDoc = ") +
+                     c.text(kind_.code) + QStringLiteral(" And Serial = ") + serialNumber();
+    if (hasPendingAllocations()) extra << QStringLiteral("Select Distinct DorehMali From ") + pendingTable();
+    return extra;
+}
+
+void InvoiceSettlement::fillOpenInvoices(const QString& table) const {
+    tr::settlement::OwnAllocations own;
+    own.savedLinks = ownLinks();
+    if (hasPendingAllocations())
+        own.pendingSelect = QStringLiteral("Select SanadNoForosh, DorehMali, NaghdValue From ") + pendingTable() +
+                            QStringLiteral(" Where sSelect = 'P'");
+    InvoiceLedger(services_).fillOpenInvoices(kind_, table, own, extraPeriods());
 }
 
 bool InvoiceSettlement::hasPendingAllocations() const {
@@ -468,9 +360,15 @@ void InvoiceSettlement::createPendingTable() {
                                        "Varchar(10))"));
 }
 
-void InvoiceSettlement::keepAllocations(const QString& listTable, double lineAmount,
-                                        const QString& lineDes) {
+void InvoiceSettlement::keepAllocations(const QString& listTable) {
     tr::db::Connection& c = connection();
+    double lineAmount = 0;
+    QString lineDes;
+    tr::db::Query& grid = document_.grid();
+    if (grid.Active() && !grid.IsEmpty()) {
+        lineAmount = grid.FieldByName(tr::vouchers::sideColumn(document_.kind().gridSide())).AsFloat();
+        lineDes = grid.FieldByName(QStringLiteral("Des")).AsString();
+    }
     // The earlier allocations give way only to the whole of the new ones.
     tr::db::Transaction transaction(c);
     createPendingTable();
@@ -489,36 +387,8 @@ void InvoiceSettlement::discardPendingAllocations() {
     tr::db::dropTempTable(database(), withoutHashes(pendingTable()));
 }
 
-QString InvoiceSettlement::paymentsTitle(const QString& invoice) {
-    return QStringLiteral("وجوه پرداختي صورتحساب شماره : ") + invoice.trimmed();
-}
-
 void InvoiceSettlement::showPayments(const QString& invoice, const QString& period) {
-    if (!services_.pickList) return;
-    tr::db::Connection& c = connection();
-    tr::db::ScopedTempTable table(database(), document_.transferTable() + QStringLiteral("Pay"));
-    tr::db::dropTempTable(database(), withoutHashes(table.name()));
-    QString sql = QStringLiteral("SELECT N.NDocNam,Serial,AtfCh,SanadNoForosh,NaghdValue Into ") +
-                  table.name() +
-                  QStringLiteral(
-                      " FROM R_ForoshRelatedNaghd D JOIN N_AsnadNaghd N ON N.WhatDoc = "
-                      "D.WhatDoc WHERE LTRIM(RTRIM(D.SanadNoForosh)) = ") +
-                  c.text(invoice.trimmed()) + QStringLiteral(" AND D.NaghdValue <>0");
-    if (!period.trimmed().isEmpty())
-        sql += QStringLiteral(" AND DorehMali = ") + c.text(period.trimmed());
-    tr::db::execute(database(), sql);
-    const QList<tr::dialog::PickColumn> columns = {
-        {QStringLiteral("NDocNam"), QStringLiteral("نوع پرداخت"), 140},
-        {QStringLiteral("Serial"), QStringLiteral("سريال"), 70},
-        {QStringLiteral("AtfCh"), QStringLiteral("شناسه"), 90},
-        {QStringLiteral("SanadNoForosh"), QStringLiteral("صورتحساب"), 90},
-        {QStringLiteral("NaghdValue"), QStringLiteral("مبلغ پرداختي"), 120},
-    };
-    services_.pickList->pick(
-        paymentsTitle(invoice),
-        QStringLiteral("Select * From ") + table.name() + QStringLiteral(" Order By SanadNoForosh"),
-        columns, 0);
-    table.drop();
+    InvoiceLedger(services_).showPayments(document_.transferTable() + QStringLiteral("Pay"), invoice, period);
 }
 
 }  // namespace tr::cashbank

@@ -1,13 +1,14 @@
 #pragma once
 // InvoiceSettlement: how one cash receipt ('10') or bank deposit ('50') screen pays sales invoices:
-// the invoice it was opened for, the links written on save and undone on delete, the open
-// invoices of every fiscal period, the allocations the settlement dialog leaves for the next save.
+// the invoice it was opened for, the links written on save and undone on delete, and, as the
+// settlement dialog's payer, the line under the cursor and the allocations left for the next save.
 #include <QList>
 #include <QString>
 #include <optional>
 
 #include "common/dialog/message_dialog.h"
 #include "common/session/services.h"
+#include "settlement/invoice_ledger.h"
 #include "vouchers/n_global.h"
 
 namespace tr::cashbank {
@@ -22,41 +23,30 @@ struct SalesInvoice {
     double sellValue = 0;
 };
 
-// An invoice of one fiscal period, as R_OldFactor keys it.
-struct InvoiceKey {
-    QString number;  // SanadNoForosh
-    QString period;  // MainDorehMali / DorehMali
-    bool operator==(const InvoiceKey&) const = default;
-};
+using tr::settlement::InvoiceKey;
+using tr::settlement::InvoiceLedger;
+using tr::settlement::SettlementKind;
 
-// The texts and code of one settling kind.
-struct SettlementKind {
-    QString code;           // WhatDoc: "10" or "50"
-    QString titleBar;       // the dialog's title bar
-    QString numberCaption;  // the label before the document's serial
-    QString documentName;   // in the dialog's refusals
-};
-
-class InvoiceSettlement {
+class InvoiceSettlement : public tr::settlement::InvoicePayer {
   public:
-    // The window caption both dialogs share.
-    static QString windowCaption();
-    static QString amountCaption();
-    static QString remainingCaption();
-    static QString customerFilterCaption();
     static const SettlementKind* findKind(const QString& code);
 
     // Serves `document` (kind '10' or '50'; anything else throws std::invalid_argument) and
     // installs the document's writeInvoiceLinks and undoInvoiceSettlement hooks.
     InvoiceSettlement(const tr::Services& services, tr::vouchers::N_Global& document);
     // Removes the hooks and drops the work tables.
-    ~InvoiceSettlement();
+    ~InvoiceSettlement() override;
     InvoiceSettlement(const InvoiceSettlement&) = delete;
     InvoiceSettlement& operator=(const InvoiceSettlement&) = delete;
 
-    const SettlementKind& kind() const { return kind_; }
+    const SettlementKind& kind() const override { return kind_; }
     tr::vouchers::N_Global& document() { return document_; }
-    const tr::Services& services() const { return services_; }
+    const tr::Services& services() const override { return services_; }
+    QString serial() const override { return document_.header().serial.trimmed(); }
+    // The dialog shares out the document's amount; the line under the grid's cursor pays, and its
+    // amount and description find its IDX again when the document is saved.
+    double amount() const override { return document_.header().amount; }
+    QString customer() const override;
 
     // The invoice the host passed; empty outside invoice mode.
     void setInvoiceNumber(const QString& invoice) { invoice_ = invoice.trimmed(); }
@@ -87,38 +77,30 @@ class InvoiceSettlement {
 
     // Periods (sYear values) that have open invoices, plus those this document allocates to.
     QStringList openPeriods() const;
-    // Rebuilds the dialog's list of open invoices into `table` (created here); a customer code
-    // limits it to that customer.
-    void fillOpenInvoices(const QString& table, const QString& customer = {}) const;
+    // Rebuilds the dialog's list of open invoices into `table` (created here).
+    void fillOpenInvoices(const QString& table) const override;
 
     // The dialog's list and the allocations waiting for the next save.
-    QString invoiceListTable() const {
-        return document_.transferTable() + QStringLiteral("InFact");
-    }
+    QString listTable() const override { return document_.transferTable() + QStringLiteral("InFact"); }
+    QString invoiceListTable() const { return listTable(); }
     QString pendingTable() const { return document_.transferTable() + QStringLiteral("_Relate"); }
     bool hasPendingAllocations() const;
     // Replaces the pending allocations by the chosen rows of `listTable`, each stamped with the
-    // paying line's amount and description (they find the line's IDX on save).
-    void keepAllocations(const QString& listTable, double lineAmount, const QString& lineDes);
+    // amount and description of the line under the grid's cursor (they find the line's IDX on save).
+    void keepAllocations(const QString& listTable) override;
     void discardPendingAllocations();
 
     // "وجوه پرداختي صورتحساب شماره : " + invoice through the host's pick list.
-    void showPayments(const QString& invoice, const QString& period = {});
-    static QString paymentsTitle(const QString& invoice);
-
-    // Recomputes every invoice's paid and open amounts from this kind's links only: the
-    // settlement dialog's way, kept as it is.
-    static void recomputeInvoices(tr::db::MyDatabase& database, const QString& kind);
-    // Paid and open amounts of `invoices` from their base and every kind's links.
-    static void recomputeInvoicesOf(tr::db::MyDatabase& database,
-                                    const QList<InvoiceKey>& invoices);
+    void showPayments(const QString& invoice, const QString& period = {}) override;
 
   private:
     tr::db::Connection& connection() const { return services_.connection(); }
     tr::db::MyDatabase& database() const { return *services_.database; }
-    QString serial() const { return document_.header().serial.trimmed(); }
     QString serialNumber() const;
-    QString invoicePeriod(const QString& invoice) const;
+    // This document's links, as a condition on R_ForoshRelatedNaghd As R.
+    QString ownLinks() const;
+    // The periods this document's links and waiting allocations name.
+    QStringList extraPeriods() const;
     void writeInvoiceBoundLinks();
     // The invoices this document's saved links pay.
     QList<InvoiceKey> linkedInvoices() const;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QScopeGuard>
+
 #include "cheques/bank_slips.h"
 #include "cheques/received_actions.h"
 #include "common/db/query_helpers.h"
@@ -125,6 +127,9 @@ TEST_F(ChequesToBankTest, TicksCountAndTitleSortingThenByNumber) {
     // A bank name wider than the list's column is cut to it, not refused.
     company().execute(QStringLiteral("Update N_Bank Set BankNam = 'بانک ملي ايران - مديريت شعب استان تهران' "
                                      "Where BankCod = '01'"));
+    // The demo's name again for the tests that follow in this process.
+    const auto restoreName = qScopeGuard(
+        [] { company().execute(QStringLiteral("Update N_Bank Set BankNam = 'بانک ملي' Where BankCod = '01'")); });
     list->fill();
     EXPECT_EQ(list->rows().FieldByName(QStringLiteral("BankName")).AsString().trimmed(),
               QStringLiteral("بانک ملي ايران - مديريت").left(20).trimmed());

@@ -131,12 +131,16 @@ TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Tab);
     };
+    // Alt+1, as the grid's caption says, starts the first cheque of the empty grid.
+    QTest::keyClick(grid, Qt::Key_1, Qt::AltModifier);
+    ASSERT_EQ(grid->model()->rowCount(), 1);
     for (const char* number : {"7001", "7002"}) {
-        if (QString::fromLatin1(number) == QLatin1String("7001")) QTest::keyClick(grid, Qt::Key_Insert);
         typeCell(QString::fromLatin1(number));
         typeCell(QStringLiteral("A"));
         typeCell(QStringLiteral("3000000"));
-        typeCell(QStringLiteral("1405/01/20"));
+        // The due date's cell takes the digits alone.
+        typeCell(QString::fromLatin1(number) == QLatin1String("7001") ? QStringLiteral("1405/01/20")
+                                                                      : QStringLiteral("14050120"));
         QTest::keyClick(grid, Qt::Key_Tab);  // the payee stays "حامل"
         typeCell(QStringLiteral("103"));
         typeCell(QStringLiteral("0001"));
@@ -150,6 +154,17 @@ TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
     }
     EXPECT_EQ(form->counterpartyGrid()->model()->rowCount(), 2);
     EXPECT_EQ(grid->currentIndex().row(), 2);
+    EXPECT_EQ(form->document().cheques().FieldByName(QStringLiteral("ChqNo")).AsString(), QString());
+    // Leaving the new row untouched drops it, without a word.
+    QTest::keyClick(grid, Qt::Key_Up);
+    EXPECT_TRUE(session->dialog.shown().isEmpty()) << session->dialog.last().text.toStdString();
+    EXPECT_EQ(grid->model()->rowCount(), 2);
+    EXPECT_EQ(form->document().cheques().state(), tr::db::Query::State::Browse);
+    EXPECT_TRUE(form->document().save()) << session->dialog.last().text.toStdString();
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad Where WhatDoc = '71' And Bed > 0 "
+                                                            "And AtfDate = '1405/01/20'"))
+                  .toInt(),
+              2);
 }
 
 TEST_F(ChqGetFormTest, ButtonsFollowTheUsersRights) {

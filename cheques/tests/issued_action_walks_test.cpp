@@ -3,13 +3,16 @@
 // the drop-down, types a date, then "تاييد". Each tab must list exactly the cheques the model puts
 // on it, refuse exactly the names and dates the model refuses, and post the list exactly when
 // every chosen action is legal; after every step each cheque is in the model's state and at the
-// end its amount stands where the model says. TR_CHEQUE_WALKS sets the number of walks,
-// TR_CHEQUE_SEED the seed.
+// end its amount stands where the model says. The walks start from the payment, and again from
+// every state an opening cheque may be given on the opening-states screen (no undo there; the
+// first action's voucher starts from the opening row's accounts). TR_CHEQUE_WALKS sets the
+// number of walks, TR_CHEQUE_SEED the seed.
 #include <gtest/gtest.h>
 
 #include <QRandomGenerator>
 
 #include "cheques/issued_actions.h"
+#include "cheques/opening_states.h"
 #include "cheques/received_actions.h"
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
@@ -45,9 +48,91 @@ class IssuedActionWalkTest : public tr::procedures::testing::ChequeTest {
                 return true;
         return false;
     }
+
+    // `count` opening cheques paid at the period's start: our leaves on bank account 1, a quarter
+    // of them guarantee cheques, and about a third opening received cheques passed on; each then
+    // given one of the states the opening-states screen offers it, in turn from a random start,
+    // and its walk starting there.
+    static std::vector<Cheque> openingCheques(const tr::Services& services, QRandomGenerator& random,
+                                              int count, int offset, qint64 serial) {
+        std::vector<Cheque> cheques(count);
+        std::vector<DocumentCheque> paid, receipts;
+        for (int i = 0; i < count; ++i) {
+            Cheque& c = cheques[i];
+            c.origin = random.bounded(3) == 0 ? Origin::Spent : Origin::Own;
+            c.number = QString::number((c.origin == Origin::Own ? 700000 : 800000) + offset + i);
+            c.guarantee = c.origin == Origin::Own && random.bounded(4) == 0;
+            c.opening = true;
+            c.value = 1000.0 * (1 + random.bounded(900));
+            DocumentCheque d;
+            d.number = c.number;
+            d.series = seriesOf(c);
+            d.value = c.value;
+            d.due = kDue;
+            d.guarantee = c.guarantee;
+            if (c.origin == Origin::Own)
+                d.bankAccount = 1;
+            else
+                receipts.push_back(d);
+            paid.push_back(d);
+        }
+        if (!receipts.empty()) receiveCheques(receipts, serial, kOpeningDate, /*opening=*/true);
+        payCheques(paid, serial, kOpeningDate, /*opening=*/true);
+        OpeningChequeStates screen(services, tr::instruments::Side::Issued);
+        screen.fill();
+        const int start = random.bounded(4);
+        for (int i = 0; i < count; ++i) {
+            EXPECT_TRUE(find(screen.rows(), cheques[i].number));
+            const auto choices = screen.choices();
+            const QString state = choices[(start + i) % choices.size()].first;
+            EXPECT_TRUE(screen.chooseState(state));
+            cheques[i].history = {{state, kOpeningDate}};
+        }
+        EXPECT_TRUE(screen.cmdOkClick());
+        return cheques;
+    }
+
+    // The walks, from the payment or from opening states.
+    void walk(bool fromOpeningStates);
+
+    static inline const QString kOpeningDate = QStringLiteral("1404/01/01");
 };
 
+// What the model offers the cheque now: undo not at an opening state.
+QStringList menuNow(bool issuedSide, const Cheque& c) {
+    QStringList menu = offeredOn(issuedSide, c);
+    if (c.opening && c.history.size() == 1) menu.removeAll(QStringLiteral("U"));
+    return menu;
+}
+
+bool legalNow(bool issuedSide, const Cheque& c, const QString& name, const QString& date) {
+    if (name == kUndo && c.opening && c.history.size() == 1) return false;
+    return legalOn(issuedSide, c, name, date);
+}
+
+// Where an opening cheque's amount stands: nothing posted until its first action, which moves
+// it from the account of its opening row (our leaf on the payable heads, whatever its state).
+std::map<QString, double> expectedNow(const Cheque& c) {
+    if (!c.opening) return expectedBalances(c);
+    const QString from = c.origin == Origin::Own ? QStringLiteral("2010001") : holdingOf(c, c.history.front().state);
+    const QString at = holdingOf(c, c.now().state);
+    std::map<QString, double> out{{from, 0.0}, {at, 0.0}};
+    if (c.history.size() == 1) return out;
+    const double sign = c.origin == Origin::Own ? -1 : 1;
+    out[at] += sign * c.value;
+    out[from] -= sign * c.value;
+    return out;
+}
+
 TEST_F(IssuedActionWalkTest, BothTabsListRefuseAndPostAsTheModelSays) {
+    walk(/*fromOpeningStates=*/false);
+}
+
+TEST_F(IssuedActionWalkTest, FromEveryOpeningStateBothTabsListRefuseAndPostAsTheModelSays) {
+    walk(/*fromOpeningStates=*/true);
+}
+
+void IssuedActionWalkTest::walk(bool fromOpeningStates) {
     const int walksWanted = qEnvironmentVariableIsSet("TR_CHEQUE_WALKS")
                                 ? qEnvironmentVariableIntValue("TR_CHEQUE_WALKS")
                                 : (tr::test::testingOnServer() ? 40 : 120);
@@ -65,9 +150,13 @@ TEST_F(IssuedActionWalkTest, BothTabsListRefuseAndPostAsTheModelSays) {
     int posted = 0, refusedByScreen = 0, refusedOnApply = 0;
     constexpr int kGroup = 20;
     for (int done = 0; done < walksWanted; done += kGroup) {
+        const int groupSize = std::min(kGroup, walksWanted - done);
         const bool opening = random.bounded(4) == 0;
-        std::vector<Cheque> cheques = payRandomCheques(random, std::min(kGroup, walksWanted - done), done, 700000,
-                                                       800000, 900, done / kGroup + 1, opening);
+        std::vector<Cheque> cheques =
+            fromOpeningStates
+                ? openingCheques(session.services, random, groupSize, done, done / kGroup + 1)
+                : payRandomCheques(random, groupSize, done, 700000, 800000, 900, done / kGroup + 1, opening);
+        if (HasFailure()) return;
         IssuedChequeActions issued(session.services);
         ReceivedChequeActions received(session.services);
         for (int step = 0; step < 14; ++step) {
@@ -99,7 +188,7 @@ TEST_F(IssuedActionWalkTest, BothTabsListRefuseAndPostAsTheModelSays) {
                 } else {
                     const QString wanted = names[random.bounded(names.size())];
                     const bool offeredNow =
-                        offeredOn(issuedSide, c)
+                        menuNow(issuedSide, c)
                             .contains(wanted == kUndo ? QStringLiteral("U")
                                                       : kindOn(issuedSide, wanted));
                     const bool taken = tab.chooseAction(wanted);
@@ -132,7 +221,7 @@ TEST_F(IssuedActionWalkTest, BothTabsListRefuseAndPostAsTheModelSays) {
                 find(list, c->number);
                 dateOf.push_back(
                     list.FieldByName(QStringLiteral("ActionDate")).AsString().trimmed());
-                allLegal = allLegal && legalOn(issuedSide, *c, name, dateOf.back());
+                allLegal = allLegal && legalNow(issuedSide, *c, name, dateOf.back());
             }
             const bool applied = tab.apply();
             ASSERT_EQ(applied, allLegal)
@@ -159,7 +248,7 @@ TEST_F(IssuedActionWalkTest, BothTabsListRefuseAndPostAsTheModelSays) {
         }
         // Where each amount stands: the accounts the screen filled are the model's.
         for (const Cheque& c : cheques) {
-            for (const auto& [account, want] : expectedBalances(c)) {
+            for (const auto& [account, want] : expectedNow(c)) {
                 const double have =
                     tr::db::firstColumn(
                         company(),

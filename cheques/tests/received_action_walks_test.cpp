@@ -2,11 +2,14 @@
 // rows, sets their action with the space bar or the drop-down and types a date, then "تاييد".
 // The screen must refuse exactly the names and dates the model refuses, and the list must be
 // posted exactly when every chosen action is legal; after every step each cheque is in the
-// model's state. TR_CHEQUE_WALKS sets the number of walks, TR_CHEQUE_SEED the seed.
+// model's state. The walks start from the receipt, and again from every state an opening cheque
+// may be given on the opening-states screen (there is no undo at an opening state).
+// TR_CHEQUE_WALKS sets the number of walks, TR_CHEQUE_SEED the seed.
 #include <gtest/gtest.h>
 
 #include <QRandomGenerator>
 
+#include "cheques/opening_states.h"
 #include "cheques/received_actions.h"
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
@@ -27,8 +30,8 @@ class ReceivedActionWalkTest : public tr::procedures::testing::ChequeTest {
     }
 
     // One document holding the walks' cheques, received from the customer account that a
-    // return gives them back to.
-    static void receive(const std::vector<Walk>& walks, qint64 serial) {
+    // return gives them back to; an opening one at the period's start when `opening`.
+    static void receive(const std::vector<Walk>& walks, qint64 serial, bool opening) {
         tr::db::Connection& c = company();
         makeDocumentTables(QStringLiteral("RW71"));
         int raj = 0;
@@ -43,12 +46,54 @@ class ReceivedActionWalkTest : public tr::procedures::testing::ChequeTest {
                           .arg(raj++)
                           .arg(c.text(w.number), tr::db::sqlNumber(w.value)));
         }
-        c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet 'TRANS->DB', 'RW71', ") + c.text(QString::number(serial)) +
-                  QStringLiteral(", '1404/02/10', 'admin', 'NEW'"));
+        c.execute(QStringLiteral("Exec sp_N_Asnad_Trans_ChqGet ") +
+                  c.text(opening ? QStringLiteral("FIRST->DB") : QStringLiteral("TRANS->DB")) +
+                  QStringLiteral(", 'RW71', ") + c.text(QString::number(serial)) + QStringLiteral(", ") +
+                  c.text(opening ? kOpeningDate : QStringLiteral("1404/02/10")) + QStringLiteral(", 'admin', 'NEW'"));
     }
+
+    // Each opening cheque given one of the states the opening-states screen offers it, in turn
+    // from a random start so that every state is taken; the walk starts there.
+    static void setOpeningStates(const tr::Services& services, std::vector<Walk>& walks, QRandomGenerator& random) {
+        OpeningChequeStates screen(services, tr::instruments::Side::Received);
+        screen.fill();
+        tr::db::Query& list = screen.rows();
+        const int start = random.bounded(6);
+        for (size_t i = 0; i < walks.size(); ++i) {
+            for (list.First(); !list.Eof(); list.Next())
+                if (list.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed() == walks[i].number) break;
+            ASSERT_FALSE(list.Eof());
+            const auto choices = screen.choices();
+            const QString state = choices[(start + int(i)) % choices.size()].first;
+            ASSERT_TRUE(screen.chooseState(state));
+            walks[i].opening = true;
+            walks[i].history = {{state, kOpeningDate}};
+        }
+        ASSERT_TRUE(screen.cmdOkClick());
+    }
+
+    // The walks, from the receipt or from opening states.
+    void walk(bool opening);
+
+    static inline const QString kOpeningDate = QStringLiteral("1404/01/01");
 };
 
+// The kinds the cheque's state offers it now: undo is not offered at an opening state.
+QStringList menuNow(const Walk& w) {
+    QStringList menu = offered(w.now().state, w.guarantee);
+    if (w.opening && w.history.size() == 1) menu.removeAll(QStringLiteral("U"));
+    return menu;
+}
+
 TEST_F(ReceivedActionWalkTest, TheScreenRefusesAndPostsAsTheModelSays) {
+    walk(/*opening=*/false);
+}
+
+TEST_F(ReceivedActionWalkTest, FromEveryOpeningStateTheScreenRefusesAndPostsAsTheModelSays) {
+    walk(/*opening=*/true);
+}
+
+void ReceivedActionWalkTest::walk(bool opening) {
     const int walksWanted = qEnvironmentVariableIsSet("TR_CHEQUE_WALKS") ? qEnvironmentVariableIntValue("TR_CHEQUE_WALKS")
                                                                          : (tr::test::testingOnServer() ? 60 : 200);
     const quint32 seed = qEnvironmentVariableIsSet("TR_CHEQUE_SEED") ? qEnvironmentVariable("TR_CHEQUE_SEED").toUInt()
@@ -68,7 +113,9 @@ TEST_F(ReceivedActionWalkTest, TheScreenRefusesAndPostsAsTheModelSays) {
             walks[i].guarantee = random.bounded(4) == 0;
             walks[i].value = 1000.0 * (1 + random.bounded(900));
         }
-        receive(walks, done / kGroup + 1);
+        receive(walks, done / kGroup + 1, opening);
+        if (opening) setOpeningStates(session.services, walks, random);
+        if (HasFatalFailure()) return;
         ReceivedChequeActions screen(session.services);
         for (int step = 0; step < 12; ++step) {
             screen.fill();
@@ -90,7 +137,7 @@ TEST_F(ReceivedActionWalkTest, TheScreenRefusesAndPostsAsTheModelSays) {
                     name = list.FieldByName(QStringLiteral("WhatDocNam")).AsString().trimmed();
                 } else {
                     const QString wanted = names[random.bounded(names.size())];
-                    const QStringList menu = offered(w.now().state, w.guarantee);
+                    const QStringList menu = menuNow(w);
                     const bool offeredNow = menu.contains(wanted == kUndo ? QStringLiteral("U") : kKindOfName.at(wanted));
                     const bool taken = screen.chooseAction(wanted);
                     ASSERT_EQ(taken, offeredNow) << "seed " << seed << ", cheque " << w.number.toStdString() << " in "
@@ -109,6 +156,14 @@ TEST_F(ReceivedActionWalkTest, TheScreenRefusesAndPostsAsTheModelSays) {
                     ASSERT_EQ(screen.setActionDate(date), dateOk) << "seed " << seed << ", " << date.toStdString();
                     if (!dateOk) ++refusedByScreen;
                     if (kind == QLatin1String("72")) screen.setBankAccount(1);
+                    // A cheque that entered the period in collection has no collection of its
+                    // own naming the bank: the user types the bank account's heads.
+                    if (kind == QLatin1String("73") && list.FieldByName(QStringLiteral("VaKoll")).AsString().trimmed().isEmpty()) {
+                        list.Edit();
+                        list.FieldByName(QStringLiteral("VaKoll")).SetValue(QStringLiteral("102"));
+                        list.FieldByName(QStringLiteral("VaMoein")).SetValue(QStringLiteral("0001"));
+                        list.Post();
+                    }
                 }
                 chosen.emplace_back(&w, name);
             }

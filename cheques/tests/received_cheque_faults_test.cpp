@@ -13,6 +13,7 @@
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
+#include "settlement/in_factor_dialog.h"
 #include "tests/support/failing_connection.h"
 #include "tests/support/test_session.h"
 
@@ -114,6 +115,30 @@ TEST_F(ReceivedChequeFaultsTest, ANewSaveIsWholeOrAbsent) {
     failInTurn([&] { return doc->save(); });
     EXPECT_EQ(doc->mode(), DocumentMode::Edit);
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans")).toInt(), 2);
+}
+
+TEST_F(ReceivedChequeFaultsTest, ASaveOfChequesPayingInvoicesIsWholeOrAbsent) {
+    session->global.sCode = QStringLiteral("1");
+    session->global.sYear = QStringLiteral("1404");
+    company().execute(QStringLiteral("Update R_OldFactor Set NaghdValue = NaghdValue1, MandehFactor = FactorValue - NaghdValue1"));
+    auto& received = static_cast<ReceivedChequeDocument&>(*doc);
+    doc->cheques().First();
+    const auto payer = received.settlement().payerForCurrentCheque();
+    ASSERT_TRUE(payer);
+    {
+        tr::settlement::InFactorDialog dialog(*payer);
+        ASSERT_TRUE(dialog.moveTo(QStringLiteral("1002")));
+        ASSERT_TRUE(dialog.setAllocation(1500000));
+        ASSERT_TRUE(dialog.cmdOkClick());
+    }
+    // The waiting choice outlives every failed save and is written by the one that succeeds.
+    failInTurn([&] { return doc->save(); });
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Sum(NaghdValue) From R_ForoshRelatedNaghd")).toDouble(),
+              1500000);
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select MandehFactor From R_OldFactor Where SanadNoForosh = '1002'"))
+                  .toDouble(),
+              8500000);
+    EXPECT_FALSE(received.settlement().hasPending());
 }
 
 TEST_F(ReceivedChequeFaultsTest, AnOpeningSaveIsWholeOrAbsent) {

@@ -11,10 +11,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "cheques/received_cheque_document.h"
 #include "cheques/ui/chq_get_menus.h"
+#include "cheques/ui/chq_first_state_form.h"
+#include "cheques/ui/chq_in_factor_form.h"
 #include "cheques/ui/search/cheque_search_form.h"
 #include "cheques/ui/returned_cheques_form.h"
 #include "cheques/prepared_cheques.h"
@@ -26,6 +30,7 @@
 #include "common/dialog/message_dialog.h"
 #include "common/persian/amount.h"
 #include "common/ui/dataset_model.h"
+#include "common/ui/masked_date_delegate.h"
 #include "host/sdk/persian_font.h"
 
 namespace tr::cheques {
@@ -188,9 +193,22 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     counterparties_ = makeGrid(this, counterpartyModel_, QStringLiteral("dbgTaraf"));
     cheques_->installEventFilter(this);
     counterparties_->installEventFilter(this);
-    connect(chequeModel_, &QAbstractItemModel::modelReset, this, [this] {
+    // A click into the empty cheque grid starts the first cheque, as typing would.
+    cheques_->viewport()->installEventFilter(this);
+    // "(Alt+1)" on the grids' captions: to the cheques, and from them to the counterparty lines.
+    auto* toGrids = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_1), this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    connect(toGrids, &QShortcut::activated, this, [this] { switchGrids(); });
+    // The due date is typed as its digits into "0000/00/00".
+    auto* dueDate = new tr::ui::MaskedDateDelegate(this);
+    const auto dueDateColumn = [this, dueDate] {
+        const int column = chequeModel_->fieldColumn(QStringLiteral("SarResidDate"));
+        if (column >= 0) cheques_->setItemDelegateForColumn(column, dueDate);
+    };
+    dueDateColumn();
+    connect(chequeModel_, &QAbstractItemModel::modelReset, this, [this, dueDateColumn] {
         arrange(cheques_, chequeModel_, chequeColumns_);
         keepCurrentRow(cheques_, chequeModel_);
+        dueDateColumn();
     });
     connect(counterpartyModel_, &QAbstractItemModel::modelReset, this, [this] {
         arrange(counterparties_, counterpartyModel_, counterpartyColumns());
@@ -207,6 +225,13 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     });
     menus_ = new ChqGetMenus(*this, [this] { showValues(); });
     menus_->hooks.search = [this] { openChequeSearch(ChequeSide::Received, services_, this); };
+    menus_->hooks.openingStates = [this] { openOpeningStates(); };
+    if (auto* received = dynamic_cast<ReceivedChequeDocument*>(document_.get())) {
+        menus_->hooks.assignToInvoices = [this, received] {
+            guarded([&] { return ui::assignChequeToInvoices(received->settlement(), this); });
+            showValues();
+        };
+    }
     menus_->hooks.returnedCheques = [this](const tr::vouchers::LineAccount& account) {
         guarded([&] { return showReturnedCheques(services_, account, this) != nullptr; });
     };
@@ -256,7 +281,9 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     });
     connect(opening_, &QPushButton::clicked, this, [this] {
         takeHeader();
-        if (guarded([this] { return document_->postCheque(); })) guarded([this] { return document_->save(true); });
+        // The opening cheques' states are set next, on their own screen.
+        if (guarded([this] { return document_->postCheque(); }) && guarded([this] { return document_->save(true); }))
+            openOpeningStates();
         showValues();
     });
     connect(delete_, &QPushButton::clicked, this, [this] {
@@ -412,6 +439,8 @@ void TChqGetForm::postOrAppend() {
     const int column = chequeModel_->fieldColumn(QStringLiteral("ChqNo"));
     if (!guarded([this] {
             document_->appendCheque();
+            // The payee "حامل" is a default: the row left untouched is dropped.
+            document_->cheques().markUnmodified();
             return document_->cheques().state() != tr::db::Query::State::Browse;
         }))
         return;
@@ -446,7 +475,35 @@ bool TChqGetForm::pickList(QTableView* grid) {
     return picked;
 }
 
+void TChqGetForm::openOpeningStates() {
+    const auto side = document_->side().payment ? tr::instruments::Side::Issued : tr::instruments::Side::Received;
+    guarded([&] { return showOpeningChequeStates(services_, side, this) != nullptr; });
+}
+
+void TChqGetForm::switchGrids() {
+    if (chequeModel_->rowCount() == 0) {
+        postOrAppend();
+        return;
+    }
+    if (cheques_->hasFocus() || cheques_->isAncestorOf(QApplication::focusWidget()))
+        counterparties_->setFocus();
+    else
+        cheques_->setFocus();
+}
+
 bool TChqGetForm::eventFilter(QObject* watched, QEvent* event) {
+    // The grids take Alt+1 as typing; it is the form's.
+    if ((watched == cheques_ || watched == counterparties_) && event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_1 && key->modifiers() == Qt::AltModifier) {
+            switchGrids();
+            return true;
+        }
+    }
+    if (watched == cheques_->viewport() && event->type() == QEvent::MouseButtonPress && chequeModel_->rowCount() == 0) {
+        postOrAppend();
+        return true;
+    }
     if ((watched == cheques_ || watched == counterparties_) && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (chequeKey(static_cast<QTableView*>(watched), key)) return true;

@@ -77,6 +77,11 @@ class TChqGetForm : public QWidget {
   private:
     void takeHeader();
     void postOrAppend();
+    // Alt+1: from the cheques to the counterparty lines, else to the cheques (the first one started
+    // on an empty grid).
+    void switchGrids();
+    // "مقداردهي وضعيت چكهاي اول دوره" for the document's side.
+    void openOpeningStates();
     void keepCurrentRow(QTableView* grid, tr::ui::DatasetModel* model);
     // F2/F3 in a grid: the list of the cell (account levels, currencies); whether one was taken.
     bool pickList(QTableView* grid);

@@ -49,6 +49,7 @@ enum Command {
     PrintPayment,
     DesignLeaves,
     PrintLeaves,
+    OpeningStates,
 };
 
 struct Item {
@@ -90,6 +91,7 @@ QList<Item> items(ChqGetGrid grid, bool payment) {
     if (payment)
         list << Item{PrintPayment, "چاپ پرداخت چک …"} << Item{DesignLeaves, "طراحي فرم چاپ چك ..."}
              << Item{PrintLeaves, "چاپ چك ..."};
+    list << Item{OpeningStates, "مقداردهي وضعيت چكهاي اول دوره"};
     if (grid == ChqGetGrid::Counterparties)
         list << Item{ReturnedCheques, "چکهاي برگشتي اين طرف حساب "}
              << Item{CopyAccountHead, "کپي سرفصل"};
@@ -311,6 +313,9 @@ void ChqGetMenus::run(Grid& grid, int command) {
                 break;
             case PrintLeaves:
                 call(hooks.printLeaves);
+                break;
+            case OpeningStates:
+                call(hooks.openingStates);
                 break;
             case ReturnedCheques:
                 if (hooks.returnedCheques && commands.currentRowIndex() >= 0)

@@ -31,6 +31,7 @@ struct ChqGetMenuHooks {
     std::function<void()> printPaper;        // a payment's "چاپ پرداخت چک …"
     std::function<void()> designLeaves;      // "طراحي فرم چاپ چك ..."
     std::function<void()> printLeaves;       // "چاپ چك ..."
+    std::function<void()> openingStates;     // "مقداردهي وضعيت چكهاي اول دوره"
     // "چکهاي برگشتي اين طرف حساب ": the current counterparty line's account.
     std::function<void(const tr::vouchers::LineAccount& account)> returnedCheques;
 };

@@ -28,7 +28,8 @@ const QList<QPair<QString, QString>>& paymentColumns() {
         {QStringLiteral("Des"), QStringLiteral("شرح")},             {QStringLiteral("Koll"), QStringLiteral("كل")},
         {QStringLiteral("Moein"), QStringLiteral("معين")},          {QStringLiteral("Tafsily"), QStringLiteral("تفصيلي")},
         {QStringLiteral("Havaleh"), QStringLiteral("بحوالهکرد")},   {QStringLiteral("Tazmin"), QStringLiteral("تضميني")},
-        {QStringLiteral("MojavezValue"), QStringLiteral("مبلغ مجوز")}, {QStringLiteral("ArzNam"), QStringLiteral("ارز")},
+        {QStringLiteral("MojavezValue"), QStringLiteral("مبلغ مجوز")}, {QStringLiteral("FactValue"), QStringLiteral("مبلغ عوامل")},
+        {QStringLiteral("ArzNam"), QStringLiteral("ارز")},
         {QStringLiteral("ArzCount"), QStringLiteral("مقدار ارز")},  {QStringLiteral("Nerkh"), QStringLiteral("نرخ")}};
     return columns;
 }
@@ -36,8 +37,13 @@ const QList<QPair<QString, QString>>& paymentColumns() {
 }  // namespace
 
 TChqPayForm::TChqPayForm(const tr::Services& services, QWidget* parent)
-    : TChqGetForm(services, std::make_unique<ChequePaymentDocument>(services), paymentColumns(), parent) {
+    : TChqPayForm(services, std::make_unique<ChequePaymentDocument>(services), paymentColumns(), parent) {
     setObjectName(QStringLiteral("ChqPayForm"));
+}
+
+TChqPayForm::TChqPayForm(const tr::Services& services, std::unique_ptr<ChequePaymentDocument> doc,
+                         QList<QPair<QString, QString>> chequeColumns, QWidget* parent)
+    : TChqGetForm(services, std::move(doc), std::move(chequeColumns), parent) {
     permit_ = new QLineEdit(this);
     permit_->setObjectName(QStringLiteral("txtMojavez"));
     permit_->setMaximumWidth(80);
@@ -45,10 +51,21 @@ TChqPayForm::TChqPayForm(const tr::Services& services, QWidget* parent)
     balance_->setObjectName(QStringLiteral("txtRemBank"));
     balance_->setMinimumWidth(140);
     balance_->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
-    headerRow()->insertWidget(headerRow()->count() - 1, new QLabel(QStringLiteral("مجوز پرداخت"), this));
+    permitLabel_ = new QLabel(QStringLiteral("مجوز پرداخت"), this);
+    headerRow()->insertWidget(headerRow()->count() - 1, permitLabel_);
     headerRow()->insertWidget(headerRow()->count() - 1, permit_);
     headerRow()->insertWidget(headerRow()->count() - 1, new QLabel(QStringLiteral("مانده حساب بانكي"), this));
     headerRow()->insertWidget(headerRow()->count() - 1, balance_);
+    // Leaving the permit's box: the permit checked and its rows taken.
+    connect(permit_, &QLineEdit::editingFinished, this, [this] {
+        if (permit_->text().trimmed() == payment().permitSerial()) return;
+        if (!guarded([this] { return payment().setPermit(permit_->text()); })) permit_->setText(payment().permitSerial());
+        chequeModel()->refresh();
+        showValues();
+    });
+    // After the window's own handlers of these: the serial loaded, saved, deleted or cancelled.
+    connect(serialBox(), &QLineEdit::editingFinished, this, [this] { showPaymentValues(); });
+    for (QPushButton* button : findChildren<QPushButton*>()) connect(button, &QPushButton::clicked, this, [this] { showPaymentValues(); });
     // "تاييد و برداشت": the save, then the withdrawal of our own cheques due on its date.
     withdraw_ = new QPushButton(QStringLiteral("تاييد و برداشت"), this);
     withdraw_->setObjectName(QStringLiteral("cmdOkBardasht"));
@@ -56,12 +73,16 @@ TChqPayForm::TChqPayForm(const tr::Services& services, QWidget* parent)
     connect(withdraw_, &QPushButton::clicked, this, [this] {
         if (saveDocument()) guarded([this] { return payment().withdrawDue(); });
         showValues();
+        showPaymentValues();
     });
     chequeModel()->setFieldReadOnly(QStringLiteral("ChqStateNam"));
     chequeModel()->setFieldReadOnly(QStringLiteral("AcountNam"));
-    chequeModel()->setFieldFormat(QStringLiteral("MojavezValue"), [](const QVariant& v) {
-        return v.isNull() ? QString() : tr::persian::formatAmount(v.toDouble());
-    });
+    for (const QString& field : {QStringLiteral("MojavezValue"), QStringLiteral("FactValue")}) {
+        chequeModel()->setFieldReadOnly(field);
+        chequeModel()->setFieldFormat(field, [](const QVariant& v) {
+            return v.isNull() ? QString() : tr::persian::formatAmount(v.toDouble());
+        });
+    }
     // Ctrl+P prints the voucher, as on the receipt; "چاپ پرداخت چک …" the document itself.
     menus()->hooks.printDocument = [this] {
         if (document().mode() != DocumentMode::Edit) return;
@@ -140,6 +161,10 @@ void TChqPayForm::pickSpentCheques() {
     }
     chequeModel()->refresh();
     showValues();
+}
+
+void TChqPayForm::showPaymentValues() {
+    if (!permit_->hasFocus()) permit_->setText(payment().permitSerial());
 }
 
 void TChqPayForm::chequeRowShown() {

@@ -2,7 +2,7 @@
 // TChqPayForm, "پرداخت چك": the cheque document's window configured for a payment. Its cheque
 // rows are our own leaves or received cheques passed on: Space on the state cell turns one into
 // the other, F2/F3 on the account cells lists our bank accounts; the header adds the payment
-// permit and the chosen account's balance.
+// permit (leaving its box fills the rows from it) and the chosen account's balance.
 #include "cheques/cheque_payment_document.h"
 #include "cheques/ui/chq_get_form.h"
 
@@ -18,9 +18,15 @@ class TChqPayForm : public TChqGetForm {
     ChequePaymentDocument& payment() { return static_cast<ChequePaymentDocument&>(document()); }
     QLabel* bankBalanceLabel() const { return balance_; }
     QLineEdit* permitBox() const { return permit_; }
+    QLabel* permitLabel() const { return permitLabel_; }
     QPushButton* withdrawButton() const { return withdraw_; }
 
   protected:
+    // Another side on the payment's window (the permit): its document, its cheque columns.
+    TChqPayForm(const tr::Services& services, std::unique_ptr<ChequePaymentDocument> document,
+                QList<QPair<QString, QString>> chequeColumns, QWidget* parent);
+    // The header values the payment adds, after anything that reads the document anew.
+    virtual void showPaymentValues();
     bool chequeKey(QTableView* grid, QKeyEvent* key) override;
     void chequeRowShown() override;
     void printDocument() override;
@@ -29,6 +35,7 @@ class TChqPayForm : public TChqGetForm {
     // F2/F3 on a passed-on row's number: the cheques in hand, chosen into the payment's rows.
     void pickSpentCheques();
 
+    QLabel* permitLabel_;
     QLineEdit* permit_;
     QPushButton* withdraw_;
     QLabel* balance_;

@@ -199,6 +199,7 @@ void Query::Insert() {
     requireOpen("Insert");
     checkBrowse();
     buffer_.assign(columns_.size(), QVariant());
+    pristine_ = buffer_;
     original_.reset();
     insertAt_ = rows_.empty() ? 0 : current_;
     state_ = State::Insert;
@@ -209,10 +210,21 @@ void Query::Append() {
     requireOpen("Append");
     checkBrowse();
     buffer_.assign(columns_.size(), QVariant());
+    pristine_ = buffer_;
     original_.reset();
     insertAt_ = RecordCount();
     state_ = State::Insert;
     changed();
+}
+
+bool Query::Modified() const {
+    if (state_ == State::Insert) return buffer_ != pristine_;
+    if (state_ == State::Edit) return !original_ || buffer_ != *original_;
+    return false;
+}
+
+void Query::markUnmodified() {
+    if (state_ == State::Insert) pristine_ = buffer_;
 }
 
 void Query::Cancel() {

@@ -80,6 +80,10 @@ public:
     void Post();
     void Cancel();
     void Delete();
+    // Whether the row being edited or inserted differs from what it started as; what a new row
+    // was given before markUnmodified() (its defaults) does not count. Edits are unaffected.
+    bool Modified() const;
+    void markUnmodified();
 
     // In-memory ordering, e.g. "Koll ASC" or "sOrder, SValue DESC"; empty keeps the order.
     void setSort(const QString& sort);
@@ -115,6 +119,7 @@ private:
     State state_ = State::Inactive;
     Row buffer_;                 // the row being edited or inserted
     std::optional<Row> original_;  // the row's values when editing started
+    Row pristine_;                 // a new row's values before the user typed
     int insertAt_ = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "common/ui/dataset_model.h"
 
+#include <algorithm>
+
 #include <QBrush>
 
 #include "common/persian/amount_cells.h"
@@ -126,6 +128,15 @@ void DatasetModel::setCurrentRow(int row) {
 }
 
 bool DatasetModel::moveTo(int row) {
+    // A new row left as it was started is dropped, not posted.
+    if (query_->state() == Query::State::Insert && !query_->Modified()) {
+        const int at = query_->insertPosition();
+        query_->Cancel();
+        if (row > at) --row;
+        row = std::min(row, query_->RecordCount() - 1);
+        if (row >= 0) query_->MoveTo(row);
+        return true;
+    }
     if (query_->state() == Query::State::Edit || query_->state() == Query::State::Insert) {
         query_->Post();
         if (query_->state() != Query::State::Browse) return false;  // refused: stay on the row

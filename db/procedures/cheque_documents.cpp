@@ -8,6 +8,7 @@
 #include "common/db/database_error.h"
 #include "common/db/query.h"
 #include "common/db/query_helpers.h"
+#include "db/procedures/cheque_permits.h"
 #include "db/procedures/posting.h"
 #include "instruments/cheque_issue_rule.h"
 #include "instruments/cheque_receipt_rule.h"
@@ -139,6 +140,12 @@ class ChequeDocumentCall {
             remove(serial, false);
         } else if (mode_ == QLatin1String("DELETE_FIRST")) {
             remove(serial, true);
+        } else if (mode_ == QLatin1String("MOJAVEZ->TRANS") && kind_.payment) {
+            // `serial` names a payment permit: its rows become the payment's.
+            if (firstColumn(c_, QStringLiteral("Select Count(*) From N_MojavezTrans Where Serial = ") + sqlNumber(serial))
+                    .toLongLong() == 0)
+                refuse(QStringLiteral("دستور مجوز پرداختي با اين سريال ثبت نشده است."));
+            copyPermitRows(c_, serial, chequeTable(), counterpartyTable(), false);
         } else {
             throw DatabaseError(QStringLiteral("%2: unknown mode '%1'").arg(mode_, kind_.procedure));
         }
@@ -562,6 +569,15 @@ class ChequeDocumentCall {
             QStringLiteral(" Where N.WhatDoc = ") + c_.text(kind_.code) + QStringLiteral(" And N.Serial = ") + sqlNumber(serial);
         if (kind_.payment) {
             loadPaymentCheques(chq, amount, due, source, where + QStringLiteral(" And ") + chequeRows);
+            // A payment that carried out a permit shows what the permit allowed of each cheque.
+            for (const char* column : {"MojavezValue", "FactValue"}) {
+                c_.execute(QStringLiteral("Update ") + chq + QStringLiteral(" Set %1 = (Select Max(M.%1) From N_MOJAVEZCHQ As M "
+                                                                           "Inner Join N_MojavezTrans As T On (T.Serial = "
+                                                                           "M.Serial) Where T.ChqPaySerial = ")
+                                                                .arg(QLatin1String(column)) +
+                           sqlNumber(serial) + QStringLiteral(" And M.ChqOrTaraf = 1 And M.ChqNo = ") + chq +
+                           QStringLiteral(".ChqNo And IsNull(M.Joz, '') = IsNull(") + chq + QStringLiteral(".Joz, ''))"));
+            }
         } else {
         c_.execute(QStringLiteral("Insert Into ") + chq +
                    QStringLiteral(" (IsChange, IDX, Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, Havaleh, "

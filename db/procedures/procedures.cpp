@@ -5,9 +5,11 @@
 #include "db/procedures/cash_bank_documents.h"
 #include "db/procedures/cheque_action_apply.h"
 #include "db/procedures/cheque_documents.h"
+#include "db/procedures/cheque_permits.h"
 #include "db/procedures/cheques_to_bank.h"
 #include "db/procedures/name_repeated.h"
 #include "db/procedures/returned_cheques.h"
+#include "db/procedures/sales_summary.h"
 #include "db/procedures/voucher_numbers.h"
 
 namespace tr::procedures {
@@ -18,11 +20,13 @@ std::vector<ProcedureDefinition> allProcedures() {
         {QStringLiteral("sp_Asnad_Actions"), logDocumentAction},
         {QStringLiteral("sp_N_Report_Acount"), reportBankAccountBalance},
         {QStringLiteral("sp_N_Report_ChqGetReturned"), reportReturnedCheques},
+        {QStringLiteral("sp_R_Report_TotalSale"), reportTotalSale},
         {QStringLiteral("sp_N_Asnad_Chq_SendToBank"), listChequesSentToBank},
     };
     for (ProcedureDefinition& p : cashBankDocumentProcedures()) all.push_back(std::move(p));
     for (ProcedureDefinition& p : chequeDocumentProcedures()) all.push_back(std::move(p));
     for (ProcedureDefinition& p : chequeActionProcedures()) all.push_back(std::move(p));
+    for (ProcedureDefinition& p : chequePermitProcedures()) all.push_back(std::move(p));
     return all;
 }
 

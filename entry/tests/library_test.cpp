@@ -68,7 +68,8 @@ TEST_F(Library, ExportsEveryScreenOfItsTableWithItsFormPointer) {
           "VarizBank_Naghd", "Havaleh_Naghd", "Search_Naghd", "_FixDesForm", "_CashGetForm",
           "_CashPayForm", "_TankhahPayForm", "_BardashtBankForm", "_VarizBankForm", "_HavalehForm",
           "_SearchForm", "EbtalBargeCheck_Naghd", "_EbtalBargeCheckForm", "ChqPay_Naghd", "_ChqPayForm",
-          "ChqGet_Naghd", "_ChqGetForm", "ChqToBank_Naghd", "_ChqToBankForm", "Release_It"})
+          "ChqGet_Naghd", "_ChqGetForm", "ChqToBank_Naghd", "_ChqToBankForm", "ChqMojavez_Naghd", "_ChqMojavezForm",
+          "ChqMojavezTaed_Naghd", "_ChqMojavezTaedForm", "Release_It"})
         EXPECT_TRUE(lib().has(name)) << name;
 }
 
@@ -97,6 +98,22 @@ TEST_F(Library, FixedDescriptionsOpenOnceDockedWithTheLatestSession) {
     lib().release();
     EXPECT_EQ(lib().published("_FixDesForm"), nullptr);
     EXPECT_TRUE(host->findChildren<QWidget*>(Qt::FindDirectChildrenOnly).isEmpty());
+}
+
+TEST_F(Library, ThePermitScreensOpenDockedAndGoWithRelease) {
+    auto host = container();
+    for (const auto& [entry, form] : {std::pair{"ChqMojavez_Naghd", "_ChqMojavezForm"},
+                                      std::pair{"ChqMojavezTaed_Naghd", "_ChqMojavezTaedForm"}}) {
+        ASSERT_TRUE(lib().has(entry)) << entry;
+        EXPECT_EQ(lib().open(entry, host.get(), admin()), 1);
+        QWidget* shown = lib().published(form);
+        ASSERT_NE(shown, nullptr) << form;
+        EXPECT_EQ(shown->parentWidget(), host.get());
+        EXPECT_TRUE(shown->isVisible());
+    }
+    lib().release();
+    EXPECT_EQ(lib().published("_ChqMojavezForm"), nullptr);
+    EXPECT_EQ(lib().published("_ChqMojavezTaedForm"), nullptr);
 }
 
 }  // namespace

@@ -13,10 +13,14 @@
 
 #include "cashbank/search/document_pickers.h"
 #include "cashbank/settlement/document_settlement.h"
-#include "cashbank/settlement/in_factor_dialog.h"
+#include "settlement/in_factor_dialog.h"
 #include "cashbank/settlement/invoice_settlement.h"
 #include "cashbank/tests/documents/documents_fixture.h"
 #include "tests/support/failing_connection.h"
+
+namespace tr::cashbank {
+using tr::settlement::InFactorDialog;
+}  // namespace tr::cashbank
 
 namespace tr::cashbank {
 namespace {

@@ -2,8 +2,12 @@
 // the invoice-bound receipt among other kinds' payments, the screen docked again for plain
 // documents, and the links' voucher fields.
 #include "cashbank/settlement/document_settlement.h"
-#include "cashbank/settlement/in_factor_dialog.h"
+#include "settlement/in_factor_dialog.h"
 #include "cashbank/tests/documents/documents_fixture.h"
+
+namespace tr::cashbank {
+using tr::settlement::InFactorDialog;
+}  // namespace tr::cashbank
 
 namespace tr::cashbank {
 namespace {

@@ -4,10 +4,14 @@
 // with no links and the demo invoices' balances.
 #include <memory>
 
-#include "cashbank/settlement/in_factor_dialog.h"
+#include "settlement/in_factor_dialog.h"
 #include "cashbank/settlement/invoice_settlement.h"
 #include "tests/support/recording_pick_list.h"
 #include "vouchers/tests/voucher_fixture.h"
+
+namespace tr::cashbank {
+using tr::settlement::InFactorDialog;
+}  // namespace tr::cashbank
 
 namespace tr::cashbank::testing {
 
@@ -89,13 +93,7 @@ class SettlementTest : public tr::vouchers::testing::VoucherTest {
         ASSERT_TRUE(dialog.cmdOkClick());
     }
 
-    static bool moveToInvoice(InFactorDialog& dialog, const QString& invoice) {
-        tr::db::Query& list = dialog.list();
-        for (list.First(); !list.Eof(); list.Next())
-            if (list.FieldByName(QStringLiteral("SanadNoForosh")).AsString().trimmed() == invoice)
-                return true;
-        return false;
-    }
+    static bool moveToInvoice(InFactorDialog& dialog, const QString& invoice) { return dialog.moveTo(invoice); }
 
     static double openBalance(const QString& invoice, const char* period = demo::kCurrentYear) {
         return value(QStringLiteral("Select MandehFactor From R_OldFactor Where SanadNoForosh = ") +

@@ -5,7 +5,7 @@
 namespace tr::cashbank::ui {
 
 TCashInFactorForm::TCashInFactorForm(InvoiceSettlement& settlement, QWidget* parent)
-    : InFactorWindow(settlement, QStringLiteral("CashInFactorForm"), parent) {}
+    : tr::settlement::ui::InFactorWindow(settlement, QStringLiteral("CashInFactorForm"), parent) {}
 
 bool openSettlementDialog(InvoiceSettlement& settlement, QWidget* parent) {
     if (settlement.kind().code == QLatin1String("50")) {

@@ -1,11 +1,12 @@
 #pragma once
 // TCashInFactorForm: settles sales invoices with a cash receipt ('10'); the allocations it
 // confirms are written when the receipt is saved.
-#include "cashbank/ui/settlement/in_factor_window.h"
+#include "cashbank/settlement/invoice_settlement.h"
+#include "settlement/ui/in_factor_window.h"
 
 namespace tr::cashbank::ui {
 
-class TCashInFactorForm : public InFactorWindow {
+class TCashInFactorForm : public tr::settlement::ui::InFactorWindow {
     Q_OBJECT
   public:
     explicit TCashInFactorForm(InvoiceSettlement& settlement, QWidget* parent = nullptr);

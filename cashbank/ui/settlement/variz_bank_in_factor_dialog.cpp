@@ -3,6 +3,6 @@
 namespace tr::cashbank::ui {
 
 TVarizBankInFactorForm::TVarizBankInFactorForm(InvoiceSettlement& settlement, QWidget* parent)
-    : InFactorWindow(settlement, QStringLiteral("VarizBankInFactorForm"), parent) {}
+    : tr::settlement::ui::InFactorWindow(settlement, QStringLiteral("VarizBankInFactorForm"), parent) {}
 
 }  // namespace tr::cashbank::ui

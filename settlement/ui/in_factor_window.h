@@ -1,17 +1,19 @@
 #pragma once
-// InFactorWindow: the settlement dialog's window shared by the receipt and deposit dialogs: title
-// bar, amounts, customer filter and the invoice grid bound to an InFactorDialog, right to left.
-// Shown modally through the SDK's ModalRunner; "تاييد" accepts only what the logic confirms.
+// InFactorWindow: the settlement dialog's window shared by the receipt, deposit and cheque
+// dialogs: title bar, amounts, customer filter and the invoice grid bound to an InFactorDialog,
+// right to left, with the list's report where the kind has one. Shown modally through the SDK's
+// ModalRunner; "تاييد" accepts only what the logic confirms.
 #include <QDialog>
+#include <QTextDocument>
 
-#include "cashbank/settlement/in_factor_dialog.h"
+#include "settlement/in_factor_dialog.h"
 
 class QCheckBox;
 class QLabel;
 class QPushButton;
 class QTableView;
 
-namespace tr::cashbank::ui {
+namespace tr::settlement::ui {
 
 class AllocationModel;
 
@@ -29,15 +31,18 @@ class InFactorWindow : public QDialog {
     QCheckBox* customerFilter() const { return chkFilter_; }
     QTableView* grid() const { return dbg_; }
     QPushButton* okButton() const { return cmdOk_; }
+    // The list's report to `pdfFile`, or to a printer the user picks; false when cancelled.
+    bool printList(const QString& pdfFile = {});
 
   protected:
-    InFactorWindow(InvoiceSettlement& settlement, const QString& objectName, QWidget* parent);
+    InFactorWindow(InvoicePayer& payer, const QString& objectName, QWidget* parent);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void showAmounts();
     void syncCurrentRow();
     void cmdOkClick();
+    void addReportMenu();
 
     InFactorDialog logic_;
     AllocationModel* model_;
@@ -48,6 +53,7 @@ class InFactorWindow : public QDialog {
     QCheckBox* chkFilter_;
     QTableView* dbg_;
     QPushButton* cmdOk_;
+    QTextDocument report_;
 };
 
-}  // namespace tr::cashbank::ui
+}  // namespace tr::settlement::ui

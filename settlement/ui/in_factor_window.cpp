@@ -1,4 +1,4 @@
-#include "cashbank/ui/settlement/in_factor_window.h"
+#include "settlement/ui/in_factor_window.h"
 
 #include <QCheckBox>
 #include <QEvent>
@@ -10,14 +10,18 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <QAction>
+#include <QSignalBlocker>
 #include <functional>
 
 #include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
+#include "common/ui/grid_report.h"
+#include "common/ui/settings_libraries.h"
 #include "host/sdk/modal_runner.h"
 #include "host/sdk/persian_font.h"
 
-namespace tr::cashbank::ui {
+namespace tr::settlement::ui {
 
 // Typing an allocation goes through the dialog's rules instead of straight into the row.
 class AllocationModel : public tr::ui::DatasetModel {
@@ -42,11 +46,10 @@ class AllocationModel : public tr::ui::DatasetModel {
     InFactorDialog& logic_;
 };
 
-InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& objectName,
-                               QWidget* parent)
-    : QDialog(parent), logic_(settlement) {
+InFactorWindow::InFactorWindow(InvoicePayer& payer, const QString& objectName, QWidget* parent)
+    : QDialog(parent), logic_(payer) {
     setObjectName(objectName);
-    setWindowTitle(InvoiceSettlement::windowCaption());
+    setWindowTitle(QStringLiteral(" ثبت چک در صورتحساب"));
     setLayoutDirection(Qt::RightToLeft);
     setFont(tr::sdk::persianFont(11));
     resize(900, 520);
@@ -71,7 +74,7 @@ InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& obj
     lblNumber_->setText(logic_.serial());
     lblAmount_ = valueLabel("lblAmount");
     lblRemaining_ = valueLabel("lblRemaining");
-    chkFilter_ = new QCheckBox(InvoiceSettlement::customerFilterCaption(), this);
+    chkFilter_ = new QCheckBox(logic_.kind().filterCaption, this);
     chkFilter_->setObjectName(QStringLiteral("chkFilter"));
     chkFilter_->setChecked(logic_.customerFilter());
 
@@ -79,15 +82,16 @@ InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& obj
     top->setHorizontalSpacing(8);
     top->addWidget(new QLabel(logic_.kind().numberCaption, this), 0, 0);
     top->addWidget(lblNumber_, 0, 1);
-    top->addWidget(new QLabel(InvoiceSettlement::amountCaption(), this), 0, 2);
+    top->addWidget(new QLabel(logic_.kind().amountCaption, this), 0, 2);
     top->addWidget(lblAmount_, 0, 3);
     top->addWidget(chkFilter_, 0, 4);
-    top->addWidget(new QLabel(InvoiceSettlement::remainingCaption(), this), 1, 2);
+    top->addWidget(new QLabel(logic_.kind().remainingCaption, this), 1, 2);
     top->addWidget(lblRemaining_, 1, 3);
     top->setColumnStretch(5, 1);
 
     model_ = new AllocationModel(logic_, this);
-    for (const InFactorDialog::Column& column : InFactorDialog::columns()) {
+    const std::vector<InFactorDialog::Column> columns = InFactorDialog::columns(logic_.kind());
+    for (const InFactorDialog::Column& column : columns) {
         if (!column.title.isEmpty()) model_->setTitle(column.field, column.title);
         if (!column.editable) model_->setFieldReadOnly(column.field);
     }
@@ -106,7 +110,6 @@ InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& obj
     dbg_->horizontalHeader()->setStretchLastSection(true);
     dbg_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                           QAbstractItemView::AnyKeyPressed);
-    const auto& columns = InFactorDialog::columns();
     for (int i = 0; i < int(columns.size()); ++i) {
         const int section = model_->fieldColumn(columns[i].field);
         if (section < 0) continue;
@@ -129,7 +132,10 @@ InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& obj
         if (logic_.toggleSelect()) showAmounts();
     });
     connect(chkFilter_, &QCheckBox::toggled, this, [this](bool on) {
-        logic_.setCustomerFilter(on);
+        if (!logic_.setCustomerFilter(on)) {
+            const QSignalBlocker quiet(chkFilter_);
+            chkFilter_->setChecked(false);
+        }
         showAmounts();
     });
 
@@ -161,7 +167,28 @@ InFactorWindow::InFactorWindow(InvoiceSettlement& settlement, const QString& obj
     body->addLayout(buttons);
     layout->addLayout(body, 1);
 
+    if (!logic_.kind().reportKey.isEmpty()) addReportMenu();
     showAmounts();
+}
+
+void InFactorWindow::addReportMenu() {
+    report_.setObjectName(logic_.kind().reportKey);
+    auto* properties = new QAction(logic_.kind().reportProperties, dbg_);
+    connect(properties, &QAction::triggered, this, [this] {
+        tr::ui::openReportSettings(logic_.payerServices().global->hostFolder, &report_, logic_.kind().reportProperties);
+    });
+    dbg_->addAction(properties);
+    auto* print = new QAction(QStringLiteral("چاپ"), dbg_);
+    print->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    connect(print, &QAction::triggered, this, [this] { printList(); });
+    dbg_->addAction(print);
+    dbg_->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+bool InFactorWindow::printList(const QString& pdfFile) {
+    const QString title = logic_.kind().reportTitle;
+    return tr::ui::printReport(report_, title, tr::ui::gridReportHtml(title, *dbg_), this, pdfFile,
+                               tr::ui::PageTurn::Landscape);
 }
 
 void InFactorWindow::showAmounts() {
@@ -192,4 +219,4 @@ bool InFactorWindow::ask() {
     return tr::sdk::ModalRunner::current().exec(*this) == QDialog::Accepted;
 }
 
-}  // namespace tr::cashbank::ui
+}  // namespace tr::settlement::ui
