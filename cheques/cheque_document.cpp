@@ -474,6 +474,7 @@ bool ChequeDocument::open(const QString& typed) {
     reload();
     mode_ = DocumentMode::Edit;
     saved_ = false;
+    opened();
     return true;
 }
 

@@ -137,8 +137,10 @@ class ChequeDocument {
     virtual void holdSerial(const QString& serial);
     // After the load's call: the header as the book has it.
     virtual void readSavedHeader();
-    // A new document was started (after the grids were emptied and the header set).
+    // A new document was started (after the grids were emptied and the header set), or a saved
+    // one opened.
     virtual void started() {}
+    virtual void opened() {}
     // Inside the save's transaction, before the procedure's call: e.g. the serial a new document
     // is saved under, when the side takes it only then.
     virtual void beforeCall(bool /*isNew*/) {}

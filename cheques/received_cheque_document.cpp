@@ -46,6 +46,14 @@ void ReceivedChequeDocument::alsoOnSave(bool /*opening*/) {
     settlement_->writeOnSave();
 }
 
+void ReceivedChequeDocument::started() {
+    settlement_->discardPending();
+}
+
+void ReceivedChequeDocument::opened() {
+    settlement_->discardPending();
+}
+
 void ReceivedChequeDocument::alsoOnDelete() {
     // The procedure has cut the document's links and given their invoices back what they paid.
     settlement_->discardPending();

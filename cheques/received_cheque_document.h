@@ -26,6 +26,9 @@ class ReceivedChequeDocument : public ChequeDocument {
     bool checkCheque(tr::db::Query& row) override;
     void alsoOnSave(bool opening) override;
     void alsoOnDelete() override;
+    // Choices made for the document that was on the screen are forgotten.
+    void started() override;
+    void opened() override;
 
   private:
     bool checkInvoiceAllocation(tr::db::Query& row, const QString& number, const QString& series);

@@ -302,6 +302,26 @@ TEST_F(ChequeSettlementTest, DeletingTheChequeOrTheDocumentGivesTheInvoicesTheir
     EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
 }
 
+TEST_F(ChequeSettlementTest, ChoicesWaitingForASaveAreForgottenWithTheDocumentOnTheScreen) {
+    ASSERT_TRUE(typeCheque(QStringLiteral("7701"), 2000000));
+    ASSERT_TRUE(allocate(QStringLiteral("7701"), {{QStringLiteral("1002"), 2000000}}));
+    ASSERT_TRUE(doc->settlement().hasPending());
+    doc->cancelEdits();  // "انصراف" on a document never saved: a new one
+    EXPECT_FALSE(doc->settlement().hasPending());
+    ASSERT_TRUE(typeCheque(QStringLiteral("7701"), 2000000));
+    ASSERT_TRUE(saved()) << lastMessage().toStdString();
+    EXPECT_EQ(linked(QStringLiteral("1002")), 0);
+
+    // Opening another document forgets them too.
+    ASSERT_TRUE(allocate(QStringLiteral("7701"), {{QStringLiteral("1002"), 1000000}}));
+    const QString serial = doc->header().serial;
+    doc->newDocument();
+    EXPECT_FALSE(doc->settlement().hasPending());
+    ASSERT_TRUE(doc->open(serial));
+    ASSERT_TRUE(saved());
+    EXPECT_EQ(linked(QStringLiteral("1002")), 0);
+}
+
 TEST_F(ChequeSettlementTest, AScreenOpenedForAnInvoiceTiesItsChequesToIt) {
     doc->setInvoiceNumber(QStringLiteral("1002"));
     EXPECT_EQ(doc->mode(), DocumentMode::New);

@@ -16,6 +16,7 @@
 #include "common/ui/dataset_model.h"
 #include "common/ui/grid_report.h"
 #include "common/ui/settings_libraries.h"
+#include "host/sdk/persian_font.h"
 
 namespace tr::cheques {
 
@@ -94,6 +95,7 @@ TChqFirstStateForm::TChqFirstStateForm(const tr::Services& services, tr::instrum
     setObjectName(QStringLiteral("ChqFirstStateForm"));
     setWindowTitle(OpeningChequeStates::kScreenName);
     setLayoutDirection(Qt::RightToLeft);
+    setFont(tr::sdk::persianFont(12));
     report_.setObjectName(OpeningChequeStates::kReportKey);
 
     caption_ = new QLabel(OpeningChequeStates::kCaption + QStringLiteral(" (") +

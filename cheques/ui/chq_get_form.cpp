@@ -171,7 +171,8 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     header->addWidget(month_);
     header->addWidget(new QLabel(QStringLiteral("/"), this));
     header->addWidget(day_);
-    header->addWidget(new QLabel(QStringLiteral("سند"), this));
+    voucherCaption_ = new QLabel(QStringLiteral("سند"), this);
+    header->addWidget(voucherCaption_);
     header->addWidget(voucher_);
     header->addWidget(new QLabel(QStringLiteral("كاربر"), this));
     header->addWidget(user_);
@@ -413,6 +414,7 @@ void TChqGetForm::showValues() {
     for (int i = 0; i < 5; ++i) lower_[i]->setText(levels[i]);
     totals_->setText(QStringLiteral("جمع بدهکار ") + tr::persian::formatAmount(document_->debitTotal()) +
                      QStringLiteral("   جمع بستانکار ") + tr::persian::formatAmount(document_->creditTotal()));
+    showSideValues();
 }
 
 void TChqGetForm::takeHeader() {

@@ -49,6 +49,9 @@ class TChqGetForm : public QWidget {
     QPushButton* savePrintButton() const { return savePrint_; }
     QPushButton* deleteButton() const { return delete_; }
     QLabel* totalsLabel() const { return totals_; }
+    // The voucher number and its caption ("سند").
+    QLabel* voucherLabel() const { return voucher_; }
+    QLabel* voucherCaption() const { return voucherCaption_; }
     // The two grids' pop-up menus and the hooks of their items.
     ChqGetMenus* menus() const { return menus_; }
 
@@ -64,6 +67,8 @@ class TChqGetForm : public QWidget {
     virtual void chequeRowShown() {}
     // "تاييد و چاپ": the saved document printed in the chosen layout.
     virtual void printDocument();
+    // What a side shows besides the header, after every showValues().
+    virtual void showSideValues() {}
     bool guarded(const std::function<bool()>& action);
     void showValues();
     QHBoxLayout* headerRow() const { return headerRow_; }
@@ -95,6 +100,7 @@ class TChqGetForm : public QWidget {
     QLineEdit* month_;
     QLineEdit* year_;
     QLabel* voucher_;
+    QLabel* voucherCaption_;
     QLabel* user_;
     QLabel* invoice_;
     QLabel* totals_;

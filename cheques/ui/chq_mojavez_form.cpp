@@ -39,8 +39,8 @@ TChqMojavezForm::TChqMojavezForm(const tr::Services& services, QWidget* parent)
         w->hide();
     for (QRadioButton* layout : findChildren<QRadioButton*>()) layout->hide();
     // No voucher either.
-    for (QLabel* label : findChildren<QLabel*>())
-        if (label->objectName() == QLatin1String("HesabSanadNo") || label->text() == QStringLiteral("سند")) label->hide();
+    voucherLabel()->hide();
+    voucherCaption()->hide();
     for (auto* hook : {&menus()->hooks.printDocument, &menus()->hooks.printPaper, &menus()->hooks.designPrint,
                        &menus()->hooks.printLeaves, &menus()->hooks.designLeaves, &menus()->hooks.search})
         *hook = [] {};

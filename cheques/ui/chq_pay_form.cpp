@@ -63,9 +63,6 @@ TChqPayForm::TChqPayForm(const tr::Services& services, std::unique_ptr<ChequePay
         chequeModel()->refresh();
         showValues();
     });
-    // After the window's own handlers of these: the serial loaded, saved, deleted or cancelled.
-    connect(serialBox(), &QLineEdit::editingFinished, this, [this] { showPaymentValues(); });
-    for (QPushButton* button : findChildren<QPushButton*>()) connect(button, &QPushButton::clicked, this, [this] { showPaymentValues(); });
     // "تاييد و برداشت": the save, then the withdrawal of our own cheques due on its date.
     withdraw_ = new QPushButton(QStringLiteral("تاييد و برداشت"), this);
     withdraw_->setObjectName(QStringLiteral("cmdOkBardasht"));
@@ -73,7 +70,6 @@ TChqPayForm::TChqPayForm(const tr::Services& services, std::unique_ptr<ChequePay
     connect(withdraw_, &QPushButton::clicked, this, [this] {
         if (saveDocument()) guarded([this] { return payment().withdrawDue(); });
         showValues();
-        showPaymentValues();
     });
     chequeModel()->setFieldReadOnly(QStringLiteral("ChqStateNam"));
     chequeModel()->setFieldReadOnly(QStringLiteral("AcountNam"));

@@ -27,6 +27,7 @@ class TChqPayForm : public TChqGetForm {
                 QList<QPair<QString, QString>> chequeColumns, QWidget* parent);
     // The header values the payment adds, after anything that reads the document anew.
     virtual void showPaymentValues();
+    void showSideValues() override { showPaymentValues(); }
     bool chequeKey(QTableView* grid, QKeyEvent* key) override;
     void chequeRowShown() override;
     void printDocument() override;
