@@ -1,9 +1,18 @@
 // libtreasury itself: what it shows to the dynamic linker, and the screens this build holds.
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QDialog>
+#include <QLabel>
 #include <QLayout>
+#include <QPointer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QStackedLayout>
+#include <QTableView>
+#include <QTest>
 
 #include "entry/tests/entry_fixture.h"
+#include "host/sdk/modal_runner.h"
 
 namespace tr::entry::testing {
 namespace {
@@ -114,6 +123,90 @@ TEST_F(Library, ThePermitScreensOpenDockedAndGoWithRelease) {
     lib().release();
     EXPECT_EQ(lib().published("_ChqMojavezForm"), nullptr);
     EXPECT_EQ(lib().published("_ChqMojavezTaedForm"), nullptr);
+}
+
+// Answers every modal window of the library as cancelled, noting its object name.
+class CancellingRunner : public tr::sdk::ModalRunner {
+  public:
+    CancellingRunner() : previous_(install(this)) {}
+    ~CancellingRunner() override { install(previous_); }
+    int exec(QDialog& dialog) override {
+        shown << dialog.objectName();
+        return QDialog::Rejected;
+    }
+    QStringList shown;
+
+  private:
+    ModalRunner* previous_;
+};
+
+int columnTitled(const QTableView& grid, const QString& title) {
+    for (int c = 0; c < grid.model()->columnCount(); ++c)
+        if (grid.model()->headerData(c, Qt::Horizontal).toString() == title) return c;
+    return -1;
+}
+
+TEST_F(Library, EveryChequeScreenOpensDockedAndReleaseFreesThemAllInTheirOrder) {
+    auto host = container();
+    CancellingRunner runner;
+    // The received cheques, plain and then for a sales invoice.
+    ASSERT_EQ(lib().openInvoice("ChqGet_Naghd", host.get(), admin(), u""), 1);
+    QWidget* received = lib().published("_ChqGetForm");
+    ASSERT_NE(received, nullptr);
+    auto* invoice = received->findChild<QLabel*>(QStringLiteral("txtSanadNoForosh"));
+    ASSERT_NE(invoice, nullptr);
+    EXPECT_FALSE(invoice->isVisible());
+    ASSERT_EQ(lib().openInvoice("ChqGet_Naghd", host.get(), admin(), u"1002"), 1);
+    EXPECT_EQ(lib().published("_ChqGetForm"), received);
+    EXPECT_TRUE(invoice->isVisible());
+    EXPECT_TRUE(invoice->text().endsWith(QStringLiteral("1002")));
+
+    for (const char* entry : {"ChqPay_Naghd", "Chq_Action_Naghd", "ChqToBank_Naghd", "ChqMojavez_Naghd",
+                              "ChqMojavezTaed_Naghd"})
+        EXPECT_EQ(lib().open(entry, host.get(), admin()), 1) << entry;
+    lib().openVoidMode("EbtalBargeCheck_Naghd", host.get(), admin(), 1);
+    EXPECT_EQ(lib().published("_EbtalBargeCheckForm")->windowTitle(), QStringLiteral("ابطال برگه چك"));
+    lib().openVoidMode("EbtalBargeCheck_Naghd", host.get(), admin(), 0);
+    EXPECT_EQ(lib().published("_EbtalBargeCheckForm")->windowTitle(), QStringLiteral("برگشت ابطال برگه چك"));
+
+    // The payment window's F2 on a cheque passed on makes the selection window, kept by the
+    // library.
+    QWidget* payment = lib().published("_ChqPayForm");
+    ASSERT_NE(payment, nullptr);
+    auto* grid = payment->findChild<QTableView*>(QStringLiteral("dbgChq"));
+    ASSERT_NE(grid, nullptr);
+    if (auto* stack = qobject_cast<QStackedLayout*>(host->layout())) stack->setCurrentWidget(payment);
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_Insert);
+    grid->setCurrentIndex(grid->model()->index(grid->currentIndex().row(), columnTitled(*grid, QStringLiteral("وضعيت"))));
+    QTest::keyClick(grid, Qt::Key_Space);
+    grid->setCurrentIndex(grid->model()->index(grid->currentIndex().row(), columnTitled(*grid, QStringLiteral("شماره چك"))));
+    QTest::keyClick(grid, Qt::Key_F2);
+    EXPECT_TRUE(runner.shown.contains(QStringLiteral("ChqGetSlctFrm"))) << runner.shown.join(',').toStdString();
+    QPointer<QWidget> selection;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->objectName() == QLatin1String("ChqGetSlctFrm")) selection = top;
+    ASSERT_TRUE(selection);
+
+    QStringList destroyed;
+    const QList<QPair<const char*, QString>> forms = {
+        {"_ChqGetForm", "ChqGet"},           {"_ChqPayForm", "ChqPay"},       {"_ChqMojavezForm", "ChqMojavez"},
+        {"_ChqMojavezTaedForm", "ChqMojavezTaed"}, {"_ChqAction1Form", "ChqAction"}, {"_ChqToBankForm", "ChqToBank"},
+        {"_EbtalBargeCheckForm", "EbtalBargeCheck"}};
+    for (const auto& [symbol, name] : forms) {
+        QWidget* widget = lib().published(symbol);
+        ASSERT_NE(widget, nullptr) << symbol;
+        EXPECT_EQ(widget->parentWidget(), host.get()) << symbol;
+        QObject::connect(widget, &QObject::destroyed, [&destroyed, name = name] { destroyed << name; });
+    }
+    QObject::connect(selection.data(), &QObject::destroyed, [&destroyed] { destroyed << QStringLiteral("ChqGetSlct"); });
+    lib().release();
+    // The forms' slots in their order: payment, receipt, permit, approval, actions, to bank, voiding,
+    // then the selection window.
+    EXPECT_EQ(destroyed, (QStringList{"ChqPay", "ChqGet", "ChqMojavez", "ChqMojavezTaed", "ChqAction", "ChqToBank",
+                                      "EbtalBargeCheck", "ChqGetSlct"}));
+    EXPECT_FALSE(selection);
+    for (const auto& [symbol, name] : forms) EXPECT_EQ(lib().published(symbol), nullptr) << symbol;
 }
 
 }  // namespace

@@ -143,6 +143,26 @@ TEST_F(HostApp, ScreensOfTheBuiltLibraryOpenFromTheTreeDockedAndMaximized) {
     }
 }
 
+TEST_F(HostApp, EveryItemOfTheChequeMenuOpensItsScreenDocked) {
+    TreasuryLibrary library;
+    ASSERT_TRUE(library.load()) << library.errorString().toStdString();
+    MainWindow window(session, library);
+    window.resize(1366, 768);
+    window.show();
+    QApplication::processEvents();
+    for (const char* title : {"دريافت چک", "پرداخت چك", "عمليات چك", "ارسال چک به بانک", "صدور مجوز پرداخت چك",
+                              "تاييد صدور مجوز پرداخت چك"}) {
+        SCOPED_TRACE(title);
+        QWidget* form = openFromTree(window, QString::fromUtf8(title));
+        ASSERT_NE(form, nullptr);
+        QApplication::processEvents();
+        EXPECT_EQ(form->parentWidget(), window.contentArea());
+        EXPECT_EQ(form->geometry(), window.contentArea()->rect());
+        EXPECT_TRUE(form->isVisible());
+    }
+    saveScreen(window, QStringLiteral("host_cheque_menu"));
+}
+
 TEST_F(HostApp, TheTwoLeafVoidingItemsOpenTheVoidFormInTheirModes) {
     TreasuryLibrary library;
     ASSERT_TRUE(library.load()) << library.errorString().toStdString();
