@@ -138,14 +138,25 @@ bool ChequePaymentDocument::spendCheque(const QString& number, const QString& se
         c, QStringLiteral("Select Max(AtfDate) From Asnad Where TypeSys = 'N' And WhatDoc = '71' And LTrim(RTrim(AtfCh)) = ") +
                c.text(number.trimmed()) + QStringLiteral(" And LTrim(RTrim(IsNull(DocToDate, ''))) = ") +
                c.text(series.trimmed())));
-    if (!due.isEmpty()) row.FieldByName(QStringLiteral("SarResidDate")).SetValue(due);
+    // A cheque carried over from the last period has no receipt voucher: its opening row says.
+    const auto fromOpening = [&](const char* column) {
+        return trimmed(firstColumn(c, QStringLiteral("Select Max(") + QLatin1String(column) +
+                                          QStringLiteral(") From N_ChqFirst Where WhatDoc = '71' And ChqOrTaraf = 1 And "
+                                                         "LTrim(RTrim(ChqNo)) = ") +
+                                          c.text(number.trimmed()) + QStringLiteral(" And LTrim(RTrim(IsNull(Joz, ''))) = ") +
+                                          c.text(series.trimmed())));
+    };
+    const QString dueDate = due.isEmpty() && h->opening ? fromOpening("SarResidDate") : due;
+    if (!dueDate.isEmpty()) row.FieldByName(QStringLiteral("SarResidDate")).SetValue(dueDate);
     // Its receipt's description until the user writes the payment's own.
     if (field(row, "Des").isEmpty()) {
-        row.FieldByName(QStringLiteral("Des")).SetValue(trimmed(firstColumn(
+        QString des = trimmed(firstColumn(
             c, QStringLiteral("Select Max(Des) From Asnad Where TypeSys = 'N' And WhatDoc = '71' And Bed > 0 And "
                               "LTrim(RTrim(AtfCh)) = ") +
                    c.text(number.trimmed()) + QStringLiteral(" And LTrim(RTrim(IsNull(DocToDate, ''))) = ") +
-                   c.text(series.trimmed()))));
+                   c.text(series.trimmed())));
+        if (des.isEmpty() && h->opening) des = fromOpening("Des");
+        row.FieldByName(QStringLiteral("Des")).SetValue(des);
     }
     const QString levels[] = {h->koll, h->moein, h->tafsily, h->tafsily2, h->projectCod};
     const char* names[] = {"Koll", "Moein", "Tafsily", "Tafsily2", "ProjectCod"};
