@@ -8,6 +8,7 @@
 #include "cheques/permit_components.h"
 #include "cheques/tests/permit_fixture.h"
 #include "common/db/database_error.h"
+#include "cheques/tests/fault_rounds.h"
 #include "tests/support/failing_connection.h"
 
 namespace tr::cheques {
@@ -16,15 +17,6 @@ namespace {
 using tr::test::FailingConnection;
 
 // The first line of `after` that `before` does not have, and the reverse.
-QString firstDifference(const QString& before, const QString& after) {
-    const QStringList a = before.split(QLatin1Char('\n')), b = after.split(QLatin1Char('\n'));
-    for (const QString& line : b)
-        if (!a.contains(line)) return QStringLiteral("added ") + line;
-    for (const QString& line : a)
-        if (!b.contains(line)) return QStringLiteral("lost ") + line;
-    return {};
-}
-
 const QStringList kPermitBook = {"N_MojavezTrans", "N_MOJAVEZCHQ", "N_MojavezFact", "ASNADACTIONS"};
 
 class PermitFaultsTest : public testing::PermitTest {
@@ -62,28 +54,9 @@ class PermitFaultsTest : public testing::PermitTest {
         return out + doc->header().serial + QLatin1Char('|') + QString::number(int(doc->mode()));
     }
     void failInTurn(const std::function<bool()>& action) {
-        const QString before = image();
-        int failures = 0;
-        for (int n = 1; n < 200; ++n) {
-            failing->failStatement(n);
-            bool done = false;
-            try {
-                done = action();
-            } catch (const tr::db::DatabaseError&) {
-                done = false;
-            }
-            const bool fired = failing->fired();
-            failing->disarm();
-            if (!fired) {
-                ASSERT_TRUE(done) << desk->dialog.last().text.toStdString();
-                break;
-            }
-            ++failures;
-            ASSERT_FALSE(done) << "statement " << n;
-            const QString after = image();
-            ASSERT_EQ(after, before) << "after statement " << n << " failed: " << firstDifference(before, after).toStdString() << "\nBEFORE\n" << before.toStdString() << "\nAFTER\n" << after.toStdString();
-        }
-        EXPECT_GT(failures, 2);
+        EXPECT_GT(testing::failInTurn(*failing, action, [this] { return image(); },
+                                      [this] { return desk->dialog.last().text; }),
+                  2);
     }
 
     std::unique_ptr<FailingConnection> failing;

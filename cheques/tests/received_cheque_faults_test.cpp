@@ -1,6 +1,6 @@
 // The received-cheque document's writes with a failing connection: for a new save, an opening
-// save, an edit and a delete, the 1st, 2nd, ... statement (and then the commit) the screen sends
-// fails in turn until the action runs through. After every failure the book, the screen's work
+// save, an edit and a delete, the commit and then the 1st, 2nd, ... statement the screen sends
+// fail in turn until the action runs through. After every failure the book, the screen's work
 // tables and its grids are as they were before the action; the round without a failure is the
 // retry from what the failures left, and it leaves the ledger whole.
 #include <gtest/gtest.h>
@@ -14,6 +14,7 @@
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
 #include "settlement/in_factor_dialog.h"
+#include "cheques/tests/fault_rounds.h"
 #include "tests/support/failing_connection.h"
 #include "tests/support/test_session.h"
 
@@ -24,16 +25,6 @@ using tr::test::FailingConnection;
 
 const QStringList kBook = {"N_NaghdTrans", "Asnad",  "N_ChqLastTrans", "N_ArzTrans",        "ASNADACTIONS",
                            "N_ChqFirst",   "N_ChqFirst_Log", "R_ForoshRelatedNaghd", "R_OldFactor"};
-
-// The first line of `after` that `before` does not have, and the reverse.
-QString firstDifference(const QString& before, const QString& after) {
-    const QStringList a = before.split(QLatin1Char('\n')), b = after.split(QLatin1Char('\n'));
-    for (const QString& line : b)
-        if (!a.contains(line)) return QStringLiteral("added ") + line;
-    for (const QString& line : a)
-        if (!b.contains(line)) return QStringLiteral("lost ") + line;
-    return {};
-}
 
 class ReceivedChequeFaultsTest : public tr::procedures::testing::ChequeTest {
   protected:
@@ -78,31 +69,11 @@ class ReceivedChequeFaultsTest : public tr::procedures::testing::ChequeTest {
         return out + doc->header().serial + QLatin1Char('|') + doc->header().voucherNo + QLatin1Char('|') +
                QString::number(int(doc->mode()));
     }
-    // Fails the 1st, 2nd, ... statement of `action`, then its commit, then lets it through.
+    // The action's commit and then each of its statements fail in turn, until it runs through.
     void failInTurn(const std::function<bool()>& action) {
-        const QString before = image();
-        int failures = 0;
-        for (int n = 1; n < 200; ++n) {
-            failing->failStatement(n);
-            bool done = false;
-            try {
-                done = action();
-            } catch (const tr::db::DatabaseError&) {
-                done = false;
-            }
-            if (!failing->fired()) {
-                failing->disarm();
-                ASSERT_TRUE(done) << session->dialog.last().text.toStdString();
-                break;
-            }
-            ++failures;
-            ASSERT_FALSE(done) << "statement " << n;
-            const QString after = image();
-            ASSERT_EQ(after, before) << "after statement " << n << " failed: "
-                                     << firstDifference(before, after).toStdString();
-        }
-        failing->failCommit(1);
-        EXPECT_GT(failures, 2);
+        EXPECT_GT(testing::failInTurn(*failing, action, [this] { return image(); },
+                                      [this] { return session->dialog.last().text; }),
+                  2);
         EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
     }
 
