@@ -21,6 +21,15 @@ int main(int argc, char** argv) {
     reporter.printRatio("aggregate over 1,000,000 rows", "BM_AggregateEngine", "BM_AggregateSqlite", 1.1);
     reporter.printRatio("cash search with subtotals on the large book", "BM_CashSearchEngine/real_time",
                         "BM_CashSearchSqlite/real_time", 1.5);
+    for (const char* size : {"tenth", "full"}) {
+        const std::string book = std::string(" (") + size + " of the cheque book)";
+        reporter.printRatio("received-cheque search" + book,
+                            std::string("BM_ReceivedChequeSearchEngine/") + size + "/real_time",
+                            std::string("BM_ReceivedChequeSearchSqlite/") + size + "/real_time", 1.5);
+        reporter.printRatio("latest state of every cheque" + book,
+                            std::string("BM_LatestChequeStatesEngine/") + size + "/real_time",
+                            std::string("BM_LatestChequeStatesSqlite/") + size + "/real_time", 1.5);
+    }
     // A save rate of at least 90% (FULL) and 50% (NORMAL) of the hand-written one is a time ratio
     // of at most 1/0.9 and 1/0.5.
     for (const char* sync : {"full", "normal"}) {

@@ -13,12 +13,24 @@ const ActionHistory& chequeHistory() {
 
 QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more,
                         const QString& joins) {
-    // The number's index (number, series, IDX) answers the maximum; a series kept as Null is the
-    // empty series.
-    return QStringLiteral("Select %1 From %2 As L %5 Where L.IDX = (Select Max(M.IDX) From %2 As M "
-                          "Where M.%3 = L.%3 And IsNull(M.%4, '') = IsNull(L.%4, ''))")
+    // A row is the latest when no later row has its number and series; a series kept as Null is
+    // the empty series. Both look-ups compare the stored series with a value, so that the
+    // number's index (number, series, IDX) answers each with one seek; the second, for the rows
+    // kept as Null, is asked only of a row whose series is empty.
+    return QStringLiteral("Select %1 From %2 As L %5 Where Not Exists (Select M.IDX From %2 As M "
+                          "Where M.%3 = L.%3 And M.%4 = IsNull(L.%4, '') And M.IDX > L.IDX) And "
+                          "(IsNull(L.%4, '') <> '' Or Not Exists (Select M.IDX From %2 As M Where M.%3 = "
+                          "L.%3 And M.%4 Is Null And M.IDX > L.IDX))")
                .arg(columns, h.table, h.numberColumn, h.seriesColumn, joins) +
            more;
+}
+
+QString latestIdxOf(const ActionHistory& h, const QString& alias) {
+    // A series kept as Null is the empty series; only the empty series needs that comparison.
+    return QStringLiteral("Case When IsNull(%2.%4, '') <> '' Then (Select Max(X.IDX) From %1 As X Where X.%3 = "
+                          "%2.%3 And X.%4 = %2.%4) Else (Select Max(X.IDX) From %1 As X Where X.%3 = %2.%3 And "
+                          "IsNull(X.%4, '') = '') End")
+        .arg(h.table, alias, h.numberColumn, h.seriesColumn);
 }
 
 std::optional<LatestRow> latestRow(tr::db::Connection& c, const ActionHistory& h,

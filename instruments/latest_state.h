@@ -25,6 +25,10 @@ const ActionHistory& chequeHistory();
 QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more = {},
                         const QString& joins = {});
 
+// The IDX of the latest row of the instrument whose number and series stand in `alias`'s
+// columns (a scalar expression: one seek of the number's index when the series is not empty).
+QString latestIdxOf(const ActionHistory& h, const QString& alias);
+
 struct LatestRow {
     qint64 idx = 0;
     QString kind;  // WhatDoc

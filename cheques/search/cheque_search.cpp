@@ -92,19 +92,84 @@ QString ChequeSearch::sideRows() const {
     // A cheque is the received side's when it was received, the issued side's when it was paid
     // out (a received cheque spent is both).
     const QString origin = side_ == ChequeSide::Received ? QStringLiteral("'71'") : QStringLiteral("'81'");
-    QString more = QStringLiteral(" And Exists (Select F.IDX From N_ChqLastTrans As F Where F.WhatDoc = ") +
-                   origin + QStringLiteral(" And ") +
-                   sameCheque(QStringLiteral("F"), QStringLiteral("ChqNo"), QStringLiteral("Joz"),
-                              QStringLiteral("L")) +
-                   QStringLiteral(")");
+    return QStringLiteral(" And Exists (Select F.IDX From N_ChqLastTrans As F Where F.WhatDoc = ") + origin +
+           QStringLiteral(" And ") +
+           sameCheque(QStringLiteral("F"), QStringLiteral("ChqNo"), QStringLiteral("Joz"), QStringLiteral("L")) +
+           QStringLiteral(")") + stateKinds();
+}
+
+QString ChequeSearch::stateKinds() const {
     QStringList kinds;
     const QList<ChequeStateBox>& boxes = stateBoxes(side_);
     for (int i = 0; i < boxes.size(); ++i)
         if (i < filters_.states.size() && filters_.states[i])
             for (const QString& k : boxes[i].kinds) kinds << text(k);
-    if (kinds.isEmpty()) return more + QStringLiteral(" And (0 = 1)");
-    return more + QStringLiteral(" And L.WhatDoc In (") + kinds.join(QStringLiteral(", ")) +
-           QStringLiteral(")");
+    if (kinds.isEmpty()) return QStringLiteral(" And (0 = 1)");
+    return QStringLiteral(" And L.WhatDoc In (") + kinds.join(QStringLiteral(", ")) + QStringLiteral(")");
+}
+
+void ChequeSearch::fillReceived() {
+    // From the receipt rows (71): the receipt's voucher line holds amount and due date, so that
+    // those filters apply before anything else is read; then the cheque's latest state (L, by
+    // the number's index), the receipt's treasury row (drawee bank, branch, drawer's account,
+    // payee) and the description, the last voucher line of the latest state's kind. With a
+    // series, that line is looked up by the series as stored, so the voucher lines' cheque
+    // index (AtfCh, DocToDate, WhatDoc) finds it at once.
+    const ChequeSearchFilters& f = filters_;
+    const auto& history = tr::instruments::chequeHistory();
+    const QString insert =
+        QStringLiteral("Insert Into ") + table_.name() +
+        QStringLiteral(" (WhatDoc, NDocNam, Serial, Joz, BankCod, BankNam, ShobehCod, ShobehNam, AcountCod, SanadDate, "
+                       "Des, SRDate, ChqNo, DocToDate, SValue, CLId, Sign, ChqGetter, O_IDX) ");
+    // A received cheque passed on is named as spent, and back from spending as such.
+    const QString columns =
+        QStringLiteral("Select L.WhatDoc, Case L.WhatDoc When '81' Then ") + text(kSpentName) +
+        QStringLiteral(" When '88' Then ") + text(kSpentBackName) +
+        QStringLiteral(
+            " Else NA.NDocNam End, L.Serial, L.Joz, N.WhatDoc2, K.BankNam, N.CodWhatDoc2, Case When "
+            "IsNull(N.Des1, '') = '' And S.BankCod Is Not Null Then S.ShobehNam Else N.Des1 End, N.Des2, "
+            "L.SanadDate, Case When A.REC Is Null Then '' Else A.Des End, %1, L.ChqNo, Case When A.REC Is Null "
+            "Then L.Joz Else A.DocToDate End, %2, L.IDX, 0, N.Des6, Cast(F.CodWhatDoc As Int) From ");
+    const QString latest = QStringLiteral(" Inner Join N_ChqLastTrans As L On (L.IDX = ") +
+                           tr::instruments::latestIdxOf(history, QStringLiteral("F")) + QStringLiteral(")");
+    const QString described = QStringLiteral(
+        " Left Join Asnad As A On (A.REC = Case When IsNull(L.Joz, '') <> '' Then (Select Top 1 B.REC From Asnad "
+        "As B Where B.AtfCh = L.ChqNo And B.DocToDate = L.Joz And B.WhatDoc = L.WhatDoc And B.TypeSys = 'N' Order "
+        "By B.REC Desc) Else (Select Top 1 B.REC From Asnad As B Where B.AtfCh = L.ChqNo And IsNull(B.DocToDate, "
+        "'') = '' And B.WhatDoc = L.WhatDoc And B.TypeSys = 'N' Order By B.REC Desc) End) Left Join N_AsnadNaghd "
+        "As NA On (NA.WhatDoc = L.WhatDoc) Left Join N_Bank As K On (K.BankCod = N.WhatDoc2) Left Join N_Shoab As "
+        "S On (S.BankCod = N.WhatDoc2 And S.ShobehCod = N.CodWhatDoc2)");
+    // A cheque received again (after a return) is listed once, from its latest receipt. The
+    // look-up names L so that it is made only for the rows the filters kept.
+    const QString where =
+        QStringLiteral(" Where F.WhatDoc = '71' And Not Exists (Select G.IDX From N_ChqLastTrans As G Where ") +
+        sameCheque(QStringLiteral("G"), QStringLiteral("ChqNo"), QStringLiteral("Joz"), QStringLiteral("F")) +
+        QStringLiteral(" And G.WhatDoc = '71' And G.IDX > F.IDX And G.IDX <= L.IDX)") + stateKinds() +
+        QLatin1Char(' ') + range(QStringLiteral("L.SanadDate"), f.fromDate.text(), f.toDate.text());
+    table_.run(insert + columns.arg(QStringLiteral("V.AtfDate"), QStringLiteral("V.Bed + V.Bes")) +
+               QStringLiteral("N_ChqLastTrans As F Inner Join Asnad As V On (V.TypeSys = 'N' And V.WhatDoc = '71' And "
+                              "V.Document = F.CodWhatDoc) Inner Join N_NaghdTrans As N On (N.IDX = Cast(F.CodWhatDoc "
+                              "As Int))") +
+               latest + described + where + range(QStringLiteral("V.AtfDate"), f.fromDue.text(), f.toDue.text()) +
+               amountRange(QStringLiteral("(V.Bed + V.Bes)")));
+    // An opening cheque has no receipt line: its amount and due date are those of the payment
+    // that passed it on, else of its opening row, and are filtered with the others'.
+    table_.run(insert + columns.arg(QStringLiteral("Null"), QStringLiteral("Null")) +
+               QStringLiteral("N_ChqFirst As O Inner Join N_ChqLastTrans As F On (F.WhatDoc = '71' And ") +
+               sameCheque(QStringLiteral("F"), QStringLiteral("ChqNo"), QStringLiteral("Joz"), QStringLiteral("O")) +
+               QStringLiteral(") Left Join N_NaghdTrans As N On (N.IDX = Cast(F.CodWhatDoc As Int))") + latest +
+               described + where +
+               QStringLiteral(" And O.ChqOrTaraf = 1 And O.WhatDoc = '71' And Not Exists (Select V.REC From Asnad As "
+                              "V Where V.TypeSys = 'N' And V.WhatDoc = '71' And V.Document = F.CodWhatDoc)"));
+    const QString T = table_.name() + QStringLiteral(" As R");
+    table_.run(QStringLiteral("Update R Set R.SValue = Q.Bes, R.SRDate = Q.AtfDate From ") + T +
+               QStringLiteral(" Inner Join Asnad As Q On (Q.TypeSys = 'N' And Q.WhatDoc = '81' And Q.Bes > 0 And ") +
+               sameCheque(QStringLiteral("Q"), QStringLiteral("AtfCh"), QStringLiteral("DocToDate"), QStringLiteral("R")) +
+               QStringLiteral(") Where R.SValue Is Null"));
+    table_.run(QStringLiteral("Update R Set R.SValue = O.sValue, R.SRDate = O.SarResidDate From ") + T +
+               QStringLiteral(" Inner Join N_ChqFirst As O On (O.ChqOrTaraf = 1 And ") +
+               sameCheque(QStringLiteral("O"), QStringLiteral("ChqNo"), QStringLiteral("Joz"), QStringLiteral("R")) +
+               QStringLiteral(") Where R.SValue Is Null"));
 }
 
 void ChequeSearch::fill() {
@@ -141,6 +206,8 @@ void ChequeSearch::fill() {
                             QStringLiteral("Left Join N_AsnadNaghd As NA On (NA.WhatDoc = L.WhatDoc)")));
 }
 
+// The issued side's rows, filled from their state rows, are described afterwards: our leaves
+// from the bank account and the payment's line, received cheques passed on from their receipt.
 void ChequeSearch::describe() {
     const QString T = table_.name() + QStringLiteral(" As R");
     const auto matching = [&](const QString& alias, const QString& number, const QString& series) {
@@ -158,16 +225,8 @@ void ChequeSearch::describe() {
                QStringLiteral(" Inner Join Asnad As Q On (Q.TypeSys = 'N' And Q.WhatDoc = '81' And Q.Bes > 0 And ") +
                matching(QStringLiteral("Q"), QStringLiteral("AtfCh"), QStringLiteral("DocToDate")) +
                QStringLiteral(")"));
-    // A received cheque (spent ones on the issued side too): its receipt's treasury row holds the
-    // drawee bank, branch, the drawer's account and the payee; its line the amount and due date.
-    if (side_ == ChequeSide::Received) {
-        table_.run(QStringLiteral("Update R Set R.O_IDX = Cast(F.CodWhatDoc As Int) From ") + T +
-                   QStringLiteral(" Inner Join N_ChqLastTrans As F On (F.WhatDoc = '71' And ") +
-                   matching(QStringLiteral("F"), QStringLiteral("ChqNo"), QStringLiteral("Joz")) +
-                   QStringLiteral(")"));
-        table_.run(QStringLiteral("Update R Set R.ChqGetter = N.Des6 From ") + T +
-                   QStringLiteral(" Inner Join N_NaghdTrans As N On (N.IDX = R.O_IDX)"));
-    }
+    // A received cheque spent: its receipt's treasury row holds the drawee bank, branch and the
+    // drawer's account; its line the amount and due date.
     const QString origin =
         QStringLiteral(" Inner Join N_ChqLastTrans As F On (F.WhatDoc = '71' And ") +
         matching(QStringLiteral("F"), QStringLiteral("ChqNo"), QStringLiteral("Joz")) +
@@ -199,29 +258,36 @@ void ChequeSearch::describe() {
                QStringLiteral(" Where WhatDoc = '88'"));
 }
 
+QString ChequeSearch::range(const QString& column, const QString& from, const QString& to) const {
+    QString c;
+    if (!from.trimmed().isEmpty())
+        c += QStringLiteral("And (") + column + QStringLiteral(" >= ") + text(from.trimmed()) + QStringLiteral(") ");
+    if (!to.trimmed().isEmpty())
+        c += QStringLiteral("And (") + column + QStringLiteral(" <= ") + text(to.trimmed()) + QStringLiteral(") ");
+    return c;
+}
+
+QString ChequeSearch::amountRange(const QString& column) const {
+    QString c;
+    const tr::persian::AmountReading from = tr::persian::readAmount(filters_.fromAmount);
+    const tr::persian::AmountReading to = tr::persian::readAmount(filters_.toAmount);
+    if (from.ok() && !from.empty)
+        c += QStringLiteral("And (") + column + QStringLiteral(" >= ") + tr::db::sqlNumber(from.value) +
+             QStringLiteral(") ");
+    if (to.ok() && !to.empty)
+        c += QStringLiteral("And (") + column + QStringLiteral(" <= ") + tr::db::sqlNumber(to.value) +
+             QStringLiteral(") ");
+    return c;
+}
+
 QString ChequeSearch::filterCondition() const {
     const ChequeSearchFilters& f = filters_;
-    QString c;
-    const auto range = [&](const QString& column, const QString& from, const QString& to) {
-        if (!from.trimmed().isEmpty())
-            c += QStringLiteral("And (") + column + QStringLiteral(" >= ") + text(from.trimmed()) +
-                 QStringLiteral(") ");
-        if (!to.trimmed().isEmpty())
-            c += QStringLiteral("And (") + column + QStringLiteral(" <= ") + text(to.trimmed()) +
-                 QStringLiteral(") ");
-    };
-    range(QStringLiteral("LTrim(RTrim(IsNull(Joz, '')))"), f.fromSeries, f.toSeries);
-    range(QStringLiteral("LTrim(RTrim(ChqNo))"), f.fromNumber, f.toNumber);
-    range(QStringLiteral("(IsNull(BankCod, '') + IsNull(ShobehCod, '') + IsNull(AcountCod, ''))"),
-          f.fromAccount, f.toAccount);
-    range(QStringLiteral("SanadDate"), f.fromDate.text(), f.toDate.text());
-    range(QStringLiteral("SRDate"), f.fromDue.text(), f.toDue.text());
-    const tr::persian::AmountReading from = tr::persian::readAmount(f.fromAmount);
-    const tr::persian::AmountReading to = tr::persian::readAmount(f.toAmount);
-    if (from.ok() && !from.empty)
-        c += QStringLiteral("And (SValue >= ") + tr::db::sqlNumber(from.value) + QStringLiteral(") ");
-    if (to.ok() && !to.empty)
-        c += QStringLiteral("And (SValue <= ") + tr::db::sqlNumber(to.value) + QStringLiteral(") ");
+    QString c = range(QStringLiteral("LTrim(RTrim(IsNull(Joz, '')))"), f.fromSeries, f.toSeries) +
+                range(QStringLiteral("LTrim(RTrim(ChqNo))"), f.fromNumber, f.toNumber) +
+                range(QStringLiteral("(IsNull(BankCod, '') + IsNull(ShobehCod, '') + IsNull(AcountCod, ''))"),
+                      f.fromAccount, f.toAccount) +
+                range(QStringLiteral("SanadDate"), f.fromDate.text(), f.toDate.text()) +
+                range(QStringLiteral("SRDate"), f.fromDue.text(), f.toDue.text()) + amountRange(QStringLiteral("SValue"));
     c += tr::search::wordsCondition(connection(), QStringLiteral("Des"), f.words, f.joins);
     return c;
 }
@@ -276,9 +342,13 @@ bool ChequeSearch::mnuSearchClick() {
         return false;
     };
     if (table_.shouldStop()) return stop();
-    fill();
-    if (table_.shouldStop()) return stop();
-    describe();
+    if (side_ == ChequeSide::Received) {
+        fillReceived();
+    } else {
+        fill();
+        if (table_.shouldStop()) return stop();
+        describe();
+    }
     const QString kept = filterCondition();
     if (!kept.isEmpty()) {
         table_.run(QStringLiteral("Delete From ") + table_.name() + QStringLiteral(" Where IDX Not In (Select IDX From ") +

@@ -75,8 +75,12 @@ class ChequeSearch {
     QString sameCheque(const QString& a, const QString& aNumber, const QString& aSeries,
                        const QString& b) const;
     QString sideRows() const;
+    QString stateKinds() const;
+    QString range(const QString& column, const QString& from, const QString& to) const;
+    QString amountRange(const QString& column) const;
     QString filterCondition() const;
     bool filtersRead();
+    void fillReceived();
     void fill();
     void describe();
     void total();

@@ -1,0 +1,575 @@
+// The cheque searches on a book with cheques: the received-cheque search for a due-date range
+// with the in-hand and in-collection boxes checked (its totals per state and grand total), and
+// the latest state of every cheque (the shared latest-row query the screens' lists use). Each
+// beside the best plain SQLite a careful developer would write for the same rows, on the same
+// indexes and collation; before timing, both results are compared row for row. The engine's
+// benchmarks report their time over the hand-written one (x_handwritten). Three probes show
+// where the engine's time goes (docs/benchmarks.md).
+//
+// The books: the demo company with 1,000,000 documents and 300,000 cheques in
+// <TR_BENCH_BOOK_DIR>-cheques, a tenth of it in <TR_BENCH_BOOK_DIR>-cheques-tenth, generated
+// on the first run (as `tr-generate --documents N --cheques M` would) and kept.
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QVariant>
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <vector>
+
+#include "bench/cheque_generator.h"
+#include "bench/large_book.h"
+#include "cheques/search/cheque_search.h"
+#include "common/db/query.h"
+#include "common/session/global.h"
+#include "common/session/services.h"
+#include "common/text/tsql_collation.h"
+#include "instruments/latest_state.h"
+
+namespace {
+
+using tr::bench::NeverStops;
+using tr::bench::SilentDialog;
+using Row = std::vector<QVariant>;
+
+enum class Size { Tenth, Full };
+
+// The search's due-date range and the states it lists.
+const char kFromDue[] = "1404/09/01";
+const char kToDue[] = "1404/12/29";
+
+// ---- memory ---------------------------------------------------------------------------------
+
+// The process's resident set and its peak since the last reset, in MiB.
+double statusMiB(const char* field) {
+    QFile f(QStringLiteral("/proc/self/status"));
+    if (!f.open(QIODevice::ReadOnly)) return 0;
+    for (const QByteArray& line : f.readAll().split('\n'))
+        if (line.startsWith(field)) return line.mid(int(qstrlen(field))).trimmed().split(' ').front().toDouble() / 1024;
+    return 0;
+}
+// Starts a fresh peak, so that each benchmark reports its own growth whatever ran before it.
+double resetPeak() {
+    QFile f(QStringLiteral("/proc/self/clear_refs"));
+    if (f.open(QIODevice::WriteOnly)) f.write("5");
+    return statusMiB("VmRSS:");
+}
+// Nothing when the set shrank meanwhile.
+double peakGrowth(double start) { return std::max(0.0, statusMiB("VmHWM:") - start); }
+
+// ---- the books ------------------------------------------------------------------------------
+
+struct ChequeBook {
+    std::unique_ptr<tr::engine::Engine> engine;
+    QString file;
+
+    explicit ChequeBook(Size size) {
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(&tr::bench::rememberHandle));
+        const bool full = size == Size::Full;
+        const QString dir = qEnvironmentVariable("TR_BENCH_BOOK_DIR", QStringLiteral(TR_BENCH_BOOK_DIR)) +
+                            (full ? QStringLiteral("-cheques") : QStringLiteral("-cheques-tenth"));
+        const qint64 documents = full ? 1000000 : 100000;
+        const qint64 cheques = full ? 300000 : 30000;
+        engine = tr::bench::openDemoEngine(dir);
+        file = engine->databaseFile(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
+        auto company = tr::bench::openDemoCompany(*engine);
+        const qint64 haveDocuments = tr::bench::documentCount(*company);
+        const qint64 haveCheques = tr::bench::chequeCount(*company);
+        if (haveDocuments < documents || haveCheques < cheques) {
+            std::fprintf(stderr, "generating the book in %s: %lld documents, %lld cheques\n", dir.toUtf8().constData(),
+                         static_cast<long long>(documents - haveDocuments),
+                         static_cast<long long>(cheques - haveCheques));
+            tr::bench::BookOptions options;
+            options.documents = std::max<qint64>(0, documents - haveDocuments);
+            options.cheques.cheques = std::max<qint64>(0, cheques - haveCheques);
+            options.cheques.seed = options.seed;
+            options.cheques.progress = [](int day, int days, qint64 written, qint64 actions) {
+                if (day % 30 == 0 || day == days)
+                    std::fprintf(stderr, "\rday %d / %d: %lld cheques, %lld actions", day, days,
+                                 static_cast<long long>(written), static_cast<long long>(actions));
+            };
+            const tr::bench::BookReport r = tr::bench::generateBook(*company, options);
+            std::fprintf(stderr, "\n%.0f documents per second, %.0f cheques and actions per second\n", r.rate(),
+                         r.cheques.rate());
+        }
+        std::fprintf(stderr, "cheque book: %lld documents, %lld cheques\n",
+                     static_cast<long long>(tr::bench::documentCount(*company)),
+                     static_cast<long long>(tr::bench::chequeCount(*company)));
+    }
+
+    std::unique_ptr<tr::engine::SqliteConnection> open() { return tr::bench::openCompanyAt(*engine, tr::bench::Sync::Full); }
+};
+
+ChequeBook& chequeBook(Size size) {
+    static ChequeBook tenth(Size::Tenth);
+    if (size == Size::Tenth) return tenth;
+    static ChequeBook full(Size::Full);
+    return full;
+}
+
+// ---- the hand-written side ------------------------------------------------------------------
+
+QVariant columnValue(sqlite3_stmt* s, int i) {
+    switch (sqlite3_column_type(s, i)) {
+        case SQLITE_INTEGER: return QVariant(static_cast<qint64>(sqlite3_column_int64(s, i)));
+        case SQLITE_FLOAT: return QVariant(sqlite3_column_double(s, i));
+        case SQLITE_NULL: return QVariant();
+        default:
+            return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, i)),
+                                              sqlite3_column_bytes(s, i)));
+    }
+}
+
+// A read-only handle on the book with the TSQL collation its columns and indexes use.
+class HandWritten {
+  public:
+    HandWritten(Size size, const char* sql) {
+        sqlite3_open_v2(chequeBook(size).file.toUtf8().constData(), &db_, SQLITE_OPEN_READONLY, nullptr);
+        sqlite3_create_collation(db_, "TSQL", SQLITE_UTF8, nullptr,
+                                 [](void*, int an, const void* a, int bn, const void* b) {
+                                     return tr::text::tsqlCompareUtf8(static_cast<const char*>(a), an,
+                                                                      static_cast<const char*>(b), bn);
+                                 });
+        if (sqlite3_prepare_v2(db_, sql, -1, &statement_, nullptr) != SQLITE_OK)
+            std::fprintf(stderr, "%s\n", sqlite3_errmsg(db_));
+    }
+    ~HandWritten() {
+        sqlite3_finalize(statement_);
+        sqlite3_close(db_);
+    }
+    HandWritten(const HandWritten&) = delete;
+    HandWritten& operator=(const HandWritten&) = delete;
+
+  protected:
+    sqlite3* db_ = nullptr;
+    sqlite3_stmt* statement_ = nullptr;
+};
+
+// The received-cheque search: each received cheque whose latest state is in hand (71) or in
+// collection (72, 76) and whose due date lies in the range, in the search grid's columns (IDX,
+// WhatDoc, NDocNam, Serial, Joz, BankCod, BankNam, ShobehCod, ShobehNam, AcountCod, AcountId,
+// SanadDate, Des, SRDate, ChqNo, DocToDate, SValue, CLId, sOrder, Sign, ChqGetter, O_IDX), then a
+// total per state name and the grand total, added up while the rows are read. It starts from the
+// states' rows (the kind index) and keeps the latest of each cheque, rather than from every
+// cheque; the receipt's voucher line, found by its treasury row, holds amount and due date; the
+// description is the latest state's last voucher line.
+class HandWrittenSearch : public HandWritten {
+  public:
+    explicit HandWrittenSearch(Size size)
+        : HandWritten(size,
+                      "SELECT L.WhatDoc, K.NDocNam, L.Serial, L.Joz, N.WhatDoc2, B.BankNam, N.CodWhatDoc2, "
+                      "CASE WHEN ifnull(N.Des1, '') = '' AND S.BankCod IS NOT NULL THEN S.ShobehNam ELSE N.Des1 END, "
+                      "N.Des2, NULL, L.SanadDate, "
+                      "ifnull((SELECT D.Des FROM Asnad D WHERE D.AtfCh = L.ChqNo AND D.DocToDate = L.Joz "
+                      "AND D.WhatDoc = L.WhatDoc AND D.TypeSys = 'N' ORDER BY D.REC DESC LIMIT 1), ''), "
+                      "V.AtfDate, L.ChqNo, L.Joz, V.Bed + V.Bes, L.IDX, '', 0, N.Des6, N.IDX "
+                      "FROM N_ChqLastTrans L "
+                      "JOIN N_ChqLastTrans R ON R.ChqNo = L.ChqNo AND R.Joz = L.Joz AND R.WhatDoc = '71' "
+                      "JOIN N_NaghdTrans N ON N.IDX = CAST(R.CodWhatDoc AS INTEGER) "
+                      "JOIN Asnad V ON V.Document = R.CodWhatDoc AND V.TypeSys = 'N' AND V.WhatDoc = '71' "
+                      "LEFT JOIN N_AsnadNaghd K ON K.WhatDoc = L.WhatDoc "
+                      "LEFT JOIN N_Bank B ON B.BankCod = N.WhatDoc2 "
+                      "LEFT JOIN N_Shoab S ON S.BankCod = N.WhatDoc2 AND S.ShobehCod = N.CodWhatDoc2 "
+                      "WHERE L.WhatDoc IN ('71', '72', '76') "
+                      "AND L.IDX = (SELECT max(M.IDX) FROM N_ChqLastTrans M WHERE M.ChqNo = L.ChqNo AND M.Joz = L.Joz) "
+                      "AND V.AtfDate >= ?1 AND V.AtfDate <= ?2") {}
+
+    std::vector<Row> run() {
+        std::vector<Row> rows;
+        std::map<QString, double, bool (*)(const QString&, const QString&)> totals(
+            [](const QString& a, const QString& b) { return tr::text::tsqlCompare(a, b) < 0; });
+        double total = 0;
+        sqlite3_bind_text(statement_, 1, kFromDue, -1, SQLITE_STATIC);
+        sqlite3_bind_text(statement_, 2, kToDue, -1, SQLITE_STATIC);
+        while (sqlite3_step(statement_) == SQLITE_ROW) {
+            Row row;
+            row.reserve(22);
+            row.push_back(QVariant(static_cast<qint64>(rows.size() + 1)));
+            for (int i = 0; i < 21; ++i) row.push_back(columnValue(statement_, i));
+            totals[row[2].toString()] += row[16].toDouble();
+            total += row[16].toDouble();
+            rows.push_back(std::move(row));
+        }
+        sqlite3_reset(statement_);
+        if (rows.empty()) return rows;
+        const auto totalRow = [&](const QVariant& name, const QString& des, double sum, const char* order) {
+            Row row(22);
+            row[0] = QVariant(static_cast<qint64>(rows.size() + 1));
+            row[2] = name;
+            row[12] = des;
+            row[16] = sum;
+            row[18] = QString::fromLatin1(order);
+            row[19] = qint64(1);
+            rows.push_back(std::move(row));
+        };
+        for (const auto& [name, sum] : totals)
+            totalRow(name, QStringLiteral("جمع ") + name + QStringLiteral(" : "), sum, "X");
+        totalRow(QVariant(), tr::search::SearchResultTable::kGrandTotal, total, "Y");
+        return rows;
+    }
+};
+
+// Every cheque's latest state row: the number's index read once in order, the greatest IDX of
+// each number and series kept (SQLite fills the bare columns from that row).
+class HandWrittenLatest : public HandWritten {
+  public:
+    explicit HandWrittenLatest(Size size)
+        : HandWritten(size,
+                      "SELECT ChqNo, Joz, WhatDoc, SanadDate, max(IDX) FROM N_ChqLastTrans GROUP BY ChqNo, Joz") {}
+
+    std::vector<Row> run() {
+        std::vector<Row> rows;
+        while (sqlite3_step(statement_) == SQLITE_ROW) {
+            Row row;
+            row.reserve(5);
+            for (int i = 0; i < 5; ++i) row.push_back(columnValue(statement_, i));
+            rows.push_back(std::move(row));
+        }
+        sqlite3_reset(statement_);
+        return rows;
+    }
+};
+
+// ---- the engine side ------------------------------------------------------------------------
+
+// The search screen's logic on the engine, with the benchmark's filters.
+struct EngineSearch {
+    std::unique_ptr<tr::engine::SqliteConnection> db;
+    tr::Global global;
+    tr::db::Query command;
+    tr::db::MyDatabase my;
+    SilentDialog dialog;
+    NeverStops progress;
+    tr::Services services;
+    std::unique_ptr<tr::cheques::ChequeSearch> search;
+
+    explicit EngineSearch(Size size) : db(chequeBook(size).open()), command(db.get()), my(&command, db.get()) {
+        global.sessionText = QStringLiteral("BENCH_");
+        services.global = &global;
+        services.database = &my;
+        services.dialog = &dialog;
+        services.progress = &progress;
+        search = std::make_unique<tr::cheques::ChequeSearch>(services, tr::cheques::ChequeSide::Received);
+        tr::cheques::ChequeSearchFilters& f = search->filters();
+        f.fromDue = {QStringLiteral("01"), QStringLiteral("09"), QStringLiteral("1404")};
+        f.toDue = {QStringLiteral("29"), QStringLiteral("12"), QStringLiteral("1404")};
+        // "دريافت چک" and "در جريان وصول" only.
+        for (int i = 0; i < f.states.size(); ++i) f.states[i] = i < 2;
+    }
+
+    std::vector<Row> rows() {
+        std::vector<Row> out;
+        tr::db::Query& r = search->result();
+        for (int i = 0; i < r.RecordCount(); ++i) {
+            Row row;
+            for (int c = 0; c < r.fieldNames().size(); ++c) row.push_back(r.value(i, c));
+            out.push_back(std::move(row));
+        }
+        return out;
+    }
+};
+
+// The same search as one statement through the engine (T-SQL, translated like any other), the
+// totals added up while the rows are read: what the search would cost written as one pass over
+// the states' rows instead of a fill and a dozen updates of the result table.
+const char kOnePassSearch[] =
+    "Select L.WhatDoc, K.NDocNam, L.Serial, L.Joz, N.WhatDoc2, B.BankNam, N.CodWhatDoc2, Case When IsNull(N.Des1, "
+    "'') = '' And S.BankCod Is Not Null Then S.ShobehNam Else N.Des1 End, N.Des2, Null, L.SanadDate, IsNull((Select "
+    "Top 1 D.Des From Asnad As D Where D.AtfCh = L.ChqNo And D.DocToDate = L.Joz And D.WhatDoc = L.WhatDoc And "
+    "D.TypeSys = 'N' Order By D.REC Desc), ''), V.AtfDate, L.ChqNo, L.Joz, V.Bed + V.Bes, L.IDX, '', 0, N.Des6, "
+    "N.IDX From N_ChqLastTrans As L Inner Join N_ChqLastTrans As R On (R.ChqNo = L.ChqNo And R.Joz = L.Joz And "
+    "R.WhatDoc = '71') Inner Join N_NaghdTrans As N On (N.IDX = Cast(R.CodWhatDoc As Int)) Inner Join Asnad As V "
+    "On (V.Document = R.CodWhatDoc And V.TypeSys = 'N' And V.WhatDoc = '71') Left Join N_AsnadNaghd As K On "
+    "(K.WhatDoc = L.WhatDoc) Left Join N_Bank As B On (B.BankCod = N.WhatDoc2) Left Join N_Shoab As S On "
+    "(S.BankCod = N.WhatDoc2 And S.ShobehCod = N.CodWhatDoc2) Where L.WhatDoc In ('71', '72', '76') And L.IDX = "
+    "(Select Max(M.IDX) From N_ChqLastTrans As M Where M.ChqNo = L.ChqNo And M.Joz = L.Joz) And V.AtfDate >= "
+    "'1404/09/01' And V.AtfDate <= '1404/12/29'";
+
+std::vector<Row> onePassSearch(tr::engine::SqliteConnection& c) {
+    auto r = c.execute(QString::fromUtf8(kOnePassSearch));
+    std::vector<Row> rows;
+    std::map<QString, double, bool (*)(const QString&, const QString&)> totals(
+        [](const QString& a, const QString& b) { return tr::text::tsqlCompare(a, b) < 0; });
+    double total = 0;
+    rows.reserve(r.resultSets.front().rows.size() + 8);
+    for (auto& row : r.resultSets.front().rows) {
+        row.insert(row.begin(), QVariant(static_cast<qint64>(rows.size() + 1)));
+        totals[row[2].toString()] += row[16].toDouble();
+        total += row[16].toDouble();
+        rows.push_back(std::move(row));
+    }
+    if (rows.empty()) return rows;
+    const auto totalRow = [&](const QVariant& name, const QString& des, double sum, const char* order) {
+        Row row(22);
+        row[0] = QVariant(static_cast<qint64>(rows.size() + 1));
+        row[2] = name;
+        row[12] = des;
+        row[16] = sum;
+        row[18] = QString::fromLatin1(order);
+        row[19] = qint64(1);
+        rows.push_back(std::move(row));
+    };
+    for (const auto& [name, sum] : totals) totalRow(name, QStringLiteral("جمع ") + name + QStringLiteral(" : "), sum, "X");
+    totalRow(QVariant(), tr::search::SearchResultTable::kGrandTotal, total, "Y");
+    return rows;
+}
+
+QString engineLatestQuery() {
+    return tr::instruments::latestRowsQuery(tr::instruments::chequeHistory(),
+                                            QStringLiteral("L.ChqNo, L.Joz, L.WhatDoc, L.SanadDate, L.IDX"));
+}
+
+// The engine's rows are already the row type: taken as they are, not copied.
+std::vector<Row> engineLatest(tr::engine::SqliteConnection& c) {
+    return std::move(c.execute(engineLatestQuery()).resultSets.front().rows);
+}
+
+// ---- comparing ------------------------------------------------------------------------------
+
+bool sameValue(const QVariant& a, const QVariant& b) {
+    if (a.isNull() || b.isNull()) return a.isNull() == b.isNull();
+    const QMetaType::Type ta = QMetaType::Type(a.typeId()), tb = QMetaType::Type(b.typeId());
+    if (ta == QMetaType::QString || tb == QMetaType::QString) return a.toString() == b.toString();
+    const double x = a.toDouble(), y = b.toDouble();
+    return std::abs(x - y) <= 1e-9 * std::max(1.0, std::abs(x));
+}
+
+// Rows compared in the order of `key`'s columns (the row order within equal keys is free), every
+// column but those in `skip`.
+QString firstDifference(std::vector<Row> engine, std::vector<Row> handWritten, const std::vector<int>& key,
+                        const std::vector<int>& skip = {}) {
+    if (engine.size() != handWritten.size())
+        return QStringLiteral("rows: engine %1, hand-written %2").arg(engine.size()).arg(handWritten.size());
+    auto byKey = [&](const Row& a, const Row& b) {
+        for (int c : key)
+            if (const int d = tr::text::compareValues(a[c], b[c])) return d < 0;
+        return false;
+    };
+    std::stable_sort(engine.begin(), engine.end(), byKey);
+    std::stable_sort(handWritten.begin(), handWritten.end(), byKey);
+    for (size_t i = 0; i < engine.size(); ++i) {
+        if (engine[i].size() != handWritten[i].size())
+            return QStringLiteral("columns: engine %1, hand-written %2").arg(engine[i].size()).arg(handWritten[i].size());
+        for (int c = 0; c < int(engine[i].size()); ++c) {
+            if (std::find(skip.begin(), skip.end(), c) != skip.end()) continue;
+            if (!sameValue(engine[i][c], handWritten[i][c]))
+                return QStringLiteral("row %1, column %2: engine '%3', hand-written '%4'")
+                    .arg(i)
+                    .arg(c)
+                    .arg(engine[i][c].toString(), handWritten[i][c].toString());
+        }
+    }
+    return {};
+}
+
+// The search rows by total kind, state, cheque; IDX (column 0) is the order rows were written in.
+const std::vector<int> kSearchKey = {18, 2, 14, 4, 17};
+const std::vector<int> kLatestKey = {0, 1, 4};
+
+// Each side's time per run, so that the engine's benchmark can state its ratio.
+std::map<std::string, double> handWrittenSeconds;
+
+void reportAgainst(benchmark::State& state, const std::string& baseline, double seconds, double start) {
+    state.counters["peak_growth_MiB"] = peakGrowth(start);
+    const auto it = handWrittenSeconds.find(baseline);
+    if (it != handWrittenSeconds.end() && it->second > 0) state.counters["x_handwritten"] = seconds / it->second;
+}
+
+// ---- the benchmarks -------------------------------------------------------------------------
+
+void BM_ReceivedChequeSearchSqlite(benchmark::State& state, Size size) {
+    HandWrittenSearch search(size);
+    size_t rows = 0;
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) {
+        std::vector<Row> result = search.run();
+        rows = result.size();
+        benchmark::DoNotOptimize(result);
+    }
+    handWrittenSeconds[size == Size::Full ? "search/full" : "search/tenth"] =
+        clock.nsecsElapsed() / 1e9 / double(state.iterations());
+    state.counters["rows"] = double(rows);
+    state.counters["peak_growth_MiB"] = peakGrowth(start);
+}
+
+void BM_ReceivedChequeSearchEngine(benchmark::State& state, Size size) {
+    EngineSearch engine(size);
+    {
+        engine.search->mnuSearchClick();
+        const QString difference =
+            firstDifference(engine.rows(), HandWrittenSearch(size).run(), kSearchKey, {0});
+        if (!difference.isEmpty()) {
+            state.SkipWithError(("results differ: " + difference).toStdString().c_str());
+            return;
+        }
+    }
+    int rows = 0;
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) {
+        engine.search->mnuSearchClick();
+        rows = engine.search->result().RecordCount();
+    }
+    state.counters["rows"] = rows;
+    reportAgainst(state, size == Size::Full ? "search/full" : "search/tenth",
+                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+}
+
+void BM_LatestChequeStatesSqlite(benchmark::State& state, Size size) {
+    HandWrittenLatest latest(size);
+    size_t rows = 0;
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) {
+        std::vector<Row> result = latest.run();
+        rows = result.size();
+        benchmark::DoNotOptimize(result);
+    }
+    handWrittenSeconds[size == Size::Full ? "latest/full" : "latest/tenth"] =
+        clock.nsecsElapsed() / 1e9 / double(state.iterations());
+    state.counters["rows"] = double(rows);
+    state.counters["peak_growth_MiB"] = peakGrowth(start);
+}
+
+void BM_LatestChequeStatesEngine(benchmark::State& state, Size size) {
+    auto c = chequeBook(size).open();
+    {
+        const QString difference = firstDifference(engineLatest(*c), HandWrittenLatest(size).run(), kLatestKey);
+        if (!difference.isEmpty()) {
+            state.SkipWithError(("results differ: " + difference).toStdString().c_str());
+            return;
+        }
+    }
+    size_t rows = 0;
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) {
+        std::vector<Row> result = engineLatest(*c);
+        rows = result.size();
+        benchmark::DoNotOptimize(result);
+    }
+    state.counters["rows"] = double(rows);
+    reportAgainst(state, size == Size::Full ? "latest/full" : "latest/tenth",
+                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+}
+
+// Where the engine's time goes (not goals): the search as one statement through the engine, and
+// the engine's own translation of the latest-state query run directly on a plain handle.
+void BM_ReceivedChequeSearchEngineOnePass(benchmark::State& state, Size size) {
+    auto c = chequeBook(size).open();
+    {
+        const QString difference = firstDifference(onePassSearch(*c), HandWrittenSearch(size).run(), kSearchKey, {0});
+        if (!difference.isEmpty()) {
+            state.SkipWithError(("results differ: " + difference).toStdString().c_str());
+            return;
+        }
+    }
+    size_t rows = 0;
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) {
+        std::vector<Row> result = onePassSearch(*c);
+        rows = result.size();
+        benchmark::DoNotOptimize(result);
+    }
+    state.counters["rows"] = double(rows);
+    reportAgainst(state, size == Size::Full ? "search/full" : "search/tenth",
+                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+}
+
+// The engine's translation of the shared query, as TR_SQL_TRACE prints it (its three parameters
+// are the empty series).
+class TranslatedLatest : public HandWritten {
+  public:
+    explicit TranslatedLatest(Size size)
+        : HandWritten(size,
+                      "SELECT \"L\".\"ChqNo\", \"L\".\"Joz\", \"L\".\"WhatDoc\", \"L\".\"SanadDate\", \"L\".\"IDX\" FROM "
+                      "\"main\".\"N_ChqLastTrans\" AS \"L\" WHERE (NOT EXISTS (SELECT \"M\".\"IDX\" FROM "
+                      "\"main\".\"N_ChqLastTrans\" AS \"M\" WHERE (\"M\".\"ChqNo\" COLLATE TSQL = \"L\".\"ChqNo\") AND "
+                      "(\"M\".\"Joz\" COLLATE TSQL = ifnull(\"L\".\"Joz\", ?1)) AND (\"M\".\"IDX\" > \"L\".\"IDX\"))) AND "
+                      "((ifnull(\"L\".\"Joz\", ?2) COLLATE TSQL <> ?3) OR (NOT EXISTS (SELECT \"M\".\"IDX\" FROM "
+                      "\"main\".\"N_ChqLastTrans\" AS \"M\" WHERE (\"M\".\"ChqNo\" COLLATE TSQL = \"L\".\"ChqNo\") AND "
+                      "(\"M\".\"Joz\" IS NULL) AND (\"M\".\"IDX\" > \"L\".\"IDX\"))))") {}
+    std::vector<Row> run() {
+        std::vector<Row> rows;
+        for (int i = 1; i <= 3; ++i) sqlite3_bind_text(statement_, i, "", -1, SQLITE_STATIC);
+        while (sqlite3_step(statement_) == SQLITE_ROW) {
+            Row row;
+            row.reserve(5);
+            for (int i = 0; i < 5; ++i) row.push_back(columnValue(statement_, i));
+            rows.push_back(std::move(row));
+        }
+        sqlite3_reset(statement_);
+        return rows;
+    }
+};
+
+void BM_LatestChequeStatesSqliteTranslated(benchmark::State& state, Size size) {
+    TranslatedLatest latest(size);
+    size_t rows = 0;
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) {
+        std::vector<Row> result = latest.run();
+        rows = result.size();
+        benchmark::DoNotOptimize(result);
+    }
+    state.counters["rows"] = double(rows);
+    reportAgainst(state, size == Size::Full ? "latest/full" : "latest/tenth",
+                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+}
+
+// Every cheque's latest row read another way: the greatest IDX of each number and series from
+// one ordered pass over the number's index, then those rows (a series kept as Null and one kept
+// empty are one series, so an empty series' row is kept only when no later row of either
+// exists). Cheaper for a reader of every cheque, but it reads the whole index whatever the
+// reader's conditions, so the shared query keeps its look-up per row.
+void BM_LatestChequeStatesEngineGrouped(benchmark::State& state, Size size) {
+    auto c = chequeBook(size).open();
+    const QString sql = QStringLiteral(
+        "Select L.ChqNo, L.Joz, L.WhatDoc, L.SanadDate, L.IDX From N_ChqLastTrans As L Where L.IDX In (Select "
+        "Max(M.IDX) From N_ChqLastTrans As M Group By M.ChqNo, M.Joz) And (IsNull(L.Joz, '') <> '' Or Not Exists "
+        "(Select M.IDX From N_ChqLastTrans As M Where M.ChqNo = L.ChqNo And IsNull(M.Joz, '') = '' And M.IDX > "
+        "L.IDX))");
+    const auto read = [&] { return std::move(c->execute(sql).resultSets.front().rows); };
+    if (const QString difference = firstDifference(read(), HandWrittenLatest(size).run(), kLatestKey);
+        !difference.isEmpty()) {
+        state.SkipWithError(("results differ: " + difference).toStdString().c_str());
+        return;
+    }
+    const double start = resetPeak();
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) benchmark::DoNotOptimize(read());
+    reportAgainst(state, size == Size::Full ? "latest/full" : "latest/tenth",
+                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+}
+
+BENCHMARK_CAPTURE(BM_ReceivedChequeSearchSqlite, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_ReceivedChequeSearchEngine, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesSqlite, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesEngine, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_ReceivedChequeSearchEngineOnePass, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesSqliteTranslated, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesEngineGrouped, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_ReceivedChequeSearchSqlite, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_ReceivedChequeSearchEngine, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesSqlite, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesEngine, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_ReceivedChequeSearchEngineOnePass, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesSqliteTranslated, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_LatestChequeStatesEngineGrouped, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
+

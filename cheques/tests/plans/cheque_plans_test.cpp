@@ -1,0 +1,190 @@
+// The cheque screens' heavy statements planned as SQLite would plan them on a book of 300,000
+// cheques and a million documents: the demo company is given the planner statistics of such a
+// book (kept in cheque_book_statistics.txt, gathered by the engine's own refresh on the
+// generated cheque book), the screens are driven as a user drives them, and no statement they
+// ran may read the whole of the state table, the voucher lines or the treasury rows.
+#include <sqlite3.h>
+
+#include <QFile>
+
+#include "cheques/cheques_to_bank.h"
+#include "cheques/issued_actions.h"
+#include "cheques/received_actions.h"
+#include "cheques/search/cheque_search.h"
+#include "cheques/spend_picker.h"
+#include "db/procedures/tests/cheque_fixture.h"
+#include "instruments/latest_state.h"
+#include "tests/support/statement_plans.h"
+#include "tests/support/test_session.h"
+
+namespace tr::cheques {
+namespace {
+
+using tr::test::StatementPlans;
+
+// Every SQLite handle the test's engine opens is traced.
+const bool kTraced = (StatementPlans::install(), true);
+
+// The tables that grow with every cheque and document.
+const QStringList kLargeTables = {"N_ChqLastTrans", "Asnad", "N_NaghdTrans"};
+
+const QString kCollect = QStringLiteral("در جريان وصول");
+const QString kReturned = QStringLiteral("برگشت چک");
+
+class ChequePlansTest : public tr::procedures::testing::ChequeTest {
+  protected:
+    static void SetUpTestSuite() {
+        ChequeTest::SetUpTestSuite();
+        db_ = StatementPlans::handleOf(QStringLiteral("corvask_1_1404.sqlite"));
+        ASSERT_NE(db_, nullptr);
+        QFile file(QStringLiteral(TR_CHEQUE_BOOK_STATISTICS));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
+        // The statistics table exists once any table has been analysed; the book's figures
+        // replace the demo's, and SQLite reads them again.
+        ASSERT_EQ(sqlite3_exec(db_, "ANALYZE main.N_Cash; DELETE FROM main.sqlite_stat1", nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_stmt* insert = nullptr;
+        sqlite3_prepare_v2(db_, "INSERT INTO main.sqlite_stat1 (tbl, idx, stat) VALUES (?1, NULLIF(?2, ''), ?3)",
+                           -1, &insert, nullptr);
+        int loaded = 0;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            const QList<QByteArray> fields = line.split('|');
+            if (fields.size() != 3) continue;
+            for (int i = 0; i < 3; ++i)
+                sqlite3_bind_text(insert, i + 1, fields[i].constData(), fields[i].size(), SQLITE_TRANSIENT);
+            if (sqlite3_step(insert) == SQLITE_DONE) ++loaded;
+            sqlite3_reset(insert);
+        }
+        sqlite3_finalize(insert);
+        ASSERT_GT(loaded, 10);
+        ASSERT_EQ(sqlite3_exec(db_, "ANALYZE sqlite_schema", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+
+    void SetUp() override {
+        ChequeTest::SetUp();
+        session = std::make_unique<tr::test::TestSession>(
+            company(), 1, QStringLiteral("admin"), tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
+        // Received cheques 501-506 (in hand, in collection, returned, one passed on), an opening
+        // cheque, and our leaf 100001.
+        receiveCheques({{QStringLiteral("501"), QStringLiteral("S"), 1000000, QStringLiteral("1404/09/10")},
+                        {QStringLiteral("502"), QStringLiteral("S"), 2000000, QStringLiteral("1404/10/10")},
+                        {QStringLiteral("503"), QStringLiteral("S"), 3000000, QStringLiteral("1404/11/10")},
+                        {QStringLiteral("504"), QStringLiteral("S"), 4000000, QStringLiteral("1404/12/10")}},
+                       1);
+        receiveCheques({{QStringLiteral("505"), QStringLiteral("S"), 500000}}, 2, QStringLiteral("1404/01/01"), true);
+        act({QStringLiteral("502"), QStringLiteral("503")}, kCollect, QStringLiteral("1404/03/01"));
+        act({QStringLiteral("504")}, kReturned, QStringLiteral("1404/03/02"));
+        DocumentCheque leaf{QStringLiteral("100001"), QStringLiteral("12"), 5000000};
+        leaf.bankAccount = 1;
+        payCheques({{QStringLiteral("501"), QStringLiteral("S"), 1000000, QStringLiteral("1404/09/10")}, leaf}, 1);
+        StatementPlans::clear();
+    }
+    void TearDown() override { session.reset(); }
+
+    // The actions screen's received tab gives each of `numbers` the action `name` on `date`.
+    void act(const QStringList& numbers, const QString& name, const QString& date) {
+        ReceivedChequeActions screen(session->services);
+        screen.fill();
+        tr::db::Query& rows = screen.rows();
+        for (rows.First(); !rows.Eof(); rows.Next()) {
+            if (!numbers.contains(rows.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed())) continue;
+            ASSERT_TRUE(screen.chooseAction(name)) << session->dialog.last().text.toStdString();
+            if (name == kCollect) screen.setBankAccount(1);
+            ASSERT_TRUE(screen.setActionDate(date)) << session->dialog.last().text.toStdString();
+        }
+        ASSERT_TRUE(screen.apply()) << session->dialog.last().text.toStdString();
+    }
+
+    // Each statement run on the company book since SetUp that reads a large table whole, with
+    // its plan.
+    static QStringList wholeTableReads() {
+        QStringList found;
+        int planned = 0;
+        for (const tr::test::RecordedStatement& r : StatementPlans::recorded()) {
+            if (r.db != db_) continue;
+            const bool large = std::any_of(kLargeTables.begin(), kLargeTables.end(), [&](const QString& t) {
+                return r.sql.contains(QLatin1Char('"') + t + QLatin1Char('"'), Qt::CaseInsensitive);
+            });
+            if (!large) continue;
+            ++planned;
+            const QStringList plan = StatementPlans::plan(db_, r.sql);
+            const QStringList reads = StatementPlans::fullReads(r.sql, plan, kLargeTables);
+            if (!reads.isEmpty()) found << r.sql + QStringLiteral("\n    ") + plan.join(QStringLiteral("\n    "));
+        }
+        if (planned == 0) found << QStringLiteral("no statement reading a large table was seen");
+        return found;
+    }
+
+    std::unique_ptr<tr::test::TestSession> session;
+    static inline sqlite3* db_ = nullptr;
+};
+
+#define EXPECT_NO_WHOLE_TABLE_READS()                                                      \
+    do {                                                                                   \
+        const QStringList reads = wholeTableReads();                                       \
+        EXPECT_TRUE(reads.isEmpty()) << reads.join(QStringLiteral("\n\n")).toStdString(); \
+    } while (false)
+
+TEST_F(ChequePlansTest, BothSearchesWithEveryBoxAndWithADueDateRange) {
+    for (ChequeSide side : {ChequeSide::Received, ChequeSide::Issued}) {
+        ChequeSearch search(session->services, side);
+        ASSERT_TRUE(search.mnuSearchClick());
+        EXPECT_GT(search.result().RecordCount(), 0);
+        ChequeSearchFilters& f = search.filters();
+        f.fromDue = {QStringLiteral("01"), QStringLiteral("09"), QStringLiteral("1404")};
+        f.toDue = {QStringLiteral("29"), QStringLiteral("12"), QStringLiteral("1404")};
+        f.fromAmount = QStringLiteral("1,000");
+        f.fromDate = {QStringLiteral("01"), QStringLiteral("01"), QStringLiteral("1404")};
+        for (int i = 0; i < f.states.size(); ++i) f.states[i] = i < 2;
+        ASSERT_TRUE(search.mnuSearchClick());
+    }
+    EXPECT_NO_WHOLE_TABLE_READS();
+}
+
+TEST_F(ChequePlansTest, TheActionsScreensListsWithAndWithoutFilters) {
+    ReceivedChequeActions received(session->services);
+    received.fill();
+    EXPECT_GT(received.rows().RecordCount(), 0);
+    received.filters().fromDate = QStringLiteral("1404/02/01");
+    received.filters().toDate = QStringLiteral("1404/02/31");
+    received.filters().state = QStringLiteral("72");
+    received.fill();
+    received.filters() = {};
+    received.filters().chequeNumber = QStringLiteral("502");
+    received.fill();
+    EXPECT_EQ(received.rows().RecordCount(), 1);
+    EXPECT_EQ(received.history(QStringLiteral("502"), QStringLiteral("S")).size(), 2);
+
+    IssuedChequeActions issued(session->services);
+    issued.fill();
+    EXPECT_GT(issued.rows().RecordCount(), 0);
+    issued.filters().bankAccount = 1;
+    issued.filters().state = QStringLiteral("81");
+    issued.fill();
+    EXPECT_NO_WHOLE_TABLE_READS();
+}
+
+TEST_F(ChequePlansTest, TheToBankListTheReturnedReportAndThePaymentsPickList) {
+    ChequesToBank toBank(session->services);
+    toBank.filters().fromDate = QStringLiteral("1404/03/01");
+    toBank.filters().toDate = QStringLiteral("1404/03/31");
+    toBank.fill();
+    EXPECT_EQ(toBank.rows().RecordCount(), 2);
+
+    company().execute(QStringLiteral("Exec sp_N_Report_ChqGetReturned '##PlanChqRet', '104', '0002', '', '', ''"));
+    EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From ##PlanChqRet")).toInt(), 1);
+
+    SpendPicker picker(session->services);
+    picker.fill();
+    EXPECT_GT(picker.rows().RecordCount(), 0);
+    EXPECT_TRUE(tr::instruments::latestRow(company(), tr::instruments::chequeHistory(), QStringLiteral("503"),
+                                           QStringLiteral("S")));
+    EXPECT_NO_WHOLE_TABLE_READS();
+
+    // What the check catches: a condition no index answers.
+    company().execute(QStringLiteral("Select Count(*) From N_ChqLastTrans Where CodWhatDoc = '1'"));
+    EXPECT_EQ(wholeTableReads().size(), 1);
+}
+
+}  // namespace
+}  // namespace tr::cheques
