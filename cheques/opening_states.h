@@ -13,6 +13,7 @@
 #include "common/dialog/message_dialog.h"
 #include "common/session/services.h"
 #include "instruments/state_actions.h"
+#include "instruments/opening_state.h"
 
 namespace tr::cheques {
 
@@ -85,9 +86,7 @@ class OpeningChequeStates {
     tr::db::Query rows_;
 };
 
-// Whether the cheque stands in the state its opening set (the opening document's own row or its
-// opening state row is its latest row): there is no earlier action to undo. The actions screen's
-// facts read it for an opening cheque (IsFirst = "Y").
-bool atOpeningState(tr::db::Connection& c, const QString& number, const QString& series);
+// Whether the cheque stands in the state its opening set (instruments/opening_state.h).
+using tr::instruments::atOpeningState;
 
 }  // namespace tr::cheques

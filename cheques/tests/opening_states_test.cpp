@@ -415,3 +415,31 @@ TEST_F(OpeningStatesTest, AnOpeningDocumentIsDeletedOnlyWithItsChequesBackAtItsK
 
 }  // namespace
 }  // namespace tr::cheques
+
+namespace tr::cheques {
+namespace {
+
+class OpeningStateUndoTest : public OpeningStatesTest {};
+
+// A cheque that entered the period back from collection (77), sent to collection and back again:
+// its latest 77 is an action of the period, not the opening state, and is undone like any other.
+TEST_F(OpeningStateUndoTest, AnActionBackToTheOpeningStatesKindIsStillUndone) {
+    receiveCheques({cheque("561")}, 1, kStart, /*opening=*/true);
+    setState(Side::Received, QStringLiteral("561"), QStringLiteral("77"));
+    ReceivedChequeActions actions(session->services);
+    act(actions, QStringLiteral("561"), kCollect, QStringLiteral("1404/03/01"));
+    actions.setBankAccount(1);
+    ASSERT_TRUE(actions.apply()) << last().text.toStdString();
+    act(actions, QStringLiteral("561"), QStringLiteral("برگشت از در جريان وصول"), QStringLiteral("1404/04/01"));
+    ASSERT_TRUE(actions.apply()) << last().text.toStdString();
+    EXPECT_FALSE(atOpeningState(company(), QStringLiteral("561"), QStringLiteral("S")));
+    actions.fill();
+    ASSERT_TRUE(select(actions, QStringLiteral("561")));
+    ASSERT_TRUE(actions.chooseAction(kUndo)) << last().text.toStdString();
+    ASSERT_TRUE(actions.apply()) << last().text.toStdString();
+    EXPECT_EQ(state(QStringLiteral("561"), QStringLiteral("S")), QStringLiteral("72"));
+    EXPECT_TRUE(chequeLedgerIsConsistent(company()));
+}
+
+}  // namespace
+}  // namespace tr::cheques

@@ -177,6 +177,17 @@ void ReceivedActionWalkTest::walk(bool opening) {
                 allLegal = allLegal && legal(*w, name, dateOf.back());
             }
             const bool applied = screen.apply();
+            // On a disagreement: each chosen cheque as the model walked it and as the book holds it.
+            if (applied != allLegal) {
+                for (const auto& [w, name] : chosen) {
+                    std::string hist;
+                    for (const Step& s : w->history) hist += s.state.toStdString() + "@" + s.date.toStdString() + " ";
+                    const auto rows = tr::db::openQuery(company(), QStringLiteral("Select IDX, WhatDoc, SanadDate, Serial, CodWhatDoc From N_ChqLastTrans Where ChqNo = ") + company().text(w->number) + QStringLiteral(" Order By IDX"));
+                    std::string db;
+                    for (int r = 0; r < rows.RecordCount(); ++r) db += rows.value(r, 1).toString().toStdString() + "@" + rows.value(r, 2).toString().toStdString() + "/" + rows.value(r, 3).toString().toStdString() + "/" + rows.value(r,4).toString().toStdString() + " ";
+                    std::printf("cheque %s, %s: walked [%s], in the book [%s]\n", w->number.toStdString().c_str(), name.toStdString().c_str(), hist.c_str(), db.c_str());
+                }
+            }
             ASSERT_EQ(applied, allLegal) << "seed " << seed << ": " << session.dialog.last().text.toStdString();
             if (applied) {
                 ++posted;

@@ -10,6 +10,7 @@
 #include "db/procedures/posting.h"
 #include "instruments/cheque_actions.h"
 #include "instruments/latest_state.h"
+#include "instruments/opening_state.h"
 
 namespace tr::procedures {
 
@@ -183,17 +184,9 @@ class ApplyCall {
                                            .toString()
                                            .trimmed() == QStringLiteral("ض");
         }
-        // The state its opening document set: the latest row is that document's own.
-        const Query first = openQuery(c_, QStringLiteral("Select Serial, LastWhatDoc From N_ChqFirst Where "
-                                                         "ChqOrTaraf = 1 And WhatDoc = ") +
-                                              c_.text(side_.document) + QStringLiteral(" And") + chequeRows(r));
-        if (!first.IsEmpty()) {
-            const qint64 openingSerial = first.value(0, 0).toLongLong();
-            const qint64 latestSerial =
-                firstColumn(c_, QStringLiteral("Select Serial From N_ChqLastTrans Where IDX = ") + sqlNumber(latest.idx))
-                    .toLongLong();
-            f.opening = latest.kind == first.value(0, 1).toString().trimmed() && latestSerial == openingSerial;
-        }
+        // The state its opening set: the opening document's own row or its opening state row is the
+        // latest (an action dated later may carry the same kind and the document's serial).
+        f.opening = tr::instruments::atOpeningState(c_, r.number, r.series);
         return f;
     }
 
