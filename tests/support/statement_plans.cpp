@@ -2,7 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <QFile>
 #include <QRegularExpression>
+#include <algorithm>
 #include <QSet>
 #include <mutex>
 
@@ -97,6 +99,47 @@ QStringList StatementPlans::fullReads(const QString& sql, const QStringList& pla
         if (names.contains(name)) out << line;
     }
     return out;
+}
+
+int StatementPlans::loadStatistics(sqlite3* db, const QString& file) {
+    QFile in(file);
+    if (!in.open(QIODevice::ReadOnly | QIODevice::Text)) return -1;
+    // The statistics table exists once any table has been analysed; the book's figures replace
+    // the demo's, and SQLite reads them again.
+    if (sqlite3_exec(db, "ANALYZE main.N_Cash; DELETE FROM main.sqlite_stat1", nullptr, nullptr, nullptr) != SQLITE_OK)
+        return -1;
+    sqlite3_stmt* insert = nullptr;
+    sqlite3_prepare_v2(db, "INSERT INTO main.sqlite_stat1 (tbl, idx, stat) VALUES (?1, NULLIF(?2, ''), ?3)", -1,
+                       &insert, nullptr);
+    int loaded = 0;
+    for (const QByteArray& line : in.readAll().split('\n')) {
+        const QList<QByteArray> fields = line.split('|');
+        if (fields.size() != 3) continue;
+        for (int i = 0; i < 3; ++i) sqlite3_bind_text(insert, i + 1, fields[i].constData(), fields[i].size(), SQLITE_TRANSIENT);
+        if (sqlite3_step(insert) == SQLITE_DONE) ++loaded;
+        sqlite3_reset(insert);
+    }
+    sqlite3_finalize(insert);
+    if (sqlite3_exec(db, "ANALYZE sqlite_schema", nullptr, nullptr, nullptr) != SQLITE_OK) return -1;
+    return loaded;
+}
+
+QStringList StatementPlans::wholeTableReads(sqlite3* db, const QStringList& tables) {
+    QStringList found;
+    int planned = 0;
+    for (const RecordedStatement& r : recorded()) {
+        if (r.db != db) continue;
+        const bool large = std::any_of(tables.begin(), tables.end(), [&](const QString& t) {
+            return r.sql.contains(QLatin1Char('"') + t + QLatin1Char('"'), Qt::CaseInsensitive);
+        });
+        if (!large) continue;
+        ++planned;
+        const QStringList steps = plan(db, r.sql);
+        if (!fullReads(r.sql, steps, tables).isEmpty())
+            found << r.sql + QStringLiteral("\n    ") + steps.join(QStringLiteral("\n    "));
+    }
+    if (planned == 0) found << QStringLiteral("no statement reading a large table was seen");
+    return found;
 }
 
 }  // namespace tr::test

@@ -28,6 +28,12 @@ class StatementPlans {
     static sqlite3* handleOf(const QString& fileEnd);
     // The lines of `plan` that read all of one of `tables` (by its name or its alias in `sql`).
     static QStringList fullReads(const QString& sql, const QStringList& plan, const QStringList& tables);
+    // Replaces `db`'s planner statistics by those of `file` (lines "table|index|stat", as a large
+    // book's sqlite_stat1 holds them) and has SQLite read them; answers how many rows it loaded.
+    static int loadStatistics(sqlite3* db, const QString& file);
+    // Each statement `db` ran since clear() that names one of `tables` and reads one whole, with
+    // its plan; "no statement reading a large table was seen" when none named them.
+    static QStringList wholeTableReads(sqlite3* db, const QStringList& tables);
 };
 
 }  // namespace tr::test

@@ -3,9 +3,7 @@
 // book (kept in cheque_book_statistics.txt, gathered by the engine's own refresh on the
 // generated cheque book), the screens are driven as a user drives them, and no statement they
 // ran may read the whole of the state table, the voucher lines or the treasury rows.
-#include <sqlite3.h>
 
-#include <QFile>
 
 #include "cheques/cheques_to_bank.h"
 #include "cheques/issued_actions.h"
@@ -37,27 +35,7 @@ class ChequePlansTest : public tr::procedures::testing::ChequeTest {
         ChequeTest::SetUpTestSuite();
         db_ = StatementPlans::handleOf(QStringLiteral("corvask_1_1404.sqlite"));
         ASSERT_NE(db_, nullptr);
-        QFile file(QStringLiteral(TR_CHEQUE_BOOK_STATISTICS));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
-        // The statistics table exists once any table has been analysed; the book's figures
-        // replace the demo's, and SQLite reads them again.
-        ASSERT_EQ(sqlite3_exec(db_, "ANALYZE main.N_Cash; DELETE FROM main.sqlite_stat1", nullptr, nullptr, nullptr),
-                  SQLITE_OK);
-        sqlite3_stmt* insert = nullptr;
-        sqlite3_prepare_v2(db_, "INSERT INTO main.sqlite_stat1 (tbl, idx, stat) VALUES (?1, NULLIF(?2, ''), ?3)",
-                           -1, &insert, nullptr);
-        int loaded = 0;
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            const QList<QByteArray> fields = line.split('|');
-            if (fields.size() != 3) continue;
-            for (int i = 0; i < 3; ++i)
-                sqlite3_bind_text(insert, i + 1, fields[i].constData(), fields[i].size(), SQLITE_TRANSIENT);
-            if (sqlite3_step(insert) == SQLITE_DONE) ++loaded;
-            sqlite3_reset(insert);
-        }
-        sqlite3_finalize(insert);
-        ASSERT_GT(loaded, 10);
-        ASSERT_EQ(sqlite3_exec(db_, "ANALYZE sqlite_schema", nullptr, nullptr, nullptr), SQLITE_OK);
+        ASSERT_GT(StatementPlans::loadStatistics(db_, QStringLiteral(TR_CHEQUE_BOOK_STATISTICS)), 10);
     }
 
     void SetUp() override {
@@ -97,23 +75,7 @@ class ChequePlansTest : public tr::procedures::testing::ChequeTest {
 
     // Each statement run on the company book since SetUp that reads a large table whole, with
     // its plan.
-    static QStringList wholeTableReads() {
-        QStringList found;
-        int planned = 0;
-        for (const tr::test::RecordedStatement& r : StatementPlans::recorded()) {
-            if (r.db != db_) continue;
-            const bool large = std::any_of(kLargeTables.begin(), kLargeTables.end(), [&](const QString& t) {
-                return r.sql.contains(QLatin1Char('"') + t + QLatin1Char('"'), Qt::CaseInsensitive);
-            });
-            if (!large) continue;
-            ++planned;
-            const QStringList plan = StatementPlans::plan(db_, r.sql);
-            const QStringList reads = StatementPlans::fullReads(r.sql, plan, kLargeTables);
-            if (!reads.isEmpty()) found << r.sql + QStringLiteral("\n    ") + plan.join(QStringLiteral("\n    "));
-        }
-        if (planned == 0) found << QStringLiteral("no statement reading a large table was seen");
-        return found;
-    }
+    static QStringList wholeTableReads() { return StatementPlans::wholeTableReads(db_, kLargeTables); }
 
     std::unique_ptr<tr::test::TestSession> session;
     static inline sqlite3* db_ = nullptr;
