@@ -373,118 +373,91 @@ const std::vector<int> kLatestKey = {0, 1, 4};
 // Each side's time per run, so that the engine's benchmark can state its ratio.
 std::map<std::string, double> handWrittenSeconds;
 
-void reportAgainst(benchmark::State& state, const std::string& baseline, double seconds, double start) {
+std::string sideKey(const char* what, Size size) {
+    return std::string(what) + (size == Size::Full ? "/full" : "/tenth");
+}
+
+// Runs `read` (answering how many rows it read) once per iteration: the rows counter set, the
+// seconds per run answered.
+template <class Read>
+double timeReads(benchmark::State& state, const Read& read) {
+    size_t rows = 0;
+    QElapsedTimer clock;
+    clock.start();
+    for (auto _ : state) rows = read();
+    state.counters["rows"] = double(rows);
+    return clock.nsecsElapsed() / 1e9 / double(state.iterations());
+}
+
+// A reader of result rows as timeReads wants it.
+template <class Rows>
+auto counted(Rows rows) {
+    return [rows] {
+        auto result = rows();
+        benchmark::DoNotOptimize(result);
+        return result.size();
+    };
+}
+
+// The hand-written side of `key`: timed, and kept for the engine's ratio.
+template <class Read>
+void timeHandWritten(benchmark::State& state, const std::string& key, const Read& read) {
+    const double start = resetPeak();
+    handWrittenSeconds[key] = timeReads(state, read);
     state.counters["peak_growth_MiB"] = peakGrowth(start);
-    const auto it = handWrittenSeconds.find(baseline);
+}
+
+// An engine side of `key`: timed, and stated as a ratio to the hand-written side.
+template <class Read>
+void timeAgainst(benchmark::State& state, const std::string& key, const Read& read) {
+    const double start = resetPeak();
+    const double seconds = timeReads(state, read);
+    state.counters["peak_growth_MiB"] = peakGrowth(start);
+    const auto it = handWrittenSeconds.find(key);
     if (it != handWrittenSeconds.end() && it->second > 0) state.counters["x_handwritten"] = seconds / it->second;
+}
+
+// Nothing is timed that answers other rows than the hand-written side.
+bool differs(benchmark::State& state, const QString& difference) {
+    if (difference.isEmpty()) return false;
+    state.SkipWithError(("results differ: " + difference).toStdString().c_str());
+    return true;
 }
 
 // ---- the benchmarks -------------------------------------------------------------------------
 
 void BM_ReceivedChequeSearchSqlite(benchmark::State& state, Size size) {
     HandWrittenSearch search(size);
-    size_t rows = 0;
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) {
-        std::vector<Row> result = search.run();
-        rows = result.size();
-        benchmark::DoNotOptimize(result);
-    }
-    handWrittenSeconds[size == Size::Full ? "search/full" : "search/tenth"] =
-        clock.nsecsElapsed() / 1e9 / double(state.iterations());
-    state.counters["rows"] = double(rows);
-    state.counters["peak_growth_MiB"] = peakGrowth(start);
+    timeHandWritten(state, sideKey("search", size), counted([&] { return search.run(); }));
 }
 
 void BM_ReceivedChequeSearchEngine(benchmark::State& state, Size size) {
     EngineSearch engine(size);
-    {
+    engine.search->mnuSearchClick();
+    if (differs(state, firstDifference(engine.rows(), HandWrittenSearch(size).run(), kSearchKey, {0}))) return;
+    timeAgainst(state, sideKey("search", size), [&] {
         engine.search->mnuSearchClick();
-        const QString difference =
-            firstDifference(engine.rows(), HandWrittenSearch(size).run(), kSearchKey, {0});
-        if (!difference.isEmpty()) {
-            state.SkipWithError(("results differ: " + difference).toStdString().c_str());
-            return;
-        }
-    }
-    int rows = 0;
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) {
-        engine.search->mnuSearchClick();
-        rows = engine.search->result().RecordCount();
-    }
-    state.counters["rows"] = rows;
-    reportAgainst(state, size == Size::Full ? "search/full" : "search/tenth",
-                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+        return size_t(engine.search->result().RecordCount());
+    });
 }
 
 void BM_LatestChequeStatesSqlite(benchmark::State& state, Size size) {
     HandWrittenLatest latest(size);
-    size_t rows = 0;
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) {
-        std::vector<Row> result = latest.run();
-        rows = result.size();
-        benchmark::DoNotOptimize(result);
-    }
-    handWrittenSeconds[size == Size::Full ? "latest/full" : "latest/tenth"] =
-        clock.nsecsElapsed() / 1e9 / double(state.iterations());
-    state.counters["rows"] = double(rows);
-    state.counters["peak_growth_MiB"] = peakGrowth(start);
+    timeHandWritten(state, sideKey("latest", size), counted([&] { return latest.run(); }));
 }
 
 void BM_LatestChequeStatesEngine(benchmark::State& state, Size size) {
     auto c = chequeBook(size).open();
-    {
-        const QString difference = firstDifference(engineLatest(*c), HandWrittenLatest(size).run(), kLatestKey);
-        if (!difference.isEmpty()) {
-            state.SkipWithError(("results differ: " + difference).toStdString().c_str());
-            return;
-        }
-    }
-    size_t rows = 0;
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) {
-        std::vector<Row> result = engineLatest(*c);
-        rows = result.size();
-        benchmark::DoNotOptimize(result);
-    }
-    state.counters["rows"] = double(rows);
-    reportAgainst(state, size == Size::Full ? "latest/full" : "latest/tenth",
-                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+    if (differs(state, firstDifference(engineLatest(*c), HandWrittenLatest(size).run(), kLatestKey))) return;
+    timeAgainst(state, sideKey("latest", size), counted([&] { return engineLatest(*c); }));
 }
 
 // Where the engine's time goes (not goals): the search as one statement through the engine, and
 // the engine's own translation of the latest-state query run directly on a plain handle.
 void BM_ReceivedChequeSearchEngineOnePass(benchmark::State& state, Size size) {
     auto c = chequeBook(size).open();
-    {
-        const QString difference = firstDifference(onePassSearch(*c), HandWrittenSearch(size).run(), kSearchKey, {0});
-        if (!difference.isEmpty()) {
-            state.SkipWithError(("results differ: " + difference).toStdString().c_str());
-            return;
-        }
-    }
-    size_t rows = 0;
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) {
-        std::vector<Row> result = onePassSearch(*c);
-        rows = result.size();
-        benchmark::DoNotOptimize(result);
-    }
-    state.counters["rows"] = double(rows);
-    reportAgainst(state, size == Size::Full ? "search/full" : "search/tenth",
-                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+    if (differs(state, firstDifference(onePassSearch(*c), HandWrittenSearch(size).run(), kSearchKey, {0}))) return;
+    timeAgainst(state, sideKey("search", size), counted([&] { return onePassSearch(*c); }));
 }
 
 // The engine's translation of the shared query, as TR_SQL_TRACE prints it (its three parameters
@@ -516,18 +489,7 @@ class TranslatedLatest : public HandWritten {
 
 void BM_LatestChequeStatesSqliteTranslated(benchmark::State& state, Size size) {
     TranslatedLatest latest(size);
-    size_t rows = 0;
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) {
-        std::vector<Row> result = latest.run();
-        rows = result.size();
-        benchmark::DoNotOptimize(result);
-    }
-    state.counters["rows"] = double(rows);
-    reportAgainst(state, size == Size::Full ? "latest/full" : "latest/tenth",
-                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+    timeAgainst(state, sideKey("latest", size), counted([&] { return latest.run(); }));
 }
 
 // Every cheque's latest row read another way: the greatest IDX of each number and series from
@@ -543,17 +505,8 @@ void BM_LatestChequeStatesEngineGrouped(benchmark::State& state, Size size) {
         "(Select M.IDX From N_ChqLastTrans As M Where M.ChqNo = L.ChqNo And IsNull(M.Joz, '') = '' And M.IDX > "
         "L.IDX))");
     const auto read = [&] { return std::move(c->execute(sql).resultSets.front().rows); };
-    if (const QString difference = firstDifference(read(), HandWrittenLatest(size).run(), kLatestKey);
-        !difference.isEmpty()) {
-        state.SkipWithError(("results differ: " + difference).toStdString().c_str());
-        return;
-    }
-    const double start = resetPeak();
-    QElapsedTimer clock;
-    clock.start();
-    for (auto _ : state) benchmark::DoNotOptimize(read());
-    reportAgainst(state, size == Size::Full ? "latest/full" : "latest/tenth",
-                  clock.nsecsElapsed() / 1e9 / double(state.iterations()), start);
+    if (differs(state, firstDifference(read(), HandWrittenLatest(size).run(), kLatestKey))) return;
+    timeAgainst(state, sideKey("latest", size), counted(read));
 }
 
 BENCHMARK_CAPTURE(BM_ReceivedChequeSearchSqlite, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
