@@ -29,6 +29,7 @@
 #include "common/session/services.h"
 #include "common/text/tsql_collation.h"
 #include "instruments/latest_state.h"
+#include "bench/sqlite_value.h"
 
 namespace {
 
@@ -113,16 +114,7 @@ ChequeBook& chequeBook(Size size) {
 
 // ---- the hand-written side ------------------------------------------------------------------
 
-QVariant columnValue(sqlite3_stmt* s, int i) {
-    switch (sqlite3_column_type(s, i)) {
-        case SQLITE_INTEGER: return QVariant(static_cast<qint64>(sqlite3_column_int64(s, i)));
-        case SQLITE_FLOAT: return QVariant(sqlite3_column_double(s, i));
-        case SQLITE_NULL: return QVariant();
-        default:
-            return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, i)),
-                                              sqlite3_column_bytes(s, i)));
-    }
-}
+using tr::bench::columnValue;
 
 // A read-only handle on the book with the TSQL collation its columns and indexes use.
 class HandWritten {

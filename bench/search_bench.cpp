@@ -20,6 +20,7 @@
 #include "common/session/global.h"
 #include "common/session/services.h"
 #include "common/text/tsql_collation.h"
+#include "bench/sqlite_value.h"
 
 namespace {
 
@@ -35,16 +36,7 @@ double peakMiB() {
     return usage.ru_maxrss / 1024.0;
 }
 
-QVariant columnValue(sqlite3_stmt* s, int i) {
-    switch (sqlite3_column_type(s, i)) {
-        case SQLITE_INTEGER: return QVariant(static_cast<qint64>(sqlite3_column_int64(s, i)));
-        case SQLITE_FLOAT: return QVariant(sqlite3_column_double(s, i));
-        case SQLITE_NULL: return QVariant();
-        default:
-            return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, i)),
-                                              sqlite3_column_bytes(s, i)));
-    }
-}
+using tr::bench::columnValue;
 
 struct ByCollation {
     bool operator()(const std::pair<QString, QString>& a, const std::pair<QString, QString>& b) const {
