@@ -280,17 +280,23 @@ class ChequeWriter {
                 planNext(id, day);
             }
         }
-        c_.execute(QStringLiteral("Delete From ") + chq);
-        c_.execute(QStringLiteral("Delete From ") + taraf);
-        c_.execute(QStringLiteral("Insert Into ") + chq +
-                   QStringLiteral(" (Raj, Koll, Moein, Joz, ChqNo, ChqValue, SarResidDate, Tazmin, BankCod, ShobehCod, "
-                                  "AcountCod, ChqGetter, Des) Values ") +
-                   chequeRows.join(QStringLiteral(", ")));
-        c_.execute(QStringLiteral("Insert Into ") + taraf +
-                   QStringLiteral(" (Raj, WhatDoc2, Koll, Moein, Tafsily, Joz, ChqNo, ChqValue, Des) Values ") +
-                   partyRows.join(QStringLiteral(", ")));
+        save(chq, QStringLiteral("Raj, Koll, Moein, Joz, ChqNo, ChqValue, SarResidDate, Tazmin, BankCod, ShobehCod, "
+                                 "AcountCod, ChqGetter, Des"),
+             chequeRows, taraf, partyRows);
         call(QStringLiteral("sp_N_Asnad_Trans_ChqGet"), receiptPrefix_, ++receiptSerial_, day);
         ++report_.receipts;
+    }
+
+    // A document's two work tables filled anew, as its screen leaves them for the save.
+    void save(const QString& chequeTable, const QString& chequeColumns, const QStringList& chequeRows,
+              const QString& partyTable, const QStringList& partyRows) {
+        c_.execute(QStringLiteral("Delete From ") + chequeTable);
+        c_.execute(QStringLiteral("Delete From ") + partyTable);
+        c_.execute(QStringLiteral("Insert Into ") + chequeTable + QStringLiteral(" (") + chequeColumns +
+                   QStringLiteral(") Values ") + chequeRows.join(QStringLiteral(", ")));
+        c_.execute(QStringLiteral("Insert Into ") + partyTable +
+                   QStringLiteral(" (Raj, WhatDoc2, Koll, Moein, Tafsily, Joz, ChqNo, ChqValue, Des) Values ") +
+                   partyRows.join(QStringLiteral(", ")));
     }
 
     void call(const QString& procedure, const QString& prefix, qint64 serial, int day) {
@@ -388,15 +394,8 @@ class ChequeWriter {
             ++report_.spent;
             planNext(id, day);
         }
-        c_.execute(QStringLiteral("Delete From ") + bed);
-        c_.execute(QStringLiteral("Delete From ") + taraf);
-        c_.execute(QStringLiteral("Insert Into ") + bed +
-                   QStringLiteral(" (Raj, ChqStateNam, AcountID, Joz, ChqNo, ChqValue, SarResidDate, Tazmin, ChqGetter, "
-                                  "Des) Values ") +
-                   chequeRows.join(QStringLiteral(", ")));
-        c_.execute(QStringLiteral("Insert Into ") + taraf +
-                   QStringLiteral(" (Raj, WhatDoc2, Koll, Moein, Tafsily, Joz, ChqNo, ChqValue, Des) Values ") +
-                   partyRows.join(QStringLiteral(", ")));
+        save(bed, QStringLiteral("Raj, ChqStateNam, AcountID, Joz, ChqNo, ChqValue, SarResidDate, Tazmin, ChqGetter, Des"),
+             chequeRows, taraf, partyRows);
         call(QStringLiteral("sp_N_Asnad_Trans_ChqPay"), paymentPrefix_, ++paymentSerial_, day);
         ++report_.payments;
     }
