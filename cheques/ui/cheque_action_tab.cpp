@@ -18,6 +18,7 @@
 #include "common/ui/dataset_model.h"
 #include "common/ui/grid_report.h"
 #include "common/ui/settings_libraries.h"
+#include "common/ui/date_boxes.h"
 
 namespace tr::cheques {
 
@@ -63,12 +64,8 @@ ChequeActionTab::ChequeActionTab(ChequeActionList& logic, const tr::Services& se
     : QWidget(parent), logic_(logic), services_(services), options_(std::move(options)) {
     number_ = new QLineEdit(this);
     number_->setObjectName(QStringLiteral("EChqNo"));
-    fromDate_ = new QLineEdit(this);
-    fromDate_->setObjectName(QStringLiteral("EFromDate"));
-    fromDate_->setInputMask(QStringLiteral("0000/00/00;_"));
-    toDate_ = new QLineEdit(this);
-    toDate_->setObjectName(QStringLiteral("EToDate"));
-    toDate_->setInputMask(QStringLiteral("0000/00/00;_"));
+    fromDate_ = tr::ui::maskedDateBox(this, QStringLiteral("EFromDate"));
+    toDate_ = tr::ui::maskedDateBox(this, QStringLiteral("EToDate"));
     state_ = new QComboBox(this);
     state_->setObjectName(QStringLiteral("CLastAction"));
     show_ = new QPushButton(QStringLiteral("نمايش"), this);
@@ -120,11 +117,7 @@ ChequeActionTab::ChequeActionTab(ChequeActionList& logic, const tr::Services& se
         },
         this);
     dateEditor_ = new LogicDelegate(
-        [](QWidget* parent) {
-            auto* line = new QLineEdit(parent);
-            line->setInputMask(QStringLiteral("0000/00/00;_"));
-            return line;
-        },
+        [](QWidget* parent) { return tr::ui::maskedDateBox(parent); },
         [this](QWidget* editor) {
             const QString typed = static_cast<QLineEdit*>(editor)->text();
             guarded([&] { return logic_.setActionDate(typed); });

@@ -1,4 +1,5 @@
 #include "cheques/ui/cheque_condition_dialog.h"
+#include "common/ui/date_boxes.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -13,10 +14,6 @@ const QString TChequeConditionDialog::kDateField = QStringLiteral("SANADDATE");
 
 namespace {
 
-QString dateOf(const QLineEdit* box) {
-    const QString text = box->text().trimmed();
-    return text == QLatin1String("//") ? QString() : text;
-}
 
 }  // namespace
 
@@ -25,12 +22,9 @@ TChequeConditionDialog::TChequeConditionDialog(const QString& from, const QStrin
     setObjectName(kConditionKind);
     setWindowTitle(kCaption);
     setLayoutDirection(Qt::RightToLeft);
-    from_ = new QLineEdit(this);
-    to_ = new QLineEdit(this);
-    for (QLineEdit* box : {from_, to_}) {
-        box->setInputMask(QStringLiteral("0000/00/00;_"));
-        box->setProperty("field", kDateField);
-    }
+    from_ = tr::ui::maskedDateBox(this);
+    to_ = tr::ui::maskedDateBox(this);
+    for (QLineEdit* box : {from_, to_}) box->setProperty("field", kDateField);
     from_->setText(from);
     to_->setText(to);
     auto* buttons = new QDialogButtonBox(this);
@@ -44,7 +38,7 @@ TChequeConditionDialog::TChequeConditionDialog(const QString& from, const QStrin
     layout->addRow(buttons);
 }
 
-QString TChequeConditionDialog::fromDate() const { return dateOf(from_); }
-QString TChequeConditionDialog::toDate() const { return dateOf(to_); }
+QString TChequeConditionDialog::fromDate() const { return tr::ui::maskedDate(from_); }
+QString TChequeConditionDialog::toDate() const { return tr::ui::maskedDate(to_); }
 
 }  // namespace tr::cheques

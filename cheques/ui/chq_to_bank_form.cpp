@@ -23,6 +23,7 @@
 #include "host/sdk/modal_runner.h"
 #include "printing/ui/print_design_handoff.h"
 #include "printing/ui/print_design_library.h"
+#include "common/ui/date_boxes.h"
 
 namespace tr::cheques {
 
@@ -31,18 +32,6 @@ const QString TChqToBankForm::kCaption = QStringLiteral("ارسال چک به ب
 namespace {
 
 const QString kProperties = QStringLiteral("مشخصات گزارش [ارسال چک به بانک]");
-
-QString dateOf(const QLineEdit* box) {
-    const QString text = box->text().trimmed();
-    return text == QLatin1String("//") ? QString() : text;
-}
-
-QLineEdit* dateBox(QWidget* parent, const char* name) {
-    auto* box = new QLineEdit(parent);
-    box->setObjectName(QString::fromLatin1(name));
-    box->setInputMask(QStringLiteral("0000/00/00;_"));
-    return box;
-}
 
 }  // namespace
 
@@ -59,8 +48,8 @@ TChqToBankForm::TChqToBankForm(const tr::Services& services, QWidget* parent)
     month_ = new QLineEdit(this);
     month_->setObjectName(QStringLiteral("EMonth"));
     month_->setInputMask(QStringLiteral("0000/00;_"));
-    fromDate_ = dateBox(this, "EFromDate");
-    toDate_ = dateBox(this, "EToDate");
+    fromDate_ = tr::ui::maskedDateBox(this, QStringLiteral("EFromDate"));
+    toDate_ = tr::ui::maskedDateBox(this, QStringLiteral("EToDate"));
     // A month stands for its first and last day.
     connect(month_, &QLineEdit::editingFinished, this, [this] {
         if (month_->text().trimmed().size() < 7) return;
@@ -209,8 +198,8 @@ void TChqToBankForm::showCount(int count) {
 
 void TChqToBankForm::showList() {
     ToBankFilters& f = list_->filters();
-    f.fromDate = dateOf(fromDate_);
-    f.toDate = dateOf(toDate_);
+    f.fromDate = tr::ui::maskedDate(fromDate_);
+    f.toDate = tr::ui::maskedDate(toDate_);
     f.account = account_->currentData().toString();
     f.fromBank = fromBank_->text().trimmed();
     f.toBank = toBank_->text().trimmed();
@@ -234,7 +223,7 @@ void TChqToBankForm::toggleRow(int row) {
 }
 
 void TChqToBankForm::askConditions() {
-    TChequeConditionDialog dialog(dateOf(fromDate_), dateOf(toDate_), this);
+    TChequeConditionDialog dialog(tr::ui::maskedDate(fromDate_), tr::ui::maskedDate(toDate_), this);
     if (tr::sdk::ModalRunner::current().exec(dialog) != QDialog::Accepted) return;
     fromDate_->setText(dialog.fromDate());
     toDate_->setText(dialog.toDate());

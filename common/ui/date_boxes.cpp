@@ -25,4 +25,16 @@ DateBoxes dateBoxes(QWidget* owner, const QString& name, int dayWidth, int yearW
     return d;
 }
 
+QLineEdit* maskedDateBox(QWidget* owner, const QString& name) {
+    auto* box = new QLineEdit(owner);
+    if (!name.isEmpty()) box->setObjectName(name);
+    box->setInputMask(QStringLiteral("0000/00/00;_"));
+    return box;
+}
+
+QString maskedDate(const QLineEdit* box) {
+    const QString text = box->text().trimmed();
+    return QString(text).remove(QLatin1Char('/')).trimmed().isEmpty() ? QString() : text;
+}
+
 }  // namespace tr::ui

@@ -3,12 +3,12 @@
 #include <QLineEdit>
 
 #include "common/persian/persian_date.h"
+#include "common/ui/date_boxes.h"
 
 namespace tr::ui {
 
 QWidget* MaskedDateDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const {
-    auto* line = new QLineEdit(parent);
-    line->setInputMask(QStringLiteral("0000/00/00;_"));
+    QLineEdit* line = maskedDateBox(parent);
     line->setLayoutDirection(Qt::LeftToRight);
     return line;
 }
@@ -21,10 +21,7 @@ void MaskedDateDelegate::setEditorData(QWidget* editor, const QModelIndex& index
 }
 
 void MaskedDateDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
-    const QString text = static_cast<QLineEdit*>(editor)->text();
-    // Nothing typed leaves only the mask's slashes.
-    const QString digits = QString(text).remove(QLatin1Char('/')).trimmed();
-    model->setData(index, digits.isEmpty() ? QString() : text, Qt::EditRole);
+    model->setData(index, maskedDate(static_cast<QLineEdit*>(editor)), Qt::EditRole);
 }
 
 }  // namespace tr::ui
