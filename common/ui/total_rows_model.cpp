@@ -43,4 +43,22 @@ QTableView* searchResultGrid(DatasetModel* model, QWidget* owner) {
     return grid;
 }
 
+void arrangeResultColumns(QTableView* grid, DatasetModel* model,
+                          const std::function<QString(const QString& field)>& caption, const QStringList& shown,
+                          const std::function<int(int visual)>& width) {
+    for (int c = 0; c < model->columnCount(); ++c) {
+        const QString field = model->fieldName(c);
+        const QString text = caption(field);
+        grid->setColumnHidden(c, text.isEmpty());
+        if (!text.isEmpty()) model->setTitle(field, text);
+    }
+    QHeaderView* header = grid->horizontalHeader();
+    for (int visual = 0; visual < shown.size(); ++visual) {
+        const int c = model->fieldColumn(shown[visual]);
+        if (c < 0) continue;
+        header->moveSection(header->visualIndex(c), visual);
+        grid->setColumnWidth(c, width(visual));
+    }
+}
+
 }  // namespace tr::ui

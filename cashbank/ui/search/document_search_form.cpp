@@ -323,7 +323,6 @@ void DocumentSearchForm::resultOpened() {
     model_->setAllTitleColours(Qt::black);
     delete sorter_;  // a new result starts unsorted
     sorter_ = new tr::ui::TitleSorter(grid_, model_, QStringLiteral("sOrder, "));
-    QHeaderView* header = grid_->horizontalHeader();
     const QStringList shown = {
         QStringLiteral("CashCod"),   QStringLiteral("CashNam"), QStringLiteral("NDocNam"),
         QStringLiteral("SanadDate"), QStringLiteral("Des"),     QStringLiteral("SValue"),
@@ -331,18 +330,9 @@ void DocumentSearchForm::resultOpened() {
         QStringLiteral("Des1"),      QStringLiteral("Des2"),    QStringLiteral("Des3"),
         QStringLiteral("Des4")};
     const QList<int> widths = {80, 150, 110, 80, 300, 110, 60, 70, 40, 120, 120, 60, 120};
-    for (int c = 0; c < model_->columnCount(); ++c) {
-        const QString field = model_->fieldName(c);
-        const QString text = search_->fieldCaption(field);
-        grid_->setColumnHidden(c, text.isEmpty());
-        if (!text.isEmpty()) model_->setTitle(field, text);
-    }
-    for (int visual = 0; visual < shown.size(); ++visual) {
-        const int c = model_->fieldColumn(shown[visual]);
-        if (c < 0) continue;
-        header->moveSection(header->visualIndex(c), visual);
-        grid_->setColumnWidth(c, widths[visual]);
-    }
+    tr::ui::arrangeResultColumns(
+        grid_, model_, [this](const QString& field) { return search_->fieldCaption(field); }, shown,
+        [&widths](int visual) { return widths[visual]; });
 }
 
 DocumentSearchForm* createSearchForm(SearchFamily family, const tr::Services& services,

@@ -229,19 +229,9 @@ void ChequeSearchForm::resultOpened() {
     delete sorter_.data();  // a new result starts unsorted
     sorter_ = new tr::ui::TitleSorter(grid_, model_, QStringLiteral("sOrder, "));
     const QStringList shown = search_->shownFields();
-    QHeaderView* header = grid_->horizontalHeader();
-    for (int c = 0; c < model_->columnCount(); ++c) {
-        const QString field = model_->fieldName(c);
-        const QString text = search_->fieldCaption(field);
-        grid_->setColumnHidden(c, text.isEmpty());
-        if (!text.isEmpty()) model_->setTitle(field, text);
-    }
-    for (int visual = 0; visual < shown.size(); ++visual) {
-        const int c = model_->fieldColumn(shown[visual]);
-        if (c < 0) continue;
-        header->moveSection(header->visualIndex(c), visual);
-        grid_->setColumnWidth(c, shown[visual] == QLatin1String("Des") ? 260 : 95);
-    }
+    tr::ui::arrangeResultColumns(
+        grid_, model_, [this](const QString& field) { return search_->fieldCaption(field); }, shown,
+        [&shown](int visual) { return shown[visual] == QLatin1String("Des") ? 260 : 95; });
 }
 
 ChequeSearchForm* openChequeSearch(ChequeSide side, const tr::Services& services, QWidget* owner) {
