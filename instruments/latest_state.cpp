@@ -12,17 +12,26 @@ const ActionHistory& chequeHistory() {
 }
 
 QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more,
-                        const QString& joins) {
-    // A row is the latest when no later row has its number and series; a series kept as Null is
-    // the empty series. Both look-ups compare the stored series with a value, so that the
-    // number's index (number, series, IDX) answers each with one seek; the second, for the rows
-    // kept as Null, is asked only of a row whose series is empty.
-    return QStringLiteral("Select %1 From %2 As L %5 Where Not Exists (Select M.IDX From %2 As M "
-                          "Where M.%3 = L.%3 And M.%4 = IsNull(L.%4, '') And M.IDX > L.IDX) And "
-                          "(IsNull(L.%4, '') <> '' Or Not Exists (Select M.IDX From %2 As M Where M.%3 = "
-                          "L.%3 And M.%4 Is Null And M.IDX > L.IDX))")
+                        const QString& joins, Reach reach) {
+    // A series kept as Null is the empty series. Each look-up compares the stored series with a
+    // value, so that the number's index (number, series, IDX) answers it with one seek; those
+    // for the rows kept as Null or empty are asked only of a row whose series is empty.
+    const QString laterNull = QStringLiteral("Not Exists (Select M.IDX From %1 As M Where M.%2 = L.%2 And M.%3 Is Null "
+                                             "And M.IDX > L.IDX)");
+    if (reach == Reach::Few) {
+        return QStringLiteral("Select %1 From %2 As L %5 Where Not Exists (Select M.IDX From %2 As M "
+                              "Where M.%3 = L.%3 And M.%4 = IsNull(L.%4, '') And M.IDX > L.IDX) And "
+                              "(IsNull(L.%4, '') <> '' Or ")
+                   .arg(columns, h.table, h.numberColumn, h.seriesColumn, joins) +
+               laterNull.arg(h.table, h.numberColumn, h.seriesColumn) + QStringLiteral(")") + more;
+    }
+    // Grouping keeps Null apart from '', so an empty series' candidate is also checked against
+    // the later rows of the other spelling.
+    return QStringLiteral("Select %1 From %2 As L %5 Where L.IDX In (Select Max(M.IDX) From %2 As M Group By M.%3, "
+                          "M.%4) And (IsNull(L.%4, '') <> '' Or (Not Exists (Select M.IDX From %2 As M Where M.%3 = "
+                          "L.%3 And M.%4 = '' And M.IDX > L.IDX) And ")
                .arg(columns, h.table, h.numberColumn, h.seriesColumn, joins) +
-           more;
+           laterNull.arg(h.table, h.numberColumn, h.seriesColumn) + QStringLiteral("))") + more;
 }
 
 QString latestIdxOf(const ActionHistory& h, const QString& alias) {

@@ -20,10 +20,16 @@ struct ActionHistory {
 
 const ActionHistory& chequeHistory();
 
+// How many instruments a reader of latest rows reads. A few (its conditions pick them): each
+// row is checked by a seek for a later row. Every one: one ordered pass over the number's index
+// finds each instrument's greatest IDX and those rows are read in IDX order, which costs less
+// once most instruments are read.
+enum class Reach { Few, Every };
+
 // "Select <columns> From <table> As L <joins> Where <the row is its instrument's latest>" +
 // `more` (further conditions, starting with " And ").
 QString latestRowsQuery(const ActionHistory& h, const QString& columns, const QString& more = {},
-                        const QString& joins = {});
+                        const QString& joins = {}, Reach reach = Reach::Few);
 
 // The IDX of the latest row of the instrument whose number and series stand in `alias`'s
 // columns (a scalar expression: one seek of the number's index when the series is not empty).

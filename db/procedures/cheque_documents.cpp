@@ -661,7 +661,8 @@ tr::db::ExecResult createLastChequeAction(Connection& c, const Args& args) {
         c.execute(QStringLiteral("Drop Table ") + target);
     QString history = tr::instruments::latestRowsQuery(
         tr::instruments::chequeHistory(),
-        QStringLiteral("L.IDX, L.WhatDoc, L.ChqNo, L.Joz, L.SanadDate, L.CodWhatDoc, L.Serial Into ") + target);
+        QStringLiteral("L.IDX, L.WhatDoc, L.ChqNo, L.Joz, L.SanadDate, L.CodWhatDoc, L.Serial Into ") + target, {}, {},
+        tr::instruments::Reach::Every);
     if (!upTo.isEmpty()) {
         // The latest row up to the date: the history is read as it stood then.
         history = QStringLiteral("Select L.IDX, L.WhatDoc, L.ChqNo, L.Joz, L.SanadDate, L.CodWhatDoc, L.Serial "

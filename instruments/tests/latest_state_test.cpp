@@ -41,15 +41,25 @@ TEST_F(LatestState, TheLatestRowOfANumberAndSeriesIsTheState) {
               QStringLiteral("72"));
     EXPECT_FALSE(latestRow(company(), chequeHistory(), QStringLiteral("3003"), QString()));
 
-    const auto all = company().execute(latestRowsQuery(
-        chequeHistory(), QStringLiteral("LTrim(RTrim(L.ChqNo)) As ChqNo, IsNull(L.Joz, '') As Joz, L.WhatDoc"),
-        QStringLiteral(" Order By 1, 2")));
-    ASSERT_EQ(all.resultSets.size(), 1u);
-    const auto& rows = all.resultSets[0].rows;
-    ASSERT_EQ(rows.size(), 3u);
-    EXPECT_EQ(rows[0][2].toString(), QStringLiteral("88"));
-    EXPECT_EQ(rows[1][2].toString(), QStringLiteral("71"));
-    EXPECT_EQ(rows[2][2].toString(), QStringLiteral("72"));
+    act("72", "3003", "", "1404/01/12");  // an empty series, then Null: one cheque
+    act("77", "3003", QVariant(), "1404/01/13");
+    act("72", "4004", "x", "1404/01/12");  // case and trailing blanks aside: one series
+    act("73", "4004", "X ", "1404/01/14");
+    // Both forms of the many-cheque query find the same rows, whichever spelling came last.
+    for (const Reach reach : {Reach::Few, Reach::Every}) {
+        SCOPED_TRACE(reach == Reach::Few ? "few" : "every");
+        const auto all = company().execute(latestRowsQuery(
+            chequeHistory(), QStringLiteral("LTrim(RTrim(L.ChqNo)) As ChqNo, IsNull(L.Joz, '') As Joz, L.WhatDoc"),
+            QStringLiteral(" Order By 1, 2"), {}, reach));
+        ASSERT_EQ(all.resultSets.size(), 1u);
+        const auto& rows = all.resultSets[0].rows;
+        ASSERT_EQ(rows.size(), 5u);
+        EXPECT_EQ(rows[0][2].toString(), QStringLiteral("88"));
+        EXPECT_EQ(rows[1][2].toString(), QStringLiteral("71"));
+        EXPECT_EQ(rows[2][2].toString(), QStringLiteral("72"));
+        EXPECT_EQ(rows[3][2].toString(), QStringLiteral("77"));
+        EXPECT_EQ(rows[4][2].toString(), QStringLiteral("73"));
+    }
 }
 
 }  // namespace
