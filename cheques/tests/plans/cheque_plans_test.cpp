@@ -7,6 +7,7 @@
 
 #include "cheques/cheques_to_bank.h"
 #include "cheques/issued_actions.h"
+#include "cheques/received_cheque_document.h"
 #include "cheques/received_actions.h"
 #include "cheques/search/cheque_search.h"
 #include "cheques/spend_picker.h"
@@ -41,7 +42,7 @@ class ChequePlansTest : public tr::procedures::testing::ChequeTest {
     void SetUp() override {
         ChequeTest::SetUp();
         session = std::make_unique<tr::test::TestSession>(
-            company(), 1, QStringLiteral("admin"), tr::fullRights({QStringLiteral("N_A_CHQACTION_")}));
+            company(), 1, QStringLiteral("admin"), tr::fullRights({QStringLiteral("N_A_CHQACTION_"), QStringLiteral("N_A_CHQGET_")}));
         // Received cheques 501-506 (in hand, in collection, returned, one passed on), an opening
         // cheque, and our leaf 100001.
         receiveCheques({{QStringLiteral("501"), QStringLiteral("S"), 1000000, QStringLiteral("1404/09/10")},
@@ -146,6 +147,23 @@ TEST_F(ChequePlansTest, TheToBankListTheReturnedReportAndThePaymentsPickList) {
     // What the check catches: a condition no index answers.
     company().execute(QStringLiteral("Select Count(*) From N_ChqLastTrans Where CodWhatDoc = '1'"));
     EXPECT_EQ(wholeTableReads().size(), 1);
+}
+
+// A document's delete check builds every cheque's last action: one pass over the number's
+// covering index (the only whole read it may make), not a seek per state row, nor the table.
+TEST_F(ChequePlansTest, ADeleteCheckReadsEveryChequesLatestRowFromTheNumbersIndex) {
+    ReceivedChequeDocument received(session->services);
+    ASSERT_TRUE(received.open(QStringLiteral("1")));
+    EXPECT_FALSE(received.remove());
+    ASSERT_FALSE(session->dialog.shown().isEmpty());
+    EXPECT_TRUE(session->dialog.last().text.startsWith(QStringLiteral("آخرين گردش چك شماره")))
+        << session->dialog.last().text.toStdString();
+    const QStringList reads = wholeTableReads();
+    ASSERT_EQ(reads.size(), 1) << reads.join(QStringLiteral("\n\n")).toStdString();
+    EXPECT_TRUE(reads.front().contains(QStringLiteral("SCAN M USING COVERING INDEX N_ChqLastTrans__IX_N_ChqLastTrans_Chq")))
+        << reads.front().toStdString();
+    const QString plan = reads.front().section(QLatin1Char('\n'), 1);
+    EXPECT_EQ(plan.count(QStringLiteral("SCAN ")), 1) << plan.toStdString();
 }
 
 }  // namespace
