@@ -193,9 +193,11 @@ ChequeAllocation ChequeSettlement::allocationOf(const QString& number, const QSt
 
 std::unique_ptr<tr::settlement::InvoicePayer> ChequeSettlement::payerForCurrentCheque() {
     tr::db::Query& cheques = document_.cheques();
-    if (!cheques.Active() || cheques.IsEmpty()) return nullptr;
-    // The cheque is what the grid shows: an edited row is posted (and checked) first.
+    if (!cheques.Active()) return nullptr;
+    // The cheque is what the grid shows: an edited row is posted (and checked) first, the first
+    // row being typed included (the grid holds no posted row yet).
     if (cheques.state() != tr::db::Query::State::Browse && !document_.postCheque()) return nullptr;
+    if (cheques.IsEmpty()) return nullptr;
     const QString number = text(cheques, "ChqNo");
     const QString series = text(cheques, "Joz");
     if (number.isEmpty()) return nullptr;

@@ -171,6 +171,24 @@ TEST_F(ChequeSettlementTest, AChequeSplitOverTwoInvoicesSavesWithTheDocumentAndI
     }
 }
 
+// The menu item on the first row, still being typed (the grid holds no posted row): the row is
+// posted and checked first; a row its checks refuse opens nothing and says why.
+TEST_F(ChequeSettlementTest, TheRowBeingTypedIsPostedBeforeItIsAllocated) {
+    doc->appendCheque();
+    testing::typeReceivedFields(doc->cheques(), {QStringLiteral("9301"), 10000000});
+    ASSERT_TRUE(doc->cheques().IsEmpty() || doc->cheques().state() != Query::State::Browse);
+    const auto payer = doc->settlement().payerForCurrentCheque();
+    ASSERT_TRUE(payer) << (session->dialog.shown().isEmpty() ? std::string() : lastMessage().toStdString());
+    EXPECT_EQ(doc->cheques().state(), Query::State::Browse);
+    EXPECT_EQ(doc->cheques().RecordCount(), 1);
+
+    doc->appendCheque();
+    doc->cheques().FieldByName(QStringLiteral("ChqValue")).SetValue(5000000.0);
+    const int shown = session->dialog.shown().size();
+    EXPECT_FALSE(doc->settlement().payerForCurrentCheque());
+    EXPECT_GT(session->dialog.shown().size(), shown);
+}
+
 TEST_F(ChequeSettlementTest, GuaranteeAndReturnedChequesCannotPayAndAnAllocatedChequeStaysOrdinary) {
     Query& g = doc->cheques();
     g.Append();

@@ -7,6 +7,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
+#include <QStyleOptionViewItem>
+#include <QAbstractItemDelegate>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
@@ -16,6 +19,7 @@
 #include "cheques/received_cheque_document.h"
 #include "cheques/ui/chq_in_factor_form.h"
 #include "common/db/query_helpers.h"
+#include "common/persian/amount.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
 #include "db/schema/demo_company.h"
@@ -42,8 +46,9 @@ class ChqInFactorFormTest : public tr::procedures::testing::ChequeTest {
     std::unique_ptr<tr::test::TestSession> session;
 };
 
-// Types `value` into the allocation cell of `invoice`'s row as the user does.
-void typeAllocation(QTableView& grid, const QString& invoice, const QString& value) {
+// Types `value` into the allocation cell of `invoice`'s row as the user does: in the editor the
+// grid opens on the cell, committed by the grid's delegate.
+void typeAllocation(QTableView& grid, const QString& invoice, const QString& value, double expected) {
     QAbstractItemModel* model = grid.model();
     int invoiceColumn = -1, amountColumn = -1;
     for (int c = 0; c < model->columnCount(); ++c) {
@@ -57,7 +62,17 @@ void typeAllocation(QTableView& grid, const QString& invoice, const QString& val
         if (model->index(r, invoiceColumn).data().toString().trimmed() != invoice) continue;
         const QModelIndex cell = model->index(r, amountColumn);
         grid.setCurrentIndex(cell);
-        ASSERT_TRUE(model->setData(cell, value, Qt::EditRole)) << invoice.toStdString();
+        QAbstractItemDelegate* delegate = grid.itemDelegateForIndex(cell);
+        QStyleOptionViewItem option;
+        std::unique_ptr<QWidget> editor(delegate->createEditor(grid.viewport(), option, cell));
+        auto* line = qobject_cast<QLineEdit*>(editor.get());
+        ASSERT_NE(line, nullptr) << "the allocation is typed as text";
+        delegate->setEditorData(line, cell);
+        line->selectAll();
+        QTest::keyClicks(line, value);
+        delegate->setModelData(line, model, cell);
+        const QString shown = model->index(r, amountColumn).data(Qt::EditRole).toString();
+        EXPECT_EQ(tr::persian::readAmount(shown).value, expected) << shown.toStdString();
         return;
     }
     ADD_FAILURE() << "invoice not listed: " << invoice.toStdString();
@@ -77,8 +92,8 @@ TEST_F(ChqInFactorFormTest, TwoAllocationsTypedInTheWindowAreSavedWithTheDocumen
     EXPECT_EQ(form.titleBar()->text(), QStringLiteral("        ثبت چک در صورتحساب"));
     EXPECT_EQ(form.customerFilter()->text(), QStringLiteral("پالايش"));
     EXPECT_FALSE(form.customerFilter()->isChecked());
-    typeAllocation(*form.grid(), QStringLiteral("950"), QStringLiteral("6,000,000"));
-    typeAllocation(*form.grid(), QStringLiteral("1002"), QStringLiteral("4000000"));
+    typeAllocation(*form.grid(), QStringLiteral("950"), QStringLiteral("6,000,000"), 6000000);
+    typeAllocation(*form.grid(), QStringLiteral("1002"), QStringLiteral("4000000"), 4000000);
     EXPECT_EQ(form.remainingLabel()->text(), QStringLiteral("0"));
     // The cheque columns are shown.
     QStringList titles;

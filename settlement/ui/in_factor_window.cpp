@@ -23,19 +23,25 @@
 
 namespace tr::settlement::ui {
 
-// Typing an allocation goes through the dialog's rules instead of straight into the row.
+// Typing an allocation goes through the dialog's rules instead of straight into the row. The
+// cell is edited as text (a line editor), so that it takes an amount as every amount is typed,
+// with group separators, and not in a number box's own form.
 class AllocationModel : public tr::ui::DatasetModel {
   public:
     AllocationModel(InFactorDialog& logic, QObject* parent)
         : DatasetModel(&logic.list(), parent), logic_(logic) {}
 
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::EditRole && isAllocation(index))
+            return tr::persian::amountCellText(DatasetModel::data(index, Qt::EditRole));
+        return DatasetModel::data(index, role);
+    }
+
     bool setData(const QModelIndex& index, const QVariant& value, int role) override {
-        if (role != Qt::EditRole ||
-            fieldName(index.column()).compare(QLatin1String("NaghdValue"), Qt::CaseInsensitive) !=
-                0)
-            return DatasetModel::setData(index, value, role);
+        if (role != Qt::EditRole || !isAllocation(index)) return DatasetModel::setData(index, value, role);
         setCurrentRow(index.row());
-        const bool accepted = logic_.setAllocationText(value.toString());
+        const bool accepted = value.typeId() == QMetaType::QString ? logic_.setAllocationText(value.toString())
+                                                                   : logic_.setAllocation(value.toDouble());
         if (accepted && onChanged) onChanged();
         return accepted;
     }
@@ -43,6 +49,10 @@ class AllocationModel : public tr::ui::DatasetModel {
     std::function<void()> onChanged;
 
   private:
+    bool isAllocation(const QModelIndex& index) const {
+        return fieldName(index.column()).compare(QLatin1String("NaghdValue"), Qt::CaseInsensitive) == 0;
+    }
+
     InFactorDialog& logic_;
 };
 
