@@ -9,6 +9,7 @@
 #include "common/db/query_helpers.h"
 #include "common/db/transaction.h"
 #include "common/persian/amount.h"
+#include "common/persian/amount_cells.h"
 #include "common/persian/persian_date.h"
 #include "instruments/cheque_receipt_rule.h"
 #include "instruments/cheque_work_tables.h"
@@ -70,9 +71,9 @@ ChequeDocument::ChequeDocument(const tr::Services& services, const ChequeDocumen
     }
     cheques_.setSql(QStringLiteral("Select * From ") + chequeTable_.name() + QStringLiteral(" Order By Raj"));
     counterparties_.setSql(QStringLiteral("Select * From ") + counterpartyTable_.name() + QStringLiteral(" Order By Raj"));
-    cheques_.BeforePost = [this](tr::db::Query& row) { return checkCheque(row); };
+    cheques_.BeforePost = [this](tr::db::Query& row) { return readAmounts(row) && checkCheque(row); };
     cheques_.AfterPost = [this](tr::db::Query& row) { keepCounterpartyInStep(row); };
-    counterparties_.BeforePost = [this](tr::db::Query& row) { return checkCounterparty(row); };
+    counterparties_.BeforePost = [this](tr::db::Query& row) { return readAmounts(row) && checkCounterparty(row); };
     cheques_.Open();
     counterparties_.Open();
 }
@@ -99,6 +100,19 @@ bool ChequeDocument::canSave(bool opening) const {
 
 bool ChequeDocument::canDelete() const {
     return mode_ == DocumentMode::Edit && tr::vouchers::hasRight(rights_, QStringLiteral("D_"));
+}
+
+bool ChequeDocument::readAmounts(tr::db::Query& row) {
+    // The grids keep an amount as it was typed (group separators, Persian digits) until the row
+    // posts; a text that is no amount is refused with its reason and the row stays in edit.
+    static const QStringList fields = {QStringLiteral("ChqValue"),     QStringLiteral("ArzCount"),
+                                       QStringLiteral("Nerkh"),        QStringLiteral("ArzCount2"),
+                                       QStringLiteral("Nerkh2"),       QStringLiteral("MojavezValue"),
+                                       QStringLiteral("FactValue")};
+    const QString refusal = tr::persian::readAmountCells(row, fields);
+    if (refusal.isEmpty()) return true;
+    messages_.show(refusal, tr::persian::kAmountMessageKind);
+    return false;
 }
 
 bool ChequeDocument::refuse(const QString& message) {

@@ -123,6 +123,8 @@ class ChequeDocument {
   protected:
     // The side's checks of the cheque row being posted (its BeforePost), in the side's order.
     virtual bool checkCheque(tr::db::Query& row) = 0;
+    // The row's amount cells read from their typed text; false (and said) when one is no amount.
+    bool readAmounts(tr::db::Query& row);
     // The side's checks before the save's own, and its writes inside the save's or the delete's
     // transaction (after the call).
     virtual bool checkBeforeSave(bool /*opening*/) { return true; }

@@ -1,7 +1,9 @@
 #include "cheques/permit_components.h"
 
 #include "common/db/query_helpers.h"
+#include "common/dialog/message_dialog.h"
 #include "common/persian/amount.h"
+#include "common/persian/amount_cells.h"
 
 namespace tr::cheques {
 
@@ -15,8 +17,15 @@ using tr::db::Query;
 PermitComponents::PermitComponents(PermitDocument& permit)
     : permit_(permit), rows_(permit.services().database->Connection) {
     rows_.setSql(QStringLiteral("Select * From ") + permit_.componentTable() + QStringLiteral(" Order By PMojavezCod"));
-    // A sign is "+" or "-"; anything else typed adds.
-    rows_.BeforePost = [](Query& row) {
+    // The rate and the amount as typed are read as amounts; a sign is "+" or "-", anything else
+    // typed adds.
+    rows_.BeforePost = [this](Query& row) {
+        const QString refusal =
+            tr::persian::readAmountCells(row, {QStringLiteral("Nerkh"), QStringLiteral("FactValue")});
+        if (!refusal.isEmpty()) {
+            tr::dialog::Messages(permit_.services().dialog).show(refusal, tr::persian::kAmountMessageKind);
+            return false;
+        }
         if (row.FieldByName(QStringLiteral("Sign")).AsString().trimmed() != QLatin1String("-"))
             row.FieldByName(QStringLiteral("Sign")).SetValue(QStringLiteral("+"));
         return true;

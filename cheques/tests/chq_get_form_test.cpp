@@ -137,7 +137,9 @@ TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
     for (const char* number : {"7001", "7002"}) {
         typeCell(QString::fromLatin1(number));
         typeCell(QStringLiteral("A"));
-        typeCell(QStringLiteral("3000000"));
+        // An amount as users type it, with its group separators.
+        typeCell(QString::fromLatin1(number) == QLatin1String("7001") ? QStringLiteral("3,000,000")
+                                                                      : QStringLiteral("3000000"));
         // The due date's cell takes the digits alone.
         typeCell(QString::fromLatin1(number) == QLatin1String("7001") ? QStringLiteral("1405/01/20")
                                                                       : QStringLiteral("14050120"));
@@ -160,11 +162,43 @@ TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
     EXPECT_TRUE(session->dialog.shown().isEmpty()) << session->dialog.last().text.toStdString();
     EXPECT_EQ(grid->model()->rowCount(), 2);
     EXPECT_EQ(form->document().cheques().state(), tr::db::Query::State::Browse);
+    // The first amount typed again over its cell: a line editor, the amount as typed; one that is
+    // no amount is refused with its reason and the row stays in edit until it is put right.
+    grid->setCurrentIndex(grid->model()->index(0, static_cast<tr::ui::DatasetModel*>(grid->model())->fieldColumn(
+                                                      QStringLiteral("ChqValue"))));
+    const auto retype = [&](const QString& text) {
+        grid->edit(grid->currentIndex());
+        QLineEdit* line = nullptr;
+        for (QWidget* e : grid->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (e->isVisible()) line = qobject_cast<QLineEdit*>(e);
+        ASSERT_NE(line, nullptr) << "an amount is typed in a line editor";
+        line->selectAll();
+        QTest::keyClicks(line, text);
+        QTest::keyClick(line, Qt::Key_Return);
+        // Leaving the row posts it.
+        QTest::keyClick(grid, Qt::Key_Down);
+    };
+    retype(QStringLiteral("3,50,000"));
+    ASSERT_FALSE(session->dialog.shown().isEmpty());
+    EXPECT_TRUE(session->dialog.last().text.startsWith(QStringLiteral("جداكننده هاي سه رقمي مبلغ درست نيست.")))
+        << session->dialog.last().text.toStdString();
+    EXPECT_EQ(session->dialog.last().code, QStringLiteral("1ER"));
+    EXPECT_EQ(form->document().cheques().state(), tr::db::Query::State::Edit);
+    EXPECT_EQ(grid->currentIndex().row(), 0);
+    retype(QStringLiteral("3,500,000"));
+    EXPECT_EQ(form->document().cheques().state(), tr::db::Query::State::Browse);
+    EXPECT_EQ(grid->model()->rowCount(), 2);
+    EXPECT_DOUBLE_EQ(form->document().debitTotal(), 6500000);
     EXPECT_TRUE(form->document().save()) << session->dialog.last().text.toStdString();
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From Asnad Where WhatDoc = '71' And Bed > 0 "
                                                             "And AtfDate = '1405/01/20'"))
                   .toInt(),
               2);
+    EXPECT_DOUBLE_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Sum(Bed) From Asnad Where WhatDoc = '71' And "
+                                                                   "AtfDate = '1405/01/20'"))
+                         .toDouble(),
+                     6500000);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
 }
 
 TEST_F(ChqGetFormTest, ButtonsFollowTheUsersRights) {

@@ -221,6 +221,8 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
             chequeModel_->setCurrentRow(current.row());
             return true;
         });
+        // A row its checks refused keeps the cursor, so that the user puts it right there.
+        if (chequeModel_->currentRow() != current.row()) keepCurrentRow(cheques_, chequeModel_);
         chequeRowShown();
         showValues();
     });

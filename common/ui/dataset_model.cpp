@@ -1,5 +1,7 @@
 #include "common/ui/dataset_model.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 #include <QBrush>
@@ -13,6 +15,14 @@ using tr::db::Query;
 namespace {
 QString key(const QString& fieldName) { return fieldName.toUpper(); }
 }  // namespace
+
+QVariant DatasetModel::editText(const QVariant& value) {
+    // An amount is edited as text, in full: a number box would show it in its own form, cut its
+    // decimals and refuse the group separators every amount is typed with. The row's checks read
+    // the text back as an amount.
+    if (value.typeId() != QMetaType::Double) return value;
+    return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
+}
 
 DatasetModel::DatasetModel(Query* query, QObject* parent) : QAbstractTableModel(parent) {
     setQuery(query);
@@ -158,7 +168,7 @@ QVariant DatasetModel::data(const QModelIndex& index, int role) const {
     }
     if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
     const QVariant value = query_->value(index.row(), index.column());
-    if (role == Qt::EditRole) return value;
+    if (role == Qt::EditRole) return editText(value);
     const auto format = formats_.constFind(key(columns_[index.column()]));
     if (format != formats_.constEnd() && *format) return (*format)(value);
     if (value.isNull()) return QString();
@@ -199,6 +209,10 @@ bool DatasetModel::guarded(F&& action) {
 bool DatasetModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::EditRole || !index.isValid() || !(flags(index) & Qt::ItemIsEditable)) return false;
     if (index.row() >= rows_ || index.column() >= columns_.size()) return false;
+    // An amount's editor given back as it opened: the number stays, exactly as it was.
+    const QVariant current = query_->value(index.row(), index.column());
+    if (current.typeId() == QMetaType::Double && value.typeId() == QMetaType::QString && value == editText(current))
+        return true;
     const QString field = columns_[index.column()];
     return guarded([&] {
         if (index.row() != currentRow() && !moveTo(index.row())) return false;

@@ -59,6 +59,10 @@ public:
     // Re-reads the query's shape; called on every change the query reports.
     void refresh();
 
+    // What a cell's editor opens on (Qt::EditRole): the value, an amount (a double) as its full
+    // text, so that the grid edits it in a line editor and the row's checks read what was typed.
+    static QVariant editText(const QVariant& value);
+
 private:
     void queryChanged(tr::db::Query& query);
     int insertRow() const;

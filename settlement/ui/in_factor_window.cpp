@@ -23,19 +23,12 @@
 
 namespace tr::settlement::ui {
 
-// Typing an allocation goes through the dialog's rules instead of straight into the row. The
-// cell is edited as text (a line editor), so that it takes an amount as every amount is typed,
-// with group separators, and not in a number box's own form.
+// Typing an allocation goes through the dialog's rules instead of straight into the row (the
+// cell is edited as text, as every amount is).
 class AllocationModel : public tr::ui::DatasetModel {
   public:
     AllocationModel(InFactorDialog& logic, QObject* parent)
         : DatasetModel(&logic.list(), parent), logic_(logic) {}
-
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (role == Qt::EditRole && isAllocation(index))
-            return tr::persian::amountCellText(DatasetModel::data(index, Qt::EditRole));
-        return DatasetModel::data(index, role);
-    }
 
     bool setData(const QModelIndex& index, const QVariant& value, int role) override {
         if (role != Qt::EditRole || !isAllocation(index)) return DatasetModel::setData(index, value, role);

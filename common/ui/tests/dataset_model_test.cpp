@@ -84,6 +84,26 @@ TEST_F(DatasetModelTest, EditsArePostedToTheTableThroughTheQuery) {
     EXPECT_TRUE(model.flags(model.index(0, 1)) & Qt::ItemIsEditable);
 }
 
+// An amount opens in its editor as its full text (a grid would give a number a number box, which
+// refuses group separators); given back unchanged it stays the number it was, typed over it is
+// the text for the row's checks to read.
+TEST_F(DatasetModelTest, AnAmountIsEditedAsItsFullText) {
+    DatasetModel model(&query);
+    const QVariant big = model.data(model.index(0, 2), Qt::EditRole);
+    EXPECT_EQ(big.typeId(), QMetaType::QString);
+    EXPECT_EQ(big.toString(), "2500000");
+    EXPECT_EQ(model.data(model.index(1, 2), Qt::EditRole).toString(), "0.5");
+    EXPECT_EQ(model.data(model.index(0, 1), Qt::EditRole).toString(), QStringLiteral("صندوق"));
+
+    const qsizetype sent = connection.statements.size();
+    ASSERT_TRUE(model.setData(model.index(1, 2), QStringLiteral("0.5")));
+    EXPECT_EQ(connection.statements.size(), sent);
+    EXPECT_EQ(query.value(1, 2).typeId(), QMetaType::Double);
+
+    ASSERT_TRUE(model.setData(model.index(0, 2), QStringLiteral("2,600,000")));
+    EXPECT_EQ(query.value(0, 2), QVariant(QStringLiteral("2,600,000")));
+}
+
 TEST_F(DatasetModelTest, RefusedPostKeepsTheRowInEditAndOtherRowsUntouched) {
     DatasetModel model(&query);
     query.BeforePost = [](Query&) { return false; };
