@@ -12,6 +12,7 @@
 #include <QTableView>
 #include <QTest>
 
+#include "cheques/tests/grid_keys.h"
 #include "common/db/query_helpers.h"
 #include "common/ui/dataset_model.h"
 #include "db/procedures/tests/cheque_fixture.h"
@@ -117,22 +118,10 @@ TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
     form->document().header().date = QStringLiteral("1404/02/10");
     form->document().lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
     QTableView* grid = form->chequeGrid();
-    form->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-    grid->setFocus();
     // As a user types: the cell's editor opens on the first key and Tab commits it.
-    const auto typeCell = [grid](const QString& text) {
-        grid->edit(grid->currentIndex());
-        // The open cell editor: the visible widget over the grid's cells.
-        QWidget* editor = nullptr;
-        for (QWidget* e : grid->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-            if (e->isVisible()) editor = e->focusProxy() ? e->focusProxy() : e;
-        ASSERT_NE(editor, nullptr);
-        QTest::keyClicks(editor, text);
-        QTest::keyClick(editor, Qt::Key_Tab);
-    };
-    // Alt+1, as the grid's caption says, starts the first cheque of the empty grid.
-    QTest::keyClick(grid, Qt::Key_1, Qt::AltModifier);
+    const auto typeCell = [grid](const QString& text) { testing::typeInCell(grid, text); };
+    // Alt+1 starts the first cheque of the empty grid.
+    testing::startFirstRow(form.get(), grid);
     ASSERT_EQ(grid->model()->rowCount(), 1);
     for (const char* number : {"7001", "7002"}) {
         typeCell(QString::fromLatin1(number));
@@ -199,6 +188,38 @@ TEST_F(ChqGetFormTest, ChequesTypedKeyByKeyFollowOneAnother) {
                          .toDouble(),
                      6500000);
     EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+// Typing is held to the work tables' widths: a cheque number or a description typed too long
+// stops at the column's width instead of failing the row with the database's truncation error;
+// the counterparty's boxes take no more than an account's codes.
+TEST_F(ChqGetFormTest, TypingIsHeldToTheColumnsWidths) {
+    form->document().header().date = QStringLiteral("1404/02/10");
+    form->document().lowerAccount() = {QStringLiteral("104"), QStringLiteral("0002"), {}, {}, {}};
+    QTableView* grid = form->chequeGrid();
+    testing::startFirstRow(form.get(), grid);
+    testing::typeInCell(grid, QStringLiteral("123456789"));
+    testing::typeInCell(grid, QStringLiteral("A"));
+    testing::typeInCell(grid, QStringLiteral("3,000,000"));
+    testing::typeInCell(grid, QStringLiteral("14050120"));
+    QTest::keyClick(grid, Qt::Key_Tab);  // the payee stays "حامل"
+    testing::typeInCell(grid, QStringLiteral("103"));
+    testing::typeInCell(grid, QStringLiteral("0001"));
+    auto* model = static_cast<tr::ui::DatasetModel*>(grid->model());
+    grid->setCurrentIndex(model->index(0, model->fieldColumn(QStringLiteral("Des"))));
+    testing::typeInCell(grid, QString(60, QLatin1Char('x')));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(session->dialog.shown().isEmpty()) << session->dialog.last().text.toStdString();
+    tr::db::Query& cheques = form->document().cheques();
+    ASSERT_EQ(cheques.RecordCount(), 1);
+    EXPECT_EQ(cheques.value(0, cheques.fieldIndex(QStringLiteral("ChqNo"))).toString(), QStringLiteral("123456"));
+    EXPECT_EQ(cheques.value(0, cheques.fieldIndex(QStringLiteral("Des"))).toString().size(), 50);
+    for (const auto& [name, width] : {std::pair{"EKoll", 3}, {"EMoein", 4}, {"ETafsily", 5}, {"EProject", 10}}) {
+        auto* box = form->findChild<QLineEdit*>(QString::fromLatin1(name));
+        ASSERT_NE(box, nullptr) << name;
+        EXPECT_EQ(box->maxLength(), width) << name;
+    }
+    EXPECT_TRUE(form->document().save()) << session->dialog.last().text.toStdString();
 }
 
 TEST_F(ChqGetFormTest, ButtonsFollowTheUsersRights) {

@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "cheques/tests/cheque_typing.h"
+#include "cheques/tests/grid_keys.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -15,6 +17,7 @@
 
 #include "cheques/received_cheque_document.h"
 #include "common/db/query_helpers.h"
+#include "common/persian/amount.h"
 #include "common/ui/dataset_model.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "db/procedures/tests/ledger_invariants.h"
@@ -78,7 +81,7 @@ TEST_F(ChqPayFormTest, AnOwnLeafAndAChequePassedOnSaveTogether) {
     EXPECT_FALSE(form->bankBalanceLabel()->text().isEmpty());
     type(0, "ChqNo", QStringLiteral("100012"));
     type(0, "Joz", QStringLiteral("12"));
-    type(0, "ChqValue", 1200000.0);
+    type(0, "ChqValue", QStringLiteral("1,200,000"));  // as the cell's editor gives it back
     type(0, "SarResidDate", QStringLiteral("1404/03/15"));
     type(0, "Des", QStringLiteral("خريد کالا"));
     QTest::keyClick(grid, Qt::Key_Down);
@@ -96,6 +99,23 @@ TEST_F(ChqPayFormTest, AnOwnLeafAndAChequePassedOnSaveTogether) {
     EXPECT_EQ(tr::db::firstColumn(company(), QStringLiteral("Select Count(*) From N_ChqLastTrans Where WhatDoc = '81'")).toInt(), 2);
     EXPECT_TRUE(form->totalsLabel()->text().contains(QStringLiteral("2,000,000")));
     EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
+}
+
+// Our leaf typed key by key, as in a real window: each cell's editor opened by the Tab before it;
+// the window is then closed with the due date's editor still open.
+TEST_F(ChqPayFormTest, ALeafTypedKeyByKeyKeepsItsAmount) {
+    form->document().header().date = QStringLiteral("1404/02/20");
+    form->document().lowerAccount() = {QStringLiteral("202"), QStringLiteral("0001"), QStringLiteral("20001"), {}, {}};
+    QTableView* grid = form->chequeGrid();
+    const auto typeCell = [grid](const QString& text) { testing::typeInCell(grid, text); };
+    testing::startFirstRow(form.get(), grid);
+    ASSERT_EQ(model()->fieldName(grid->currentIndex().column()), QStringLiteral("ChqNo"));
+    typeCell(QStringLiteral("100012"));
+    typeCell(QStringLiteral("12"));
+    typeCell(QStringLiteral("1,200,000"));
+    EXPECT_EQ(model()->fieldName(grid->currentIndex().column()), QStringLiteral("SarResidDate"));
+    EXPECT_EQ(tr::persian::readAmount(cell(0, "ChqValue").data(Qt::EditRole).toString()).value, 1200000)
+        << cell(0, "ChqValue").data(Qt::EditRole).toString().toStdString();
 }
 
 TEST_F(ChqPayFormTest, TheSpendPickerOffersChequesInHandAndRefusesGuaranteeOnes) {

@@ -11,11 +11,13 @@
 #include <QTableView>
 #include <QTest>
 
+#include "cheques/tests/grid_keys.h"
 #include "cheques/tests/permit_fixture.h"
 #include "cheques/ui/chq_mojavez_form.h"
 #include "cheques/ui/chq_mojavez_taed_form.h"
 #include "cheques/ui/chq_pay_form.h"
 #include "cheques/ui/permit_components_form.h"
+#include "common/persian/amount.h"
 #include "common/ui/dataset_model.h"
 #include "tests/support/recording_modal_runner.h"
 
@@ -88,6 +90,27 @@ TEST_F(PermitFormsTest, APermitIsTypedWithItsComponentsAndShowsItsApproval) {
     emit form.serialBox()->editingFinished();
     EXPECT_EQ(form.approvalNoteLabel()->text(), QStringLiteral("(سند توسط مديرمالي تاييد شده است)"));
     screenshot(form, "chq_mojavez_form_approved.png");
+}
+
+// A leaf typed key by key on the permit's window, as in a real window: its amount, grouped as
+// users type it, is kept, and the components' column after it (read only) is skipped.
+TEST_F(PermitFormsTest, ALeafTypedKeyByKeyKeepsItsAmount) {
+    TChqMojavezForm form(session->services);
+    form.resize(1200, 620);
+    form.show();
+    form.document().header().date = QStringLiteral("1404/02/10");
+    form.document().lowerAccount() = {QStringLiteral("202"), QStringLiteral("0001"), QStringLiteral("30001"), {}, {}};
+    QTableView* grid = form.chequeGrid();
+    testing::startFirstRow(&form, grid);
+    ASSERT_EQ(model(grid)->fieldName(grid->currentIndex().column()), QStringLiteral("ChqNo"));
+    testing::typeInCell(grid, QStringLiteral("100045"));
+    testing::typeInCell(grid, QStringLiteral("12"));
+    testing::typeInCell(grid, QStringLiteral("87,000,000"));
+    EXPECT_EQ(tr::persian::readAmount(cell(grid, 0, "ChqValue").data(Qt::EditRole).toString()).value, 87000000)
+        << cell(grid, 0, "ChqValue").data(Qt::EditRole).toString().toStdString();
+    // Shown as typed until the row posts.
+    EXPECT_EQ(cell(grid, 0, "ChqValue").data().toString(), QStringLiteral("87,000,000"));
+    EXPECT_EQ(model(grid)->fieldName(grid->currentIndex().column()), QStringLiteral("SarResidDate"));
 }
 
 TEST_F(PermitFormsTest, EachManagerApprovesOnHisOwnList) {

@@ -1,5 +1,7 @@
 #include "cheques/ui/chq_action1_form.h"
 
+#include "common/ui/dataset_model.h"
+
 #include <QLabel>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -53,7 +55,9 @@ TChqAction1Form::TChqAction1Form(const tr::Services& services, QWidget* parent)
     layout->addWidget(tabs_, 1);
 }
 
-TChqAction1Form::~TChqAction1Form() = default;
+TChqAction1Form::~TChqAction1Form() {
+    tr::ui::DatasetModel::releaseQueries(this);
+}
 
 void TChqAction1Form::setServices(const tr::Services& services) {
     services_ = services;

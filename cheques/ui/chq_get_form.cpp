@@ -29,7 +29,11 @@
 #include "common/db/database_error.h"
 #include "common/dialog/message_dialog.h"
 #include "common/persian/amount.h"
+#include "common/db/column_lengths.h"
+#include "common/persian/amount_cells.h"
 #include "common/ui/dataset_model.h"
+#include "common/ui/entry_grid.h"
+#include "instruments/cheque_work_tables.h"
 #include "common/ui/masked_date_delegate.h"
 #include "host/sdk/persian_font.h"
 
@@ -90,7 +94,7 @@ void arrange(QTableView* view, tr::ui::DatasetModel* model, const QList<QPair<QS
 }
 
 QTableView* makeGrid(QWidget* parent, tr::ui::DatasetModel* model, const QString& name) {
-    auto* view = new QTableView(parent);
+    auto* view = new tr::ui::EntryGrid(parent);
     view->setObjectName(name);
     view->setModel(model);
     view->setLayoutDirection(Qt::RightToLeft);
@@ -186,10 +190,12 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
         model->setErrorHandler([this](const tr::db::DatabaseError& e) {
             tr::dialog::Messages(services_.dialog).show(e.message(), QStringLiteral("1ER"));
         });
-        model->setFieldFormat(QStringLiteral("ChqValue"), [](const QVariant& v) {
-            return v.isNull() ? QString() : tr::persian::formatAmount(v.toDouble());
-        });
+        // An amount as typed (text, until its row posts) shows as typed.
+        model->setFieldFormat(QStringLiteral("ChqValue"), tr::persian::amountCellText);
     }
+    // Typing is held to the work tables' widths.
+    chequeModel_->setFieldLengths(tr::db::textColumnLengths(document_->side().chequeColumns));
+    counterpartyModel_->setFieldLengths(tr::db::textColumnLengths(tr::instruments::counterpartyWorkTableColumns()));
     cheques_ = makeGrid(this, chequeModel_, QStringLiteral("dbgChq"));
     counterparties_ = makeGrid(this, counterpartyModel_, QStringLiteral("dbgTaraf"));
     cheques_->installEventFilter(this);
@@ -254,9 +260,14 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
 
     auto* lower = new QHBoxLayout;
     lower->addWidget(new QLabel(QStringLiteral("سرفصل طرف حساب"), this));
+    // The voucher lines' widths: a longer code could never be an account or a project.
     const char* names[] = {"EKoll", "EMoein", "ETafsily", "ETafsily2", "EProject"};
+    const int widths[] = {3, 4, 5, 5, 10};
+    const char* tips[] = {"كل", "معين", "تفصيلي", "تفصيلي ۲", "پروژه"};
     for (int i = 0; i < 5; ++i) {
         lower_[i] = box(this, QString::fromLatin1(names[i]), 80);
+        lower_[i]->setMaxLength(widths[i]);
+        lower_[i]->setToolTip(QString::fromUtf8(tips[i]));
         lower->addWidget(lower_[i]);
         connect(lower_[i], &QLineEdit::editingFinished, this, [this] {
             LowerAccount& a = document_->lowerAccount();
@@ -329,7 +340,9 @@ TChqGetForm::TChqGetForm(const tr::Services& services, std::unique_ptr<ChequeDoc
     layout->addLayout(buttons);
 }
 
-TChqGetForm::~TChqGetForm() = default;
+TChqGetForm::~TChqGetForm() {
+    tr::ui::DatasetModel::releaseQueries(this);
+}
 
 void TChqGetForm::setServices(const tr::Services& services) {
     services_ = services;

@@ -139,7 +139,9 @@ TChqMojavezTaedForm::TChqMojavezTaedForm(const tr::Services& services, QWidget* 
     layout->addLayout(bottom);
 }
 
-TChqMojavezTaedForm::~TChqMojavezTaedForm() = default;
+TChqMojavezTaedForm::~TChqMojavezTaedForm() {
+    tr::ui::DatasetModel::releaseQueries(this);
+}
 
 void TChqMojavezTaedForm::setServices(const tr::Services& services) {
     services_ = services;

@@ -158,7 +158,9 @@ TChqToBankForm::TChqToBankForm(const tr::Services& services, QWidget* parent)
     showCount(0);
 }
 
-TChqToBankForm::~TChqToBankForm() = default;
+TChqToBankForm::~TChqToBankForm() {
+    tr::ui::DatasetModel::releaseQueries(this);
+}
 
 void TChqToBankForm::setServices(const tr::Services& services) {
     services_ = services;

@@ -24,6 +24,10 @@ QVariant DatasetModel::editText(const QVariant& value) {
     return QString::number(value.toDouble(), 'f', QLocale::FloatingPointShortest);
 }
 
+void DatasetModel::releaseQueries(QObject* owner) {
+    for (DatasetModel* model : owner->findChildren<DatasetModel*>()) model->setQuery(nullptr);
+}
+
 DatasetModel::DatasetModel(Query* query, QObject* parent) : QAbstractTableModel(parent) {
     setQuery(query);
 }
@@ -104,6 +108,11 @@ void DatasetModel::setFieldFormat(const QString& fieldName, Formatter format) {
     formats_[key(fieldName)] = std::move(format);
 }
 
+void DatasetModel::setFieldLengths(const QHash<QString, int>& lengths) {
+    lengths_.clear();
+    for (auto it = lengths.cbegin(); it != lengths.cend(); ++it) lengths_.insert(key(it.key()), it.value());
+}
+
 void DatasetModel::setFieldReadOnly(const QString& fieldName, bool readOnly) {
     if (readOnly) readOnlyFields_.insert(key(fieldName));
     else readOnlyFields_.remove(key(fieldName));
@@ -166,6 +175,7 @@ QVariant DatasetModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || !datasetOpen() || index.row() >= rows_ || index.column() >= columns_.size()) {
         return {};
     }
+    if (role == MaxLengthRole) return lengths_.value(key(columns_[index.column()]), 0);
     if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
     const QVariant value = query_->value(index.row(), index.column());
     if (role == Qt::EditRole) return editText(value);

@@ -19,6 +19,8 @@ class DatasetModel : public QAbstractTableModel {
 public:
     // headerData(section, Horizontal, FieldNameRole): the field a column shows.
     static constexpr int FieldNameRole = Qt::UserRole + 1;
+    // data(index, MaxLengthRole): the most characters the cell's column holds, 0 when unbounded.
+    static constexpr int MaxLengthRole = Qt::UserRole + 2;
     using Formatter = std::function<QString(const QVariant&)>;
     using ErrorHandler = std::function<void(const tr::db::DatabaseError&)>;
 
@@ -34,6 +36,8 @@ public:
     void setTitle(const QString& fieldName, const QString& title);
     void setFieldFormat(const QString& fieldName, Formatter format);
     void setFieldReadOnly(const QString& fieldName, bool readOnly = true);
+    // The text columns' widths (field -> characters), for the cell editors to hold typing to.
+    void setFieldLengths(const QHash<QString, int>& lengths);
     void setReadOnly(bool readOnly) { readOnly_ = readOnly; }
     // An invalid colour leaves the title to the style.
     void setTitleColour(const QString& fieldName, const QColor& colour);
@@ -59,6 +63,11 @@ public:
     // Re-reads the query's shape; called on every change the query reports.
     void refresh();
 
+    // Lets go of the queries of every model `owner` holds. A screen whose rows belong to one of
+    // its members calls it first thing in its destructor: its grids outlive the members (child
+    // widgets go last) and a cell editor still open would commit into rows already gone.
+    static void releaseQueries(QObject* owner);
+
     // What a cell's editor opens on (Qt::EditRole): the value, an amount (a double) as its full
     // text, so that the grid edits it in a line editor and the row's checks read what was typed.
     static QVariant editText(const QVariant& value);
@@ -77,6 +86,7 @@ private:
     QHash<QString, QString> titles_;
     QHash<QString, Formatter> formats_;
     QSet<QString> readOnlyFields_;
+    QHash<QString, int> lengths_;
     QHash<QString, QColor> titleColours_;
     bool readOnly_ = false;
     bool autoPost_ = true;

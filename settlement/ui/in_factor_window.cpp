@@ -49,6 +49,10 @@ class AllocationModel : public tr::ui::DatasetModel {
     InFactorDialog& logic_;
 };
 
+InFactorWindow::~InFactorWindow() {
+    tr::ui::DatasetModel::releaseQueries(this);
+}
+
 InFactorWindow::InFactorWindow(InvoicePayer& payer, const QString& objectName, QWidget* parent)
     : QDialog(parent), logic_(payer) {
     setObjectName(objectName);

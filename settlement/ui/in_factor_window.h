@@ -20,6 +20,7 @@ class AllocationModel;
 class InFactorWindow : public QDialog {
     Q_OBJECT
   public:
+    ~InFactorWindow() override;
     // True when the allocations were confirmed (they wait for the document's save).
     bool ask();
 

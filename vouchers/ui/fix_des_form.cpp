@@ -88,7 +88,9 @@ TFixDesForm::TFixDesForm(const tr::Services& services, QWidget* parent)
     layout->addWidget(grid_);
 }
 
-TFixDesForm::~TFixDesForm() = default;
+TFixDesForm::~TFixDesForm() {
+    tr::ui::DatasetModel::releaseQueries(this);
+}
 
 void TFixDesForm::setServices(const tr::Services& services) {
     screen_->setServices(services);

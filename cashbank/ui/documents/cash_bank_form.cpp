@@ -99,6 +99,7 @@ TCashBankForm::TCashBankForm(const tr::Services& services, ScreenId id, QWidget*
 }
 
 TCashBankForm::~TCashBankForm() {
+    tr::ui::DatasetModel::releaseQueries(this);
     logic_.changed = nullptr;
 }
 
