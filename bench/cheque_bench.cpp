@@ -23,6 +23,8 @@
 
 #include "bench/cheque_generator.h"
 #include "bench/large_book.h"
+#include "cheques/issued_actions.h"
+#include "cheques/received_actions.h"
 #include "cheques/search/cheque_search.h"
 #include "common/db/query.h"
 #include "common/session/global.h"
@@ -426,6 +428,27 @@ void BM_LatestChequeStatesEngineFew(benchmark::State& state, Size size) {
     timeAgainst(state, sideKey("latest", size), counted(read));
 }
 
+// An actions tab with no filter: every cheque of its side listed with where it stands (not a
+// goal: the screen a user opens most on a large book).
+template <class Tab>
+void timeActionsList(benchmark::State& state, Size size) {
+    EngineSearch engine(size);
+    Tab tab(engine.services);
+    const double start = resetPeak();
+    const double seconds = timeReads(state, [&] {
+        tab.fill();
+        return size_t(tab.rows().RecordCount());
+    });
+    state.counters["peak_growth_MiB"] = peakGrowth(start);
+    state.counters["ms"] = seconds * 1000;
+}
+void BM_ReceivedChequeActionsList(benchmark::State& state, Size size) {
+    timeActionsList<tr::cheques::ReceivedChequeActions>(state, size);
+}
+void BM_IssuedChequeActionsList(benchmark::State& state, Size size) {
+    timeActionsList<tr::cheques::IssuedChequeActions>(state, size);
+}
+
 BENCHMARK_CAPTURE(BM_ReceivedChequeSearchSqlite, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(BM_ReceivedChequeSearchEngine, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(BM_LatestChequeStatesSqlite, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -437,5 +460,9 @@ BENCHMARK_CAPTURE(BM_LatestChequeStatesSqlite, full, Size::Full)->Unit(benchmark
 BENCHMARK_CAPTURE(BM_LatestChequeStatesEngine, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(BM_LatestChequeStatesEngineFew, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-}  // namespace
+BENCHMARK_CAPTURE(BM_ReceivedChequeActionsList, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_IssuedChequeActionsList, tenth, Size::Tenth)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_ReceivedChequeActionsList, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(BM_IssuedChequeActionsList, full, Size::Full)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+}  // namespace

@@ -107,6 +107,10 @@ class ChequeActionList {
     // Where a listed cheque stands: its row of the work table's IDX, number and series.
     virtual QStringList standingOf(qint64 idx, const QString& number,
                                    const QString& series) const = 0;
+    // Writes where every listed cheque stands into the work table: by default one look-up
+    // (standingOf) and one update per cheque; a tab whose look-up is a join does it in a few
+    // statements for the whole list.
+    virtual void fillStanding();
     virtual tr::instruments::InstrumentFacts facts() const = 0;
     // The accounts the action of `kind` hands the current row's cheque to.
     virtual void fillAccounts(const QString& kind) = 0;

@@ -83,6 +83,34 @@ QStringList ReceivedChequeActions::standingOf(qint64 idx, const QString& number,
                          tr::db::sqlNumber(idx));
 }
 
+void ReceivedChequeActions::fillStanding() {
+    // standingOf for the whole list at once: the cheque's last debit line of a received-cheque
+    // kind, else its opening row, else nothing; each level trimmed, a missing one empty. One
+    // statement per source, each row found by the voucher lines' cheque index or by key.
+    const QString T = workTable() + QStringLiteral(" As R");
+    const QString line = QStringLiteral(
+        "Select Top 1 B.REC From Asnad As B Where B.TypeSys = 'N' And B.WhatDoc Like '7%' And B.AtfCh = R.ChqNo And "
+        "B.DocToDate = IsNull(R.Joz, '') And B.Bed > 0 Order By B.REC Desc");
+    const QString opening = QStringLiteral("Select F.IDX From N_ChqFirst As F Where F.ChqOrTaraf = 1 And F.IDX = R.IDX");
+    const auto sets = [&](const QString& from) {
+        QStringList out;
+        for (const QString& level : accountLevels())
+            out << QStringLiteral("R.") + side().standing + level + QStringLiteral(" = ") +
+                       (from.isEmpty() ? QStringLiteral("''")
+                                       : QStringLiteral("IsNull(LTrim(RTrim(%1.%2)), '')").arg(from, level));
+        return out.join(QStringLiteral(", "));
+    };
+    tr::db::Connection& c = connection();
+    c.execute(QStringLiteral("Update R Set ") + sets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join Asnad As A On (A.REC = (") + line + QStringLiteral("))"));
+    c.execute(QStringLiteral("Update R Set ") + sets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join N_ChqFirst As F On (F.ChqOrTaraf = 1 And F.IDX = R.IDX) Where Not Exists (") +
+              line + QStringLiteral(")"));
+    c.execute(QStringLiteral("Update R Set ") + sets({}) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Where Not Exists (") + line + QStringLiteral(") And Not Exists (") + opening +
+              QStringLiteral(")"));
+}
+
 tr::instruments::InstrumentFacts ReceivedChequeActions::facts() const {
     tr::instruments::InstrumentFacts f;
     f.side = Side::Received;

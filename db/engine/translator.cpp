@@ -940,6 +940,9 @@ public:
                                            columns.join(QStringLiteral(", ")));
                 step.writes = true;
                 step.tempOnly = writesOnlyTemp(t.schema, step.sql);
+                // A ## table with an index of its own is no longer its definition alone: it is
+                // really dropped, with the index, rather than kept for the next of its name.
+                step.changedTables.push_back({t.schema, t.name, TableName::Change::Altered});
                 return step;
             }
             case Statement::Kind::DropIndex: {
@@ -947,6 +950,7 @@ public:
                 ResolvedTable t = resolveTable(s.table, s.position);
                 step.sql << QStringLiteral("DROP INDEX %1.%2").arg(w_.name(t.schema), w_.name(t.name + QStringLiteral("__") + s.name));
                 step.writes = true;
+                step.changedTables.push_back({t.schema, t.name, TableName::Change::Altered});
                 return step;
             }
             case Statement::Kind::DropTable: {

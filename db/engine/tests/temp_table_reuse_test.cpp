@@ -67,6 +67,22 @@ TEST_F(TempTableReuse, TheNextTableStartsEmptyWhateverItsDefinition) {
     EXPECT_DOUBLE_EQ(value("Select Amount From ##Lines Where Des = 'x'").toDouble(), 1.5);
 }
 
+// A table given an index of its own goes with it: the next table of the name takes the index
+// again, as a screen that lists anew and indexes its list does.
+TEST_F(TempTableReuse, AnIndexGoesWithItsTable) {
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        EXPECT_EQ(messageOf(*db, "Create Index IX_Lines_Des On ##Lines (Des)"), QString());
+        EXPECT_EQ(value("Select IDX From ##Lines Where Des = 'b'").toInt(), 2);
+        db->execute("Drop Table ##Lines");
+        EXPECT_FALSE(listed());
+        db->execute("Create Table ##Lines (IDX Int Identity(1,1), Des Varchar(20))");
+        EXPECT_EQ(value("Select Count(*) From ##Lines").toInt(), 0);
+        db->execute("Insert Into ##Lines (Des) Values ('a')");
+        db->execute("Insert Into ##Lines (Des) Values ('b')");
+    }
+}
+
 TEST_F(TempTableReuse, ARollbackUndoesADropAndAReuse) {
     db->execute("Begin Tran");
     db->execute("Drop Table ##Lines");
