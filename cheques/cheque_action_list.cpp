@@ -93,26 +93,13 @@ void ChequeActionList::fill() {
     rows_.Open();
 }
 
-void ChequeActionList::fillStanding() {
-    tr::db::Connection& c = connection();
-    // Each cheque's row is updated by its number: without an index every update would read the
-    // whole list (a list of 15,000 cheques took 35 s).
-    c.execute(QStringLiteral("Create Index IX_") + table_.name().mid(2) + QStringLiteral("_Chq On ") + table_.name() +
-              QStringLiteral(" (ChqNo)"));
-    const tr::db::Query listed =
-        openQuery(c, QStringLiteral("Select ChqNo, Joz, IDX From ") + table_.name());
-    for (int i = 0; i < listed.RecordCount(); ++i) {
-        const QString number = listed.value(i, 0).toString().trimmed();
-        const QString series = listed.value(i, 1).toString().trimmed();
-        const QStringList standing = standingOf(listed.value(i, 2).toLongLong(), number, series);
-        QStringList sets;
-        for (int k = 0; k < accountLevels().size(); ++k)
-            sets << side_.standing + accountLevels()[k] + QStringLiteral(" = ") +
-                        c.text(standing.value(k));
-        c.execute(QStringLiteral("Update ") + table_.name() + QStringLiteral(" Set ") +
-                  sets.join(QStringLiteral(", ")) + QStringLiteral(" Where ChqNo = ") +
-                  c.text(number) + QStringLiteral(" And IsNull(Joz, '') = ") + c.text(series));
-    }
+QString ChequeActionList::standingSets(const QString& from) const {
+    QStringList out;
+    for (const QString& level : accountLevels())
+        out << QStringLiteral("R.") + side_.standing + level + QStringLiteral(" = ") +
+                   (from.isEmpty() ? QStringLiteral("''")
+                                   : QStringLiteral("IsNull(LTrim(RTrim(%1.%2)), '')").arg(from, level));
+    return out.join(QStringLiteral(", "));
 }
 
 QStringList ChequeActionList::accountsWhere(const QString& sql) const {

@@ -104,13 +104,12 @@ class ChequeActionList {
 
     // The tab's cheques into the (empty) work table, by the filters.
     virtual void listCheques() = 0;
-    // Where a listed cheque stands: its row of the work table's IDX, number and series.
-    virtual QStringList standingOf(qint64 idx, const QString& number,
-                                   const QString& series) const = 0;
-    // Writes where every listed cheque stands into the work table: by default one look-up
-    // (standingOf) and one update per cheque; a tab whose look-up is a join does it in a few
-    // statements for the whole list.
-    virtual void fillStanding();
+    // Writes where every listed cheque stands (the accounts it is on) into the work table's
+    // standing columns, a few statements for the whole list.
+    virtual void fillStanding() = 0;
+    // "R.<standing>Koll = ..., ..." for an update of the work table as R: each level from the
+    // table `from` (trimmed, empty for null), or empty when `from` is empty.
+    QString standingSets(const QString& from) const;
     virtual tr::instruments::InstrumentFacts facts() const = 0;
     // The accounts the action of `kind` hands the current row's cheque to.
     virtual void fillAccounts(const QString& kind) = 0;

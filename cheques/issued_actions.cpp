@@ -138,25 +138,37 @@ QList<IssuedChequeActions::PaidLine> IssuedChequeActions::paidLines(const QStrin
 
 // Our cheque stands where its latest voucher credited it (its bank account's payable heads, or
 // its protest's account), or on its opening row; a cheque passed on on the party it paid.
-QStringList IssuedChequeActions::standingOf(qint64 idx, const QString& number,
-                                            const QString& series) const {
+void IssuedChequeActions::fillStanding() {
+    // Each row's payment row (N_NaghdTrans by the row's IDX) tells which: one without Des5 is a
+    // cheque passed on, standing on the first debit line its payment wrote for it, else on its
+    // opening payment row; one with Des5 is our leaf, on the last credit line of a paid-cheque
+    // kind, else on its opening row; no payment row, nowhere. The sources are written from the
+    // weakest to the strongest, so that the last that has the row wins. (The work table's row
+    // is named only in the update's own join and in conditions: an update's joins cannot.)
     tr::db::Connection& c = connection();
-    const tr::db::Query payment = openQuery(
-        c, QStringLiteral("Select IsNull(Des5, ''), Serial From N_NaghdTrans Where IDX = ") +
-               sqlNumber(idx));
-    if (payment.IsEmpty()) return {};
-    if (payment.value(0, 0).toString().trimmed().isEmpty())
-        return paidLines(number, series, payment.value(0, 1).toLongLong()).value(0).account;
-    const QStringList credited = accountsWhere(
-        QStringLiteral("Select Top 1 Koll, Moein, Tafsily, Tafsily2, ProjectCod From "
-                       "Asnad Where TypeSys = 'N' And WhatDoc Like '8%' And AtfCh = ") +
-        c.text(number) + QStringLiteral(" And DocToDate = ") + c.text(series) +
-        QStringLiteral(" And Bes > 0 Order By REC Desc"));
-    if (!credited.isEmpty()) return credited;
-    return accountsWhere(
-        QStringLiteral("Select Koll, Moein, Tafsily, Tafsily2, ProjectCod From N_ChqFirst Where "
-                       "ChqOrTaraf = 1 And IDX = ") +
-        sqlNumber(idx));
+    const QString T = workTable() + QStringLiteral(" As R");
+    const QString payment = QStringLiteral("Select P.IDX From N_NaghdTrans As P Where P.IDX = R.IDX And IsNull(P.Des5, '') ");
+    const QString update = QStringLiteral("Update R Set ");
+    c.execute(update + standingSets({}) + QStringLiteral(" From ") + T);
+    c.execute(update + standingSets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join N_ChqFirst As F On (F.ChqOrTaraf = 1 And F.IDX = R.IDX) Where Exists (") + payment +
+              QStringLiteral("<> '')"));
+    c.execute(update + standingSets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join Asnad As A On (A.REC = (Select Top 1 B.REC From Asnad As B Where B.TypeSys = 'N' "
+                             "And B.WhatDoc Like '8%' And B.AtfCh = R.ChqNo And B.DocToDate = IsNull(R.Joz, '') And "
+                             "B.Bes > 0 Order By B.REC Desc)) Where Exists (") +
+              payment + QStringLiteral("<> '')"));
+    c.execute(update + standingSets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join N_ChqFirst As F On (F.IDX = (Select Top 1 G.IDX From N_ChqFirst As G Inner Join "
+                             "N_NaghdTrans As P On (P.Serial = G.Serial) Where P.IDX = R.IDX And IsNull(P.Des5, '') = '' "
+                             "And G.WhatDoc = '81' And G.ChqOrTaraf = 2 And G.ChqNo = R.ChqNo And IsNull(G.Joz, '') = "
+                             "IsNull(R.Joz, '') Order By G.Raj))"));
+    c.execute(update + standingSets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join Asnad As A On (A.REC = (Select Top 1 D.REC From Asnad As D Inner Join N_NaghdTrans "
+                             "As N On (D.Document = Cast(N.IDX As Varchar(20))) Inner Join N_NaghdTrans As P On (P.Serial = "
+                             "N.Serial) Where P.IDX = R.IDX And IsNull(P.Des5, '') = '' And N.WhatDoc = '81' And "
+                             "D.TypeSys = 'N' And D.WhatDoc = '81' And D.AtfCh = R.ChqNo And D.DocToDate = IsNull(R.Joz, "
+                             "'') And D.Bed > 0 Order By D.REC))"));
 }
 
 tr::instruments::InstrumentFacts IssuedChequeActions::facts() const {

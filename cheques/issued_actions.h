@@ -14,7 +14,7 @@ class IssuedChequeActions : public ChequeActionList {
 
   protected:
     void listCheques() override;
-    QStringList standingOf(qint64 idx, const QString& number, const QString& series) const override;
+    void fillStanding() override;
     tr::instruments::InstrumentFacts facts() const override;
     void fillAccounts(const QString& kind) override;
     QString applyRefusal(const QString& kind, const QString& number, const QString& date,

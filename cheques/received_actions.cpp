@@ -70,21 +70,8 @@ void ReceivedChequeActions::listCheques() {
 }
 
 // Where a cheque stands: the debit line of its latest voucher, or its opening row.
-QStringList ReceivedChequeActions::standingOf(qint64 idx, const QString& number, const QString& series) const {
-    tr::db::Connection& c = connection();
-    const QStringList standing = accountsWhere(
-        QStringLiteral("Select Top 1 Koll, Moein, Tafsily, Tafsily2, ProjectCod From Asnad Where TypeSys = 'N' "
-                       "And WhatDoc Like '7%' And AtfCh = ") +
-        c.text(number) + QStringLiteral(" And DocToDate = ") + c.text(series) +
-        QStringLiteral(" And Bed > 0 Order By REC Desc"));
-    if (!standing.isEmpty()) return standing;
-    return accountsWhere(QStringLiteral("Select Koll, Moein, Tafsily, Tafsily2, ProjectCod From N_ChqFirst "
-                                        "Where ChqOrTaraf = 1 And IDX = ") +
-                         tr::db::sqlNumber(idx));
-}
-
 void ReceivedChequeActions::fillStanding() {
-    // standingOf for the whole list at once: the cheque's last debit line of a received-cheque
+    // Where every listed cheque stands: the cheque's last debit line of a received-cheque
     // kind, else its opening row, else nothing; each level trimmed, a missing one empty. One
     // statement per source, each row found by the voucher lines' cheque index or by key.
     const QString T = workTable() + QStringLiteral(" As R");
@@ -92,21 +79,13 @@ void ReceivedChequeActions::fillStanding() {
         "Select Top 1 B.REC From Asnad As B Where B.TypeSys = 'N' And B.WhatDoc Like '7%' And B.AtfCh = R.ChqNo And "
         "B.DocToDate = IsNull(R.Joz, '') And B.Bed > 0 Order By B.REC Desc");
     const QString opening = QStringLiteral("Select F.IDX From N_ChqFirst As F Where F.ChqOrTaraf = 1 And F.IDX = R.IDX");
-    const auto sets = [&](const QString& from) {
-        QStringList out;
-        for (const QString& level : accountLevels())
-            out << QStringLiteral("R.") + side().standing + level + QStringLiteral(" = ") +
-                       (from.isEmpty() ? QStringLiteral("''")
-                                       : QStringLiteral("IsNull(LTrim(RTrim(%1.%2)), '')").arg(from, level));
-        return out.join(QStringLiteral(", "));
-    };
     tr::db::Connection& c = connection();
-    c.execute(QStringLiteral("Update R Set ") + sets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
+    c.execute(QStringLiteral("Update R Set ") + standingSets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
               QStringLiteral(" Inner Join Asnad As A On (A.REC = (") + line + QStringLiteral("))"));
-    c.execute(QStringLiteral("Update R Set ") + sets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
+    c.execute(QStringLiteral("Update R Set ") + standingSets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
               QStringLiteral(" Inner Join N_ChqFirst As F On (F.ChqOrTaraf = 1 And F.IDX = R.IDX) Where Not Exists (") +
               line + QStringLiteral(")"));
-    c.execute(QStringLiteral("Update R Set ") + sets({}) + QStringLiteral(" From ") + T +
+    c.execute(QStringLiteral("Update R Set ") + standingSets({}) + QStringLiteral(" From ") + T +
               QStringLiteral(" Where Not Exists (") + line + QStringLiteral(") And Not Exists (") + opening +
               QStringLiteral(")"));
 }

@@ -43,7 +43,6 @@ class ReceivedChequeActions : public ChequeActionList {
 
   protected:
     void listCheques() override;
-    QStringList standingOf(qint64 idx, const QString& number, const QString& series) const override;
     void fillStanding() override;
     tr::instruments::InstrumentFacts facts() const override;
     void fillAccounts(const QString& kind) override;
