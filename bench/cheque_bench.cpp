@@ -35,8 +35,6 @@
 
 namespace {
 
-using tr::bench::NeverStops;
-using tr::bench::SilentDialog;
 using Row = std::vector<QVariant>;
 
 enum class Size { Tenth, Full };
@@ -117,6 +115,7 @@ ChequeBook& chequeBook(Size size) {
 // ---- the hand-written side ------------------------------------------------------------------
 
 using tr::bench::columnValue;
+using tr::bench::sameValue;
 
 // A read-only handle on the book with the TSQL collation its columns and indexes use.
 class HandWritten {
@@ -139,6 +138,13 @@ class HandWritten {
     HandWritten& operator=(const HandWritten&) = delete;
 
   protected:
+    // The statement's current row as `columns` values after those of `row`.
+    Row currentRow(int columns, Row row = {}) const {
+        row.reserve(row.size() + columns);
+        for (int i = 0; i < columns; ++i) row.push_back(columnValue(statement_, i));
+        return row;
+    }
+
     sqlite3* db_ = nullptr;
     sqlite3_stmt* statement_ = nullptr;
 };
@@ -186,10 +192,7 @@ class HandWrittenSearch : public HandWritten {
         sqlite3_bind_text(statement_, 1, kFromDue, -1, SQLITE_STATIC);
         sqlite3_bind_text(statement_, 2, kToDue, -1, SQLITE_STATIC);
         while (sqlite3_step(statement_) == SQLITE_ROW) {
-            Row row;
-            row.reserve(22);
-            row.push_back(QVariant(static_cast<qint64>(rows.size() + 1)));
-            for (int i = 0; i < 21; ++i) row.push_back(columnValue(statement_, i));
+            Row row = currentRow(21, {QVariant(static_cast<qint64>(rows.size() + 1))});
             totals[row[2].toString()] += row[16].toDouble();
             total += row[16].toDouble();
             rows.push_back(std::move(row));
@@ -228,12 +231,7 @@ class HandWrittenLatest : public HandWritten {
 
     std::vector<Row> run() {
         std::vector<Row> rows;
-        while (sqlite3_step(statement_) == SQLITE_ROW) {
-            Row row;
-            row.reserve(5);
-            for (int i = 0; i < 5; ++i) row.push_back(columnValue(statement_, i));
-            rows.push_back(std::move(row));
-        }
+        while (sqlite3_step(statement_) == SQLITE_ROW) rows.push_back(currentRow(5));
         sqlite3_reset(statement_);
         return rows;
     }
@@ -243,22 +241,11 @@ class HandWrittenLatest : public HandWritten {
 
 // The search screen's logic on the engine, with the benchmark's filters.
 struct EngineSearch {
-    std::unique_ptr<tr::engine::SqliteConnection> db;
-    tr::Global global;
-    tr::db::Query command;
-    tr::db::MyDatabase my;
-    SilentDialog dialog;
-    NeverStops progress;
-    tr::Services services;
+    tr::bench::BenchSession session;
     std::unique_ptr<tr::cheques::ChequeSearch> search;
 
-    explicit EngineSearch(Size size) : db(chequeBook(size).open()), command(db.get()), my(&command, db.get()) {
-        global.sessionText = QStringLiteral("BENCH_");
-        services.global = &global;
-        services.database = &my;
-        services.dialog = &dialog;
-        services.progress = &progress;
-        search = std::make_unique<tr::cheques::ChequeSearch>(services, tr::cheques::ChequeSide::Received);
+    explicit EngineSearch(Size size) : session(chequeBook(size).open()) {
+        search = std::make_unique<tr::cheques::ChequeSearch>(session.services, tr::cheques::ChequeSide::Received);
         tr::cheques::ChequeSearchFilters& f = search->filters();
         f.fromDue = {QStringLiteral("01"), QStringLiteral("09"), QStringLiteral("1404")};
         f.toDue = {QStringLiteral("29"), QStringLiteral("12"), QStringLiteral("1404")};
@@ -266,16 +253,7 @@ struct EngineSearch {
         for (int i = 0; i < f.states.size(); ++i) f.states[i] = i < 2;
     }
 
-    std::vector<Row> rows() {
-        std::vector<Row> out;
-        tr::db::Query& r = search->result();
-        for (int i = 0; i < r.RecordCount(); ++i) {
-            Row row;
-            for (int c = 0; c < r.fieldNames().size(); ++c) row.push_back(r.value(i, c));
-            out.push_back(std::move(row));
-        }
-        return out;
-    }
+    std::vector<Row> rows() { return tr::bench::rowsOf(search->result()); }
 };
 
 // The shared latest-row query as a reader of every cheque asks it (the cheque documents' table
@@ -293,14 +271,6 @@ std::vector<Row> engineLatest(tr::engine::SqliteConnection& c,
 }
 
 // ---- comparing ------------------------------------------------------------------------------
-
-bool sameValue(const QVariant& a, const QVariant& b) {
-    if (a.isNull() || b.isNull()) return a.isNull() == b.isNull();
-    const QMetaType::Type ta = QMetaType::Type(a.typeId()), tb = QMetaType::Type(b.typeId());
-    if (ta == QMetaType::QString || tb == QMetaType::QString) return a.toString() == b.toString();
-    const double x = a.toDouble(), y = b.toDouble();
-    return std::abs(x - y) <= 1e-9 * std::max(1.0, std::abs(x));
-}
 
 // Rows compared in the order of `key`'s columns (the row order within equal keys is free), every
 // column but those in `skip`.
@@ -432,8 +402,8 @@ void BM_LatestChequeStatesEngineFew(benchmark::State& state, Size size) {
 // goal: the screen a user opens most on a large book).
 template <class Tab>
 void timeActionsList(benchmark::State& state, Size size) {
-    EngineSearch engine(size);
-    Tab tab(engine.services);
+    tr::bench::BenchSession session(chequeBook(size).open());
+    Tab tab(session.services);
     const double start = resetPeak();
     const double seconds = timeReads(state, [&] {
         tab.fill();

@@ -7,11 +7,16 @@
 #include <QString>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 #include "bench/generator.h"
+#include "common/db/my_database.h"
+#include "common/db/query.h"
 #include "common/db/transaction.h"
 #include "common/dialog/host_windows.h"
 #include "common/dialog/message_dialog.h"
+#include "common/session/global.h"
+#include "common/session/services.h"
 #include "db/engine/engine.h"
 #include "db/engine/sqlite_connection.h"
 #include "db/schema/demo_company.h"
@@ -66,6 +71,41 @@ class NeverStops : public tr::dialog::ProgressWindow {
     bool stopRequested() override { return false; }
     void closeState() override {}
 };
+
+// The services a screen's logic takes, over one connection: messages answered at once, long work
+// never stopped, the session text of a benchmark.
+struct BenchSession {
+    std::unique_ptr<tr::engine::SqliteConnection> db;
+    tr::Global global;
+    tr::db::Query command;
+    tr::db::MyDatabase my;
+    SilentDialog dialog;
+    NeverStops progress;
+    tr::Services services;
+
+    explicit BenchSession(std::unique_ptr<tr::engine::SqliteConnection> connection)
+        : db(std::move(connection)), command(db.get()), my(&command, db.get()) {
+        global.sessionText = QStringLiteral("BENCH_");
+        services.global = &global;
+        services.database = &my;
+        services.dialog = &dialog;
+        services.progress = &progress;
+    }
+    BenchSession(const BenchSession&) = delete;
+    BenchSession& operator=(const BenchSession&) = delete;
+};
+
+// A screen's result table as rows of values, for comparing with a hand-written query's.
+inline std::vector<std::vector<QVariant>> rowsOf(const tr::db::Query& result) {
+    std::vector<std::vector<QVariant>> out;
+    out.reserve(result.RecordCount());
+    for (int i = 0; i < result.RecordCount(); ++i) {
+        std::vector<QVariant> row;
+        for (int c = 0; c < result.fieldNames().size(); ++c) row.push_back(result.value(i, c));
+        out.push_back(std::move(row));
+    }
+    return out;
+}
 
 // A connection to the demo company through `engine`, its flushes lowered to `sync`.
 inline std::unique_ptr<tr::engine::SqliteConnection> openCompanyAt(tr::engine::Engine& engine, Sync sync) {

@@ -25,7 +25,6 @@
 namespace {
 
 using tr::bench::book;
-using tr::bench::NeverStops;
 using Row = std::vector<QVariant>;
 
 const char kWord[] = "وجه";
@@ -37,6 +36,7 @@ double peakMiB() {
 }
 
 using tr::bench::columnValue;
+using tr::bench::sameValue;
 
 struct ByCollation {
     bool operator()(const std::pair<QString, QString>& a, const std::pair<QString, QString>& b) const {
@@ -115,22 +115,11 @@ private:
 
 // The search screen's logic on the engine, with the benchmark's filters.
 struct EngineSearch {
-    std::unique_ptr<tr::engine::SqliteConnection> db = book().open(tr::bench::Sync::Full);
-    tr::Global global;
-    tr::db::Query command{db.get()};
-    tr::db::MyDatabase my{&command, db.get()};
-    tr::bench::SilentDialog dialog;
-    NeverStops progress;
-    tr::Services services;
+    tr::bench::BenchSession session{book().open(tr::bench::Sync::Full)};
     std::unique_ptr<tr::cashbank::DocumentSearch> search;
 
     EngineSearch() {
-        global.sessionText = QStringLiteral("BENCH_");
-        services.global = &global;
-        services.database = &my;
-        services.dialog = &dialog;
-        services.progress = &progress;
-        search = std::make_unique<tr::cashbank::DocumentSearch>(services, tr::cashbank::SearchFamily::Cash);
+        search = std::make_unique<tr::cashbank::DocumentSearch>(session.services, tr::cashbank::SearchFamily::Cash);
         tr::cashbank::SearchFilters& f = search->filters();
         f.fromDate = {QStringLiteral("01"), QStringLiteral("03"), QStringLiteral("1404")};
         f.toDate = {QStringLiteral("31"), QStringLiteral("05"), QStringLiteral("1404")};
@@ -139,25 +128,8 @@ struct EngineSearch {
         f.words[0] = QString::fromUtf8(kWord);
     }
 
-    std::vector<Row> rows() {
-        std::vector<Row> out;
-        tr::db::Query& r = search->result();
-        for (int i = 0; i < r.RecordCount(); ++i) {
-            Row row;
-            for (int c = 0; c < r.fieldNames().size(); ++c) row.push_back(r.value(i, c));
-            out.push_back(std::move(row));
-        }
-        return out;
-    }
+    std::vector<Row> rows() { return tr::bench::rowsOf(search->result()); }
 };
-
-bool sameValue(const QVariant& a, const QVariant& b) {
-    if (a.isNull() || b.isNull()) return a.isNull() == b.isNull();
-    const QMetaType::Type ta = QMetaType::Type(a.typeId()), tb = QMetaType::Type(b.typeId());
-    if (ta == QMetaType::QString || tb == QMetaType::QString) return a.toString() == b.toString();
-    const double x = a.toDouble(), y = b.toDouble();
-    return std::abs(x - y) <= 1e-9 * std::max(1.0, std::abs(x));
-}
 
 // Documents of one date and serial may come in either order; the subtotals and total may not.
 QString firstDifference(std::vector<Row> engine, std::vector<Row> handWritten) {

@@ -7,7 +7,7 @@
 #include <QScopeGuard>
 
 #include "cheques/bank_slips.h"
-#include "cheques/received_actions.h"
+#include "cheques/tests/received_action_steps.h"
 #include "common/db/query_helpers.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "tests/support/test_session.h"
@@ -15,7 +15,7 @@
 namespace tr::cheques {
 namespace {
 
-const QString kCollect = QStringLiteral("در جريان وصول");
+const QString& kCollect = testing::kCollectAction;
 const QString kCollected = QStringLiteral("وصول چک");
 const QString kUndo = QStringLiteral("حذف عمليات قبلي");
 
@@ -45,18 +45,8 @@ class ChequesToBankTest : public tr::procedures::testing::ChequeTest {
         }
         receiveCheques(cheques, serial);
     }
-    // The actions screen's received tab gives each cheque `name` on `date`, to `bankAccount`.
     void act(const QStringList& numbers, const QString& name, const QString& date, qint64 bankAccount = 1) {
-        ReceivedChequeActions screen(session->services);
-        screen.fill();
-        tr::db::Query& rows = screen.rows();
-        for (rows.First(); !rows.Eof(); rows.Next()) {
-            if (!numbers.contains(rows.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed())) continue;
-            ASSERT_TRUE(screen.chooseAction(name)) << session->dialog.last().text.toStdString();
-            if (name == kCollect) screen.setBankAccount(bankAccount);
-            if (name != kUndo) ASSERT_TRUE(screen.setActionDate(date)) << session->dialog.last().text.toStdString();
-        }
-        ASSERT_TRUE(screen.apply()) << session->dialog.last().text.toStdString();
+        testing::actOnReceived(*session, numbers, name, date, bankAccount);
     }
     static QStringList range(int first, int count) {
         QStringList out;

@@ -37,3 +37,11 @@ class StatementPlans {
 };
 
 }  // namespace tr::test
+
+// In a plan test whose fixture answers wholeTableReads() (StatementPlans::wholeTableReads of its
+// book and large tables): fails, listing each such statement with its plan, when there is one.
+#define EXPECT_NO_WHOLE_TABLE_READS()                                                      \
+    do {                                                                                   \
+        const QStringList reads = wholeTableReads();                                       \
+        EXPECT_TRUE(reads.isEmpty()) << reads.join(QStringLiteral("\n\n")).toStdString(); \
+    } while (false)

@@ -54,12 +54,6 @@ class LargeBookPlansTest : public DocumentsTest {
     static inline sqlite3* db_ = nullptr;
 };
 
-#define EXPECT_NO_WHOLE_TABLE_READS()                                   \
-    do {                                                                \
-        const QStringList reads = wholeTableReads();                    \
-        EXPECT_TRUE(reads.isEmpty()) << reads.join(QStringLiteral("\n\n")).toStdString(); \
-    } while (false)
-
 TEST_F(LargeBookPlansTest, SavingEditingAndCancellingAReceipt) {
     auto screen = savedReceipt();
     ASSERT_TRUE(addLine(*screen, 500));

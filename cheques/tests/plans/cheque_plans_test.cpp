@@ -11,6 +11,7 @@
 #include "cheques/received_actions.h"
 #include "cheques/search/cheque_search.h"
 #include "cheques/spend_picker.h"
+#include "cheques/tests/received_action_steps.h"
 #include "db/procedures/tests/cheque_fixture.h"
 #include "instruments/latest_state.h"
 #include "tests/support/statement_plans.h"
@@ -27,7 +28,7 @@ const bool kTraced = (StatementPlans::install(), true);
 // The tables that grow with every cheque and document.
 const QStringList kLargeTables = {"N_ChqLastTrans", "Asnad", "N_NaghdTrans"};
 
-const QString kCollect = QStringLiteral("در جريان وصول");
+const QString& kCollect = testing::kCollectAction;
 const QString kReturned = QStringLiteral("برگشت چک");
 
 class ChequePlansTest : public tr::procedures::testing::ChequeTest {
@@ -60,18 +61,8 @@ class ChequePlansTest : public tr::procedures::testing::ChequeTest {
     }
     void TearDown() override { session.reset(); }
 
-    // The actions screen's received tab gives each of `numbers` the action `name` on `date`.
     void act(const QStringList& numbers, const QString& name, const QString& date) {
-        ReceivedChequeActions screen(session->services);
-        screen.fill();
-        tr::db::Query& rows = screen.rows();
-        for (rows.First(); !rows.Eof(); rows.Next()) {
-            if (!numbers.contains(rows.FieldByName(QStringLiteral("ChqNo")).AsString().trimmed())) continue;
-            ASSERT_TRUE(screen.chooseAction(name)) << session->dialog.last().text.toStdString();
-            if (name == kCollect) screen.setBankAccount(1);
-            ASSERT_TRUE(screen.setActionDate(date)) << session->dialog.last().text.toStdString();
-        }
-        ASSERT_TRUE(screen.apply()) << session->dialog.last().text.toStdString();
+        testing::actOnReceived(*session, numbers, name, date);
     }
 
     // Each statement run on the company book since SetUp that reads a large table whole, with
@@ -81,12 +72,6 @@ class ChequePlansTest : public tr::procedures::testing::ChequeTest {
     std::unique_ptr<tr::test::TestSession> session;
     static inline sqlite3* db_ = nullptr;
 };
-
-#define EXPECT_NO_WHOLE_TABLE_READS()                                                      \
-    do {                                                                                   \
-        const QStringList reads = wholeTableReads();                                       \
-        EXPECT_TRUE(reads.isEmpty()) << reads.join(QStringLiteral("\n\n")).toStdString(); \
-    } while (false)
 
 TEST_F(ChequePlansTest, BothSearchesWithEveryBoxAndWithADueDateRange) {
     for (ChequeSide side : {ChequeSide::Received, ChequeSide::Issued}) {
