@@ -477,7 +477,6 @@ bool ChequeDocument::askCounterpartyCurrencies(tr::currency::CounterCurrencyProm
 }
 
 bool ChequeDocument::open(const QString& typed) {
-    tr::db::Connection& c = connection();
     const QString serial = typed.trimmed();
     bool number = false;
     serial.toLongLong(&number);

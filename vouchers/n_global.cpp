@@ -606,8 +606,8 @@ bool N_Global::save() {
                 .readBack =
                     [&] {
                         loadIntoTransferTable(serial);
-                        cancelled = isCancelled(c, kind_.code, serial);
                         saved = readBookVersion();
+                        cancelled = saved.cancelled;
                     }});
         if (!written) return false;
     } catch (const tr::db::DatabaseError& error) {

@@ -99,8 +99,8 @@ namespace {
 // the check and the hold. A hold is worth nothing after a crash (the screen that held it is
 // gone too), so its commit waits for the next flushed commit instead of flushing the disk.
 template <typename Work>
-auto inHoldTransaction(tr::db::MyDatabase& db, Work&& work) {
-    tr::db::Transaction transaction(*db.Connection);
+auto inHoldTransaction(tr::db::MyDatabase& db, const tr::db::WriteTurn& turn, Work&& work) {
+    tr::db::Transaction transaction(*db.Connection, turn);
     if constexpr (std::is_void_v<decltype(work())>) {
         work();
         transaction.commit(tr::db::Transaction::Durability::Delayed);
@@ -113,9 +113,13 @@ auto inHoldTransaction(tr::db::MyDatabase& db, Work&& work) {
 
 }  // namespace
 
+tr::db::WriteTurn holdsTurn(const QString& kind) {
+    return tr::db::WriteTurn::of(QStringLiteral("holds ") + kind.trimmed());
+}
+
 bool holdOpenedDocument(tr::db::MyDatabase& db, const QString& kind, const QString& serial,
                         const QString& user) {
-    return inHoldTransaction(db, [&] {
+    return inHoldTransaction(db, holdsTurn(kind), [&] {
         releaseAllHolds(db, kTreasuryProgram, kind, user);
         if (heldByAnotherUser(*db.Connection, kTreasuryProgram, kind, QString(), serial, user))
             return false;
@@ -127,7 +131,7 @@ bool holdOpenedDocument(tr::db::MyDatabase& db, const QString& kind, const QStri
 QString takeNewSerial(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
     // The write lock is taken at "Begin Tran", before the maxima are read: another user's
     // take waits until this hold is committed and then skips past it.
-    return inHoldTransaction(db, [&] {
+    return inHoldTransaction(db, holdsTurn(kind), [&] {
         releaseAllHolds(db, kTreasuryProgram, kind, user);
         const QString serial = nextSerial(*db.Connection, kind);
         hold(db, kTreasuryProgram, kind, QString(), serial, user);
@@ -137,7 +141,8 @@ QString takeNewSerial(tr::db::MyDatabase& db, const QString& kind, const QString
 
 void releaseScreenHolds(tr::db::MyDatabase& db, const QString& kind, const QString& user) {
     tr::db::Connection& c = *db.Connection;
-    inHoldTransaction(db, [&] {
+    // Only the user's own holds go: nobody waits for that.
+    inHoldTransaction(db, tr::db::WriteTurn::ownRows(), [&] {
         releaseAllHolds(db, kTreasuryProgram, kind, user);
         tr::db::execute(db, QStringLiteral(" Delete From N_reserveid Where Whatdoc=") +
                                 c.text(kind) + QStringLiteral(" And Userid=") + c.text(user));

@@ -31,6 +31,10 @@ void releaseAllHolds(tr::db::MyDatabase& db, const QString& program, const QStri
 void releaseHold(tr::db::MyDatabase& db, const QString& program, const QString& kind,
                  const QString& resId1, const QString& resId2, const QString& user);
 
+// The turn a change of a kind's holds takes: on a server it waits only for changes of the same
+// kind's holds, not for saves (whose own check refuses a serial taken meanwhile).
+tr::db::WriteTurn holdsTurn(const QString& kind);
+
 // Each of the three below is one write transaction, committed without waiting for the disk.
 // Opening a saved document: drops the user's other holds of the kind and holds `serial` unless
 // another user holds it. Answers whether this user now holds it.

@@ -21,6 +21,21 @@ public:
     virtual void waitEnded() = 0;
 };
 
+// Whom a write transaction waits for where users write side by side (a database server). The
+// embedded engine lets one writer in at a time whatever is asked.
+struct WriteTurn {
+    enum class Kind {
+        Writers,  // every other writer of the books: serials and numbers taken by Max() + 1
+        Key,      // only transactions given the same key; they must write nothing else it guards
+        OwnRows,  // nobody: the transaction changes only rows no other user reads to decide
+    };
+    Kind kind = Kind::Writers;
+    QString key;
+
+    static WriteTurn of(const QString& key) { return {Kind::Key, key}; }
+    static WriteTurn ownRows() { return {Kind::OwnRows, {}}; }
+};
+
 class Connection {
 public:
     virtual ~Connection() = default;
@@ -31,6 +46,9 @@ public:
     // Who hears of waits on other users (none by default; a connection without such waits
     // never calls it). Not owned.
     virtual void setWaitObserver(WaitObserver* /*observer*/) {}
+    // The turn the next outermost "Begin Tran" takes (then back to Writers); ignored inside a
+    // transaction, whose own turn covers it.
+    virtual void setNextTurn(const WriteTurn& /*turn*/) {}
 
     QString text(const QString& value) const { return sqlText(value, dialect()); }
 };

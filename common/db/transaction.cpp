@@ -2,7 +2,8 @@
 
 namespace tr::db {
 
-Transaction::Transaction(Connection& connection) : connection_(connection) {
+Transaction::Transaction(Connection& connection, const WriteTurn& turn) : connection_(connection) {
+    connection_.setNextTurn(turn);
     connection_.execute(QStringLiteral("Begin Tran"));
 }
 

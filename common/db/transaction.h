@@ -1,6 +1,7 @@
 #pragma once
 // One write transaction on a connection: "Begin Tran" on construction, commit() to keep the work,
 // and a rollback when it goes out of scope uncommitted (an error unwinding), which never throws.
+// Its turn says whom it waits for on a server (every writer unless told otherwise).
 #include "common/db/connection.h"
 
 namespace tr::db {
@@ -11,7 +12,7 @@ class Transaction {
     // next flushed commit; for rows worth nothing after a crash (a screen's holds).
     enum class Durability { Full, Delayed };
 
-    explicit Transaction(Connection& connection);
+    explicit Transaction(Connection& connection, const WriteTurn& turn = {});
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;

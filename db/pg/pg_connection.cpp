@@ -5,6 +5,7 @@
 #include <QScopeGuard>
 #include <cstdio>
 #include <functional>
+#include <utility>
 
 #include "common/db/database_error.h"
 #include "common/db/sql_literal.h"
@@ -40,6 +41,9 @@ constexpr int kMaxCachedBatches = 2000;
 // own ## tables before that runs beside other writers; readers never wait. Held until the
 // transaction ends.
 const QString kWriterLock = QStringLiteral("SELECT pg_advisory_xact_lock(7301401)");
+// A transaction given a key (tr::db::WriteTurn) waits only for others given the same key in the
+// same book: the two-number advisory locks of this class, the key's hash the second.
+constexpr int kKeyedLockClass = 7301402;
 
 // The server's type as format_type() names it, declared as the translator reads declarations
 // (and as a Select ... Into may declare a column again).
@@ -117,7 +121,8 @@ PgConnection::PgConnection(PgServer& server, const QString& databaseName, std::u
 PgConnection::~PgConnection() {
     try {
         if (link_->inTransaction()) link_->run(QStringLiteral("ROLLBACK"));
-        for (const QString& table : std::as_const(madeTempTables_)) {
+        tempTables_.rollBack();
+        for (const QString& table : tempTables_.tables()) {
             link_->run(QStringLiteral("DROP TABLE IF EXISTS tempdb.") + tr::engine::quoteIdent(table));
             server_.tableChanged(tableKey(QStringLiteral("tempdb"), table));
         }
@@ -134,6 +139,9 @@ void PgConnection::refuse(const DatabaseError& e, const QString& state, const QS
     if (state == QLatin1String("42P01")) {
         QString name = quotedName(e.message());
         if (name.contains(QLatin1Char('.'))) name = name.section(QLatin1Char('.'), -1);
+        // The server knows names in lower case: the statement's spelling is the user's.
+        const qsizetype at = source_ ? source_->indexOf(name, 0, Qt::CaseInsensitive) : -1;
+        if (at >= 0) name = source_->mid(at, name.size());
         if (sql.startsWith(QLatin1String("DROP TABLE"))) {
             fail(QStringLiteral("Cannot drop the table '%1', because it does not exist or you do not have "
                                 "permission.")
@@ -172,6 +180,10 @@ QString PgConnection::schemaForDatabase(const QString& database, int position) {
     return schema;
 }
 
+bool PgConnection::retired(const QString& schema, const QString& table) {
+    return schema.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0 && tempTables_.hidden(table);
+}
+
 std::vector<ColumnInfo> PgConnection::columns(const QString& schema, const QString& table) {
     const QString key = tableKey(schema, table);
     const quint64 generation = server_.tableGeneration(key);
@@ -184,8 +196,9 @@ std::vector<ColumnInfo> PgConnection::columns(const QString& schema, const QStri
         QStringLiteral("SELECT coalesce(col_description(a.attrelid, a.attnum), a.attname), "
                        "format_type(a.atttypid, a.atttypmod), a.attidentity <> '' "
                        "FROM pg_attribute AS a WHERE a.attrelid = to_regclass($1) AND a.attnum > 0 "
-                       "AND NOT a.attisdropped ORDER BY a.attnum"),
-        {qualified});
+                       "AND NOT a.attisdropped AND obj_description(a.attrelid, 'pg_class') IS DISTINCT FROM $2 "
+                       "ORDER BY a.attnum"),
+        {qualified, QString::fromLatin1(KeptTempTables::kHiddenMark)});
     std::vector<ColumnInfo> result;
     for (const tr::db::Row& row : r.resultSets.front().rows) {
         ColumnInfo c;
@@ -297,20 +310,29 @@ QVariant PgConnection::scalar(const Step& from) {
     return r.resultSets.front().rows.front().front();
 }
 
-void PgConnection::beginTransaction(bool writer) {
+void PgConnection::beginTransaction(bool writer, const tr::db::WriteTurn& turn) {
     link_->run(QStringLiteral("BEGIN"));
-    lockPending_ = writer;
+    lockPending_.clear();
+    if (!writer || turn.kind == tr::db::WriteTurn::Kind::OwnRows) return;
+    // A key's lock is the book's: the same key in two books is two turns.
+    lockPending_ = turn.kind == tr::db::WriteTurn::Kind::Writers
+                       ? kWriterLock
+                       : QStringLiteral("SELECT pg_advisory_xact_lock(%1, hashtext(%2))")
+                             .arg(kKeyedLockClass)
+                             .arg(tr::db::sqlText(schema_ + QLatin1Char(':') + turn.key.toLower(),
+                                                  tr::db::SqlDialect::PostgreSql));
 }
 
 void PgConnection::takeWriterLock() {
-    if (!lockPending_) return;
+    if (lockPending_.isEmpty()) return;
+    const QString lock = std::exchange(lockPending_, QString());
     traceMark("writers' lock asked");
     try {
-        runWaiting(kWriterLock, QString());
+        runWaiting(lock, QString());
     } catch (const DatabaseError& e) {
-        refuse(e, link_->lastState(), kWriterLock, 0);
+        refuse(e, link_->lastState(), lock, 0);
     }
-    lockPending_ = false;
+    traceMark("taken");
 }
 
 ExecResult PgConnection::runWaiting(const QString& sql, const QString& source) {
@@ -349,7 +371,8 @@ void PgConnection::inTransaction(F&& work, bool writer) {
         work();
     } catch (...) {
         depth_ = 0;
-        lockPending_ = false;
+        lockPending_.clear();
+        tempTables_.rollBack();
         try {
             link_->run(QStringLiteral("ROLLBACK"));
         } catch (const DatabaseError&) {
@@ -358,17 +381,10 @@ void PgConnection::inTransaction(F&& work, bool writer) {
         throw;
     }
     depth_ = 0;
-    lockPending_ = false;
+    lockPending_.clear();
     link_->run(QStringLiteral("COMMIT"));
+    tempTables_.commit();
     traceMark("committed");
-}
-
-void PgConnection::noteTempTables(const Step& step) {
-    for (const TableName& t : step.changedTables) {
-        if (t.schema != QLatin1String("tempdb")) continue;
-        if (t.change == TableName::Change::Created) madeTempTables_.insert(t.table.toLower());
-        else if (t.change == TableName::Change::Dropped) madeTempTables_.remove(t.table.toLower());
-    }
 }
 
 void PgConnection::runStatements(const Step& step, ExecResult& result, const Bindings* bindings) {
@@ -378,13 +394,20 @@ void PgConnection::runStatements(const Step& step, ExecResult& result, const Bin
         fail(QStringLiteral("String or binary data would be truncated."), step.position);
     if (bindings) prepareAll(step, *bindings);
     const bool calls = step.callsFunctions;
+    const KeptTempTables::Plan plan = tempTables_.plan(step);
     auto work = [&] {
-        if (step.touchesBooks || calls) takeWriterLock();
-        for (const QString& sql : step.sql) runSql(sql, step, result, bindings);
-        noteTempTables(step);
+        ExecResult scratch;
+        for (const QString& sql : plan.before) runSql(sql, step, scratch);
+        for (qsizetype i = 0; i < plan.sql.size(); ++i) {
+            // Making a ## table touches no book: other writers need not wait for it, only for
+            // the rows then read into it.
+            if ((step.touchesBooks || calls) && i >= plan.making) takeWriterLock();
+            runSql(plan.sql[i], step, result, plan.replaced ? nullptr : bindings);
+        }
     };
-    if (step.writes && (step.sql.size() > 1 || calls)) inTransaction(work, !step.tempOnly || calls);
+    if (step.writes && (plan.before.size() + plan.sql.size() > 1 || calls)) inTransaction(work, !step.tempOnly || calls);
     else work();
+    tempTables_.apply(plan, depth_ > 0);
     for (const TableName& t : step.changedTables) server_.tableChanged(tableKey(t.schema, t.table));
 }
 
@@ -428,7 +451,7 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
             return;
         }
         case Step::Kind::Begin:
-            if (depth_ == 0) beginTransaction();
+            if (depth_ == 0) beginTransaction(true, std::exchange(turn_, {}));
             ++depth_;
             return;
         case Step::Kind::Commit:
@@ -438,9 +461,10 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
             }
             if (--depth_ == 0) {
                 // A delayed commit is flushed with a later one, as the embedded engine's is.
-                lockPending_ = false;
+                lockPending_.clear();
                 if (step.delayedDurability) link_->run(QStringLiteral("SET LOCAL synchronous_commit = off"));
                 link_->run(QStringLiteral("COMMIT"));
+                tempTables_.commit();
                 traceMark("committed");
             }
             return;
@@ -450,7 +474,8 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
                      step.position);
             }
             depth_ = 0;
-            lockPending_ = false;
+            lockPending_.clear();
+            tempTables_.rollBack();
             link_->run(QStringLiteral("ROLLBACK"));
             return;
     }
@@ -477,6 +502,8 @@ ExecResult PgConnection::execute(const QString& sql) {
                                 .arg(tr::engine::kMaxCallDepth),
                             sql);
     }
+    // A turn asked for is the next batch's only.
+    if (calls_ == 0) turn_ = std::exchange(nextTurn_, {});
     const QString* outer = source_;
     source_ = &sql;
     ++calls_;

@@ -8,8 +8,9 @@
 #include <memory>
 #include <vector>
 
-#include "db/tsql/books.h"
 #include "db/engine/translator.h"
+#include "db/pg/kept_temp_tables.h"
+#include "db/tsql/books.h"
 
 namespace tr::db {
 class DatabaseError;
@@ -43,6 +44,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QString explainQueryPlan(const QString& sql) override;
     bool inTransaction() const override { return depth_ > 0; }
     void setWaitObserver(tr::db::WaitObserver* observer) override { waitObserver_ = observer; }
+    void setNextTurn(const tr::db::WriteTurn& turn) override { nextTurn_ = turn; }
     // Gathers the planner's statistics of the book's tables (what sp_updatestats runs).
     void refreshStatistics();
     // The identity's sequence does not follow keys written explicitly: it is moved past the highest.
@@ -54,6 +56,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     using Bindings = std::vector<QVariant>;
     QString schemaForDatabase(const QString& database, int position) override;
     std::vector<tr::engine::ColumnInfo> columns(const QString& schema, const QString& table) override;
+    bool retired(const QString& schema, const QString& table) override;
 
     void run(const tr::engine::ast::Statement& statement, tr::engine::CachedBatch& batch, tr::db::ExecResult& result);
     void runStep(const tr::engine::Step& step, tr::engine::CachedBatch& batch, tr::db::ExecResult& result);
@@ -74,16 +77,15 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QVariant scalar(const tr::engine::Step& from);
     // With TR_SQL_TRACE: `what` and the time since the first mark, on standard error.
     static void traceMark(const char* what);
-    // BEGIN of a transaction that takes the writers' lock (see kWriterLock) before its first
-    // statement that reads or writes a book or calls a procedure, unless it writes only ## and #
-    // tables: work on those before it runs beside other writers.
-    void beginTransaction(bool writer = true);
+    // BEGIN of a transaction that takes its turn's lock (the writers' lock, see kWriterLock, or
+    // its key's) before its first statement that reads or writes a book or calls a procedure,
+    // unless it writes only ## and # tables: work on those before it runs beside other writers.
+    void beginTransaction(bool writer = true, const tr::db::WriteTurn& turn = {});
     void takeWriterLock();
     // `sql` (which may wait on another session's lock) through the wait observer, if there is one.
     tr::db::ExecResult runWaiting(const QString& sql, const QString& source);
     template <typename F>
     void inTransaction(F&& work, bool writer = true);
-    void noteTempTables(const tr::engine::Step& step);
     QString tableKey(const QString& schema, const QString& table) const;
     bool current(const Dependencies& dependencies) const;
     [[noreturn]] void fail(const QString& message, int position);
@@ -96,7 +98,9 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QString schema_;
     std::unique_ptr<PgLink> link_;
     int depth_ = 0;
-    bool lockPending_ = false;  // the open transaction takes the writers' lock when it needs it
+    QString lockPending_;  // the lock the open transaction takes when it needs it (none: empty)
+    tr::db::WriteTurn nextTurn_;  // for a Begin Tran of the next batch
+    tr::db::WriteTurn turn_;      // for a Begin Tran of this batch
     tr::db::WaitObserver* waitObserver_ = nullptr;
     bool waiting_ = false;  // the observer is being told of a wait
     int calls_ = 0;
@@ -105,7 +109,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QHash<QString, std::shared_ptr<tr::engine::CachedBatch>> batches_;
     std::unique_ptr<tr::engine::SharedTranslations> shared_;
     QHash<QString, std::pair<quint64, std::vector<tr::engine::ColumnInfo>>> columns_;
-    QSet<QString> madeTempTables_;  // ## tables this connection made and has not dropped
+    KeptTempTables tempTables_;  // ## tables this connection made, some dropped and kept
 };
 
 }  // namespace tr::pg

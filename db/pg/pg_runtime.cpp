@@ -532,7 +532,7 @@ END $$)sql";
 
 // The table or view a T-SQL name stands for, or null: ##name in tempdb, #name among the
 // session's temporary tables, Book..Name and Book.dbo.Name in the book's schema, any other in
-// the current one. Names are kept in lower case.
+// the current one. Names are kept in lower case. The mark is KeptTempTables::kHiddenMark.
 const char kRelation[] = R"sql(
 CREATE OR REPLACE FUNCTION tsql_relation(name text) RETURNS oid LANGUAGE plpgsql STABLE STRICT AS $$
 DECLARE
@@ -549,8 +549,10 @@ BEGIN
     ELSE
         space := (SELECT oid FROM pg_namespace WHERE nspname = current_schema());
     END IF;
+    -- A ## table its session dropped and kept (comment 'tsql:dropped') is no longer there.
     RETURN (SELECT oid FROM pg_class
-            WHERE relnamespace = space AND relname = object AND relkind IN ('r', 'p', 'v', 'm', 'f'));
+            WHERE relnamespace = space AND relname = object AND relkind IN ('r', 'p', 'v', 'm', 'f')
+              AND obj_description(oid, 'pg_class') IS DISTINCT FROM 'tsql:dropped');
 END $$)sql";
 
 const char kObjectId[] = R"sql(

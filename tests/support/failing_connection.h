@@ -21,6 +21,7 @@ class FailingConnection : public tr::db::Connection {
     tr::db::ExecResult execute(const QString& sql) override;
     tr::db::SqlDialect dialect() const override { return real_.dialect(); }
     QString databaseName() const override { return real_.databaseName(); }
+    void setNextTurn(const tr::db::WriteTurn& turn) override { real_.setNextTurn(turn); }
 
     // The message the injected failure carries.
     static QString message();

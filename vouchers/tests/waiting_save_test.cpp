@@ -5,9 +5,11 @@
 #include <functional>
 #include <thread>
 
+#include "common/db/transaction.h"
 #include "common/dialog/progress_wait.h"
 #include "db/procedures/tests/ledger_invariants.h"
 #include "vouchers/n_global.h"
+#include "vouchers/serials.h"
 #include "vouchers/tests/voucher_fixture.h"
 
 namespace tr::vouchers {
@@ -126,6 +128,40 @@ TEST_F(WaitingSaveTest, AStoppedWaitRefusesTheSaveWithNothingWrittenAndTheScreen
     ASSERT_TRUE(receipt->save()) << admin->dialog.last().text.toStdString();
     EXPECT_EQ(savedLines(), 2);
     EXPECT_TRUE(ledgerBalances());
+}
+
+// Taking a new serial waits only for others taking or holding serials of the same kind, never for
+// a save: eight cashiers at one book would otherwise queue twice for every receipt.
+TEST_F(WaitingSaveTest, ANewSerialWaitsOnlyForHoldsOfItsKind) {
+    window.onPoll = [] { return true; };  // a wait is stopped at once, and fails the take
+    // While the other desk's save holds the book.
+    N_Global next(admin->services, *findTreasuryDocumentKind(QStringLiteral("20")));
+    next.newDocument();
+    EXPECT_FALSE(next.fillNextSerial().isEmpty());
+    EXPECT_EQ(window.polls, 0);
+    other->execute(QStringLiteral("Rollback"));
+
+    // While a third desk changes the receipts' holds, a receipt's serial waits; a payment's does not.
+    auto third = books().connect(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
+    tr::db::Transaction holding(*third, holdsTurn(QStringLiteral("10")));
+    third->execute(QStringLiteral("Select Count(*) From ReserveId"));
+    N_Global another(admin->services, *findTreasuryDocumentKind(QStringLiteral("10")));
+    QString failure;
+    try {
+        another.newDocument();
+        another.fillNextSerial();
+    } catch (const tr::db::DatabaseError& e) {
+        failure = e.message();
+    }
+    EXPECT_EQ(failure, QStringLiteral("Operation cancelled by user."));
+    EXPECT_GE(window.polls, 1);
+    const int polls = window.polls;
+    next.newDocument();
+    EXPECT_FALSE(next.fillNextSerial().isEmpty());
+    EXPECT_EQ(window.polls, polls);
+    holding.commit();
+    window.onPoll = nullptr;
+    EXPECT_FALSE(another.fillNextSerial().isEmpty());
 }
 
 }  // namespace

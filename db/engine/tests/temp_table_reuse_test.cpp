@@ -1,16 +1,21 @@
 // A dropped ## table is emptied and kept for the next table of its name and definition: to every
 // statement it is gone, a new table of that definition starts empty, and a rollback undoes both.
+// On both backends.
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
+
 #include "common/db/database_error.h"
-#include "db/engine/tests/engine_fixture.h"
+#include "tests/support/test_books.h"
 
 using tr::db::DatabaseError;
-using tr::engine::testing::EngineTest;
+
+// Readable failure output for Qt strings.
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
 namespace {
 
-QString messageOf(tr::engine::SqliteConnection& db, const QString& sql) {
+QString messageOf(tr::db::Connection& db, const QString& sql) {
     try {
         db.execute(sql);
     } catch (const DatabaseError& e) {
@@ -21,21 +26,35 @@ QString messageOf(tr::engine::SqliteConnection& db, const QString& sql) {
 
 }  // namespace
 
-class TempTableReuse : public EngineTest {
+class TempTableReuse : public ::testing::Test {
 protected:
     void SetUp() override {
-        EngineTest::SetUp();
+        books = tr::test::makeTestBooks(dir.path(), QStringLiteral("temp_tables"));
+        db = books->connect(QStringLiteral("Corvask_1_1404"));
         db->execute("Create Table ##Lines (IDX Int Identity(1,1), Des Varchar(20))");
         db->execute("Insert Into ##Lines (Des) Values ('a')");
         db->execute("Insert Into ##Lines (Des) Values ('b')");
     }
-    bool listed() {
-        return value("Select Count(*) From Tempdb..SysObjects Where [Name] Like '##Lines'").toInt() == 1;
+    QVariant value(const QString& sql) {
+        const auto r = db->execute(sql);
+        if (r.resultSets.empty() || r.resultSets.back().rows.empty()) return {};
+        return r.resultSets.back().rows.front().front();
     }
+    tr::db::ResultSet rows(const QString& sql) {
+        auto r = db->execute(sql);
+        return r.resultSets.empty() ? tr::db::ResultSet{} : r.resultSets.back();
+    }
+    bool listed(const QString& name = QStringLiteral("##Lines")) {
+        return value("Select Count(*) From Tempdb..SysObjects Where [Name] Like '" + name + "'").toInt() == 1;
+    }
+
+    QTemporaryDir dir;
+    std::unique_ptr<tr::tsql::Books> books;
+    std::unique_ptr<tr::tsql::TsqlConnection> db;
 };
 
 TEST_F(TempTableReuse, ADroppedTableIsGoneToEveryStatementAndConnection) {
-    auto other = engine->open(QStringLiteral("Corvask_1_1404"));
+    auto other = books->connect(QStringLiteral("Corvask_1_1404"));
     EXPECT_EQ(other->execute("Select Count(*) From ##Lines").resultSets.front().rows.front().front().toInt(), 2);
     db->execute("Drop Table ##Lines");
     EXPECT_FALSE(listed());
@@ -99,8 +118,66 @@ TEST_F(TempTableReuse, ARollbackUndoesADropAndAReuse) {
     EXPECT_FALSE(listed());
     EXPECT_EQ(messageOf(*db, "Select Count(*) From ##Lines"), QStringLiteral("Invalid object name '##Lines'."));
 
+    // The same with a table without an identity, which the server too keeps rather than drops.
+    db->execute("Select 'k' As Des Into ##Plain");
+    db->execute("Begin Tran");
+    db->execute("Drop Table ##Plain");
+    EXPECT_FALSE(listed(QStringLiteral("##Plain")));
+    db->execute("Rollback Tran");
+    EXPECT_TRUE(listed(QStringLiteral("##Plain")));
+    EXPECT_EQ(value("Select Des From ##Plain").toString(), QStringLiteral("k"));
+    db->execute("Drop Table ##Plain");
+    db->execute("Begin Tran");
+    db->execute("Select 'n' As Des Into ##Plain");
+    db->execute("Rollback Tran");
+    EXPECT_FALSE(listed(QStringLiteral("##Plain")));
+    EXPECT_EQ(messageOf(*db, "Select Des From ##Plain"), QStringLiteral("Invalid object name '##Plain'."));
+    db->execute("Select 'm' As Des Into ##Plain");
+    EXPECT_EQ(value("Select Des From ##Plain").toString(), QStringLiteral("m"));
+
     // A failed copy into the kept table leaves it gone.
     EXPECT_THROW(db->execute("Select IDX, Des, Des + 1 As Bad Into ##Lines From (Select 1 As IDX, 'q' As Des) As T"),
                  DatabaseError);
     EXPECT_FALSE(listed());
+}
+
+// A screen copies a voucher aside before each save: the copy's table is dropped if it is there and
+// made again from the book by Select ... Into. The kept table serves each copy, and the catalogue,
+// Object_Id and a drop answer as if it were made anew.
+TEST_F(TempTableReuse, ACopyMadeAgainAndAgainIsTheKeptTable) {
+    db->execute("Create Table Lines (Raj Int, Des Varchar(20))");
+    db->execute("Insert Into Lines Values (1, 'one')");
+    db->execute("Insert Into Lines Values (2, 'two')");
+    const QString copyAside = QStringLiteral(
+        "If Exists (Select * From Tempdb..SysObjects Where Name Like '##LinesHistory') Drop Table ##LinesHistory; "
+        "Select * Into ##LinesHistory From Lines Where Raj >= %1 Order By Raj");
+    db->execute(copyAside.arg(1));
+    const QVariant first = value("Select Object_Id('tempdb..##LinesHistory')");
+    ASSERT_FALSE(first.isNull());
+    for (int from : {2, 3, 1}) {
+        SCOPED_TRACE(from);
+        db->execute(copyAside.arg(from));
+        EXPECT_TRUE(listed(QStringLiteral("##LinesHistory")));
+        EXPECT_EQ(value("Select Count(*) From ##LinesHistory").toInt(), 3 - from);
+        EXPECT_EQ(value("Select Object_Id('tempdb..##LinesHistory')"), first);  // kept, not made anew
+        EXPECT_EQ(rows("Select * From ##LinesHistory").columns, (QStringList{"Raj", "Des"}));
+    }
+    db->execute("Drop Table ##LinesHistory");
+    EXPECT_FALSE(listed(QStringLiteral("##LinesHistory")));
+    EXPECT_TRUE(value("Select Object_Id('tempdb..##LinesHistory')").isNull());
+    // The same name with columns spelled otherwise is a table of its own.
+    db->execute("Select Raj As RAJ, Des As Title Into ##LinesHistory From Lines");
+    EXPECT_EQ(rows("Select * From ##LinesHistory").columns, (QStringList{"RAJ", "Title"}));
+    EXPECT_EQ(value("Select Count(*) From ##LinesHistory").toInt(), 2);
+}
+
+// A kept table does not outlive the books' hold on it: the next connection can make it again.
+TEST_F(TempTableReuse, AKeptTableIsFreeForTheNextConnection) {
+    db->execute("Select 1 As A Into ##Kept");
+    db->execute("Drop Table ##Kept");
+    db.reset();
+    auto next = books->connect(QStringLiteral("Corvask_1_1404"));
+    EXPECT_EQ(messageOf(*next, "Select Count(*) From ##Kept"), QStringLiteral("Invalid object name '##Kept'."));
+    EXPECT_EQ(messageOf(*next, "Select 2 As A Into ##Kept"), QString());
+    EXPECT_EQ(next->execute("Select A From ##Kept").resultSets.front().rows.front().front().toInt(), 2);
 }
