@@ -326,13 +326,13 @@ void PgConnection::beginTransaction(bool writer, const tr::db::WriteTurn& turn) 
 void PgConnection::takeWriterLock() {
     if (lockPending_.isEmpty()) return;
     const QString lock = std::exchange(lockPending_, QString());
-    traceMark("writers' lock asked");
+    traceMark("turn asked");
     try {
         runWaiting(lock, QString());
     } catch (const DatabaseError& e) {
         refuse(e, link_->lastState(), lock, 0);
     }
-    traceMark("taken");
+    traceMark("turn taken");
 }
 
 ExecResult PgConnection::runWaiting(const QString& sql, const QString& source) {
@@ -402,7 +402,9 @@ void PgConnection::runStatements(const Step& step, ExecResult& result, const Bin
             // Making a ## table touches no book: other writers need not wait for it, only for
             // the rows then read into it.
             if ((step.touchesBooks || calls) && i >= plan.making) takeWriterLock();
-            runSql(plan.sql[i], step, result, plan.replaced ? nullptr : bindings);
+            // What stands for a statement answers nothing of its own (a drop counts no rows).
+            if (plan.replaced) runSql(plan.sql[i], step, scratch);
+            else runSql(plan.sql[i], step, result, bindings);
         }
     };
     if (step.writes && (plan.before.size() + plan.sql.size() > 1 || calls)) inTransaction(work, !step.tempOnly || calls);

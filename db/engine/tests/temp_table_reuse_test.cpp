@@ -5,7 +5,7 @@
 
 #include <QTemporaryDir>
 
-#include "common/db/database_error.h"
+#include "db/schema/tests/demo_fixture.h"
 #include "tests/support/test_books.h"
 
 using tr::db::DatabaseError;
@@ -35,15 +35,8 @@ protected:
         db->execute("Insert Into ##Lines (Des) Values ('a')");
         db->execute("Insert Into ##Lines (Des) Values ('b')");
     }
-    QVariant value(const QString& sql) {
-        const auto r = db->execute(sql);
-        if (r.resultSets.empty() || r.resultSets.back().rows.empty()) return {};
-        return r.resultSets.back().rows.front().front();
-    }
-    tr::db::ResultSet rows(const QString& sql) {
-        auto r = db->execute(sql);
-        return r.resultSets.empty() ? tr::db::ResultSet{} : r.resultSets.back();
-    }
+    QVariant value(const QString& sql) { return tr::schema::testing::scalar(*db, sql); }
+    tr::db::ResultSet rows(const QString& sql) { return db->execute(sql).resultSets.front(); }
     bool listed(const QString& name = QStringLiteral("##Lines")) {
         return value("Select Count(*) From Tempdb..SysObjects Where [Name] Like '" + name + "'").toInt() == 1;
     }
