@@ -654,4 +654,18 @@ void PgConnection::refreshStatistics() {
     for (const tr::db::Row& row : r.resultSets.front().rows) link_->run(QStringLiteral("ANALYZE ") + row.front().toString());
 }
 
+void PgConnection::refreshStaleStatistics() {
+    // The pages a table has now against those its statistics record: what the planner itself
+    // scales its row estimates by, read without scanning anything.
+    const ExecResult r = link_->run(
+        QStringLiteral("SELECT format('%I.%I', n.nspname, c.relname) FROM pg_class AS c "
+                       "JOIN pg_namespace AS n ON n.oid = c.relnamespace "
+                       "WHERE n.nspname = $1 AND c.relkind = 'r' AND CASE "
+                       "WHEN c.reltuples < 0 THEN pg_relation_size(c.oid) >= 2 * current_setting('block_size')::bigint "
+                       "ELSE pg_relation_size(c.oid) > 2 * (c.relpages + 1) * current_setting('block_size')::bigint END"),
+        {schema_});
+    for (const tr::db::Row& row : r.resultSets.front().rows)
+        link_->run(QStringLiteral("ANALYZE (SKIP_LOCKED) ") + row.front().toString());
+}
+
 }  // namespace tr::pg

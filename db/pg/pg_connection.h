@@ -47,6 +47,9 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     void setNextTurn(const tr::db::WriteTurn& turn) override { nextTurn_ = turn; }
     // Gathers the planner's statistics of the book's tables (what sp_updatestats runs).
     void refreshStatistics();
+    // Analyses the book's tables that have no statistics (and two pages or more) or have grown
+    // to more than twice the pages they record; a table another session analyses is skipped.
+    void refreshStaleStatistics();
     // The identity's sequence does not follow keys written explicitly: it is moved past the highest.
     void continueIdentity(const QString& table) override;
     PgLink& link() { return *link_; }

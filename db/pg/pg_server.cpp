@@ -79,7 +79,19 @@ std::unique_ptr<PgConnection> PgServer::open(const QString& databaseName) {
     auto link = std::make_unique<PgLink>(connectionText_);
     const QString schema = schemaOf(databaseName);
     prepare(*link, schema);
-    return std::make_unique<PgConnection>(*this, databaseName.trimmed(), std::move(link));
+    auto connection = std::make_unique<PgConnection>(*this, databaseName.trimmed(), std::move(link));
+    // A book restored or written without them may come without statistics: checked once per book
+    // and process, as the embedded engine checks its books.
+    bool first = false;
+    {
+        QMutexLocker lock(&stateLock_);
+        if (!statisticsChecked_.contains(schema)) {
+            statisticsChecked_.insert(schema);
+            first = true;
+        }
+    }
+    if (first) connection->refreshStaleStatistics();
+    return connection;
 }
 
 quint64 PgServer::tableGeneration(const QString& table) const {

@@ -3,6 +3,7 @@
 // and each company-year book) and a `tempdb` schema for ## tables, the registry of stored
 // procedures, and connections that accept the suite's T-SQL. Opening a database makes its schema.
 #include <QHash>
+#include <QSet>
 #include <QMutex>
 #include <QString>
 #include <memory>
@@ -49,6 +50,7 @@ class PgServer final : public tr::tsql::Books {
     tr::tsql::ProcedureRegistry procedures_;
     mutable QMutex stateLock_;
     QHash<QString, quint64> tableGenerations_;
+    QSet<QString> statisticsChecked_;  // books whose statistics were checked at their first open
     quint64 lastGeneration_ = 0;
 };
 
