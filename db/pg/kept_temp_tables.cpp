@@ -71,8 +71,13 @@ KeptTempTables::Plan KeptTempTables::plan(const Step& step) const {
     return p;
 }
 
-void KeptTempTables::apply(const Plan& plan, bool inTransaction) {
-    for (const auto& [name, state] : plan.after) set(name, state, inTransaction);
+QStringList KeptTempTables::apply(const Plan& plan, bool inTransaction) {
+    QStringList changed;
+    for (const auto& [name, state] : plan.after) {
+        set(name, state, inTransaction);
+        changed << name;
+    }
+    return changed;
 }
 
 void KeptTempTables::set(const QString& name, std::optional<State> state, bool inTransaction) {
@@ -84,12 +89,15 @@ void KeptTempTables::set(const QString& name, std::optional<State> state, bool i
     else tables_.remove(name);
 }
 
-void KeptTempTables::rollBack() {
+QStringList KeptTempTables::rollBack() {
+    QStringList changed;
     for (auto it = journal_.rbegin(); it != journal_.rend(); ++it) {
         if (it->second) tables_.insert(it->first, *it->second);
         else tables_.remove(it->first);
+        changed << it->first;
     }
     journal_.clear();
+    return changed;
 }
 
 bool KeptTempTables::hidden(const QString& table) const {

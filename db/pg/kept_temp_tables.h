@@ -32,10 +32,11 @@ class KeptTempTables {
 
     // `step` as the server runs it, with the tables it makes, drops or changes in tempdb.
     Plan plan(const tr::engine::Step& step) const;
-    // After the plan's statements ran; undone by rollBack() when `inTransaction`.
-    void apply(const Plan& plan, bool inTransaction);
+    // After the plan's statements ran; undone by rollBack() when `inTransaction`. Both answer
+    // the tables they changed.
+    QStringList apply(const Plan& plan, bool inTransaction);
     void commit() { journal_.clear(); }
-    void rollBack();
+    QStringList rollBack();
 
     // Dropped and kept: absent to every statement.
     bool hidden(const QString& table) const;

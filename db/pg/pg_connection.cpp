@@ -121,9 +121,10 @@ PgConnection::PgConnection(PgServer& server, const QString& databaseName, std::u
 PgConnection::~PgConnection() {
     try {
         if (link_->inTransaction()) link_->run(QStringLiteral("ROLLBACK"));
-        tempTables_.rollBack();
+        rollBackTempTables();
         for (const QString& table : tempTables_.tables()) {
             link_->run(QStringLiteral("DROP TABLE IF EXISTS tempdb.") + tr::engine::quoteIdent(table));
+            server_.setTempTableHidden(table, false);
             server_.tableChanged(tableKey(QStringLiteral("tempdb"), table));
         }
     } catch (const DatabaseError&) {
@@ -181,7 +182,14 @@ QString PgConnection::schemaForDatabase(const QString& database, int position) {
 }
 
 bool PgConnection::retired(const QString& schema, const QString& table) {
-    return schema.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0 && tempTables_.hidden(table);
+    return schema.compare(QLatin1String("tempdb"), Qt::CaseInsensitive) == 0 && server_.tempTableHidden(table);
+}
+
+void PgConnection::shareHidden(const QStringList& tables) {
+    for (const QString& table : tables) {
+        server_.setTempTableHidden(table, tempTables_.hidden(table));
+        server_.tableChanged(tableKey(QStringLiteral("tempdb"), table));
+    }
 }
 
 std::vector<ColumnInfo> PgConnection::columns(const QString& schema, const QString& table) {
@@ -372,7 +380,7 @@ void PgConnection::inTransaction(F&& work, bool writer) {
     } catch (...) {
         depth_ = 0;
         lockPending_.clear();
-        tempTables_.rollBack();
+        rollBackTempTables();
         try {
             link_->run(QStringLiteral("ROLLBACK"));
         } catch (const DatabaseError&) {
@@ -409,7 +417,7 @@ void PgConnection::runStatements(const Step& step, ExecResult& result, const Bin
     };
     if (step.writes && (plan.before.size() + plan.sql.size() > 1 || calls)) inTransaction(work, !step.tempOnly || calls);
     else work();
-    tempTables_.apply(plan, depth_ > 0);
+    shareHidden(tempTables_.apply(plan, depth_ > 0));
     for (const TableName& t : step.changedTables) server_.tableChanged(tableKey(t.schema, t.table));
 }
 
@@ -477,7 +485,7 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
             }
             depth_ = 0;
             lockPending_.clear();
-            tempTables_.rollBack();
+            rollBackTempTables();
             link_->run(QStringLiteral("ROLLBACK"));
             return;
     }

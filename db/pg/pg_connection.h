@@ -90,6 +90,9 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     template <typename F>
     void inTransaction(F&& work, bool writer = true);
     QString tableKey(const QString& schema, const QString& table) const;
+    // Tells the process's other connections which of `tables` this one now keeps hidden.
+    void shareHidden(const QStringList& tables);
+    void rollBackTempTables() { shareHidden(tempTables_.rollBack()); }
     bool current(const Dependencies& dependencies) const;
     [[noreturn]] void fail(const QString& message, int position);
     // The server's failure in the T-SQL system's words where the suite reads them.

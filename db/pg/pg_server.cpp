@@ -99,6 +99,17 @@ quint64 PgServer::tableGeneration(const QString& table) const {
     return tableGenerations_.value(table, 0);
 }
 
+bool PgServer::tempTableHidden(const QString& table) const {
+    QMutexLocker lock(&stateLock_);
+    return hiddenTempTables_.contains(table.toLower());
+}
+
+void PgServer::setTempTableHidden(const QString& table, bool hidden) {
+    QMutexLocker lock(&stateLock_);
+    if (hidden) hiddenTempTables_.insert(table.toLower());
+    else hiddenTempTables_.remove(table.toLower());
+}
+
 void PgServer::tableChanged(const QString& table) {
     QMutexLocker lock(&stateLock_);
     tableGenerations_.insert(table, ++lastGeneration_);

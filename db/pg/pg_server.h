@@ -40,6 +40,9 @@ class PgServer final : public tr::tsql::Books {
     // alters the table, so that translations reading its columns are made again.
     quint64 tableGeneration(const QString& table) const;
     void tableChanged(const QString& table);
+    // ## tables a connection of this process dropped and keeps: absent to all its connections.
+    bool tempTableHidden(const QString& table) const;
+    void setTempTableHidden(const QString& table, bool hidden);
 
   private:
     // The runtime (unless its version's marker is there), the tempdb schema and `schema`, made
@@ -50,7 +53,8 @@ class PgServer final : public tr::tsql::Books {
     tr::tsql::ProcedureRegistry procedures_;
     mutable QMutex stateLock_;
     QHash<QString, quint64> tableGenerations_;
-    QSet<QString> statisticsChecked_;  // books whose statistics were checked at their first open
+    QSet<QString> statisticsChecked_;
+    QSet<QString> hiddenTempTables_;  // books whose statistics were checked at their first open
     quint64 lastGeneration_ = 0;
 };
 

@@ -59,6 +59,13 @@ TEST_F(TempTableReuse, ADroppedTableIsGoneToEveryStatementAndConnection) {
               QStringLiteral("Invalid object name '##Lines'."));
     EXPECT_EQ(messageOf(*db, "Drop Table ##Lines"),
               QStringLiteral("Cannot drop the table '##Lines', because it does not exist or you do not have permission."));
+
+    // The same of a table the server keeps (no identity).
+    db->execute("Select 'k' As Des Into ##Plain");
+    EXPECT_EQ(messageOf(*other, "Select Count(*) From ##Plain"), QString());
+    db->execute("Drop Table ##Plain");
+    EXPECT_EQ(messageOf(*other, "Select Des From ##Plain"), QStringLiteral("Invalid object name '##Plain'."));
+    EXPECT_TRUE(other->execute("Select Object_Id('tempdb..##Plain')").resultSets.front().rows.front().front().isNull());
 }
 
 TEST_F(TempTableReuse, TheNextTableStartsEmptyWhateverItsDefinition) {
