@@ -84,16 +84,7 @@ std::unique_ptr<SqliteConnection> Engine::open(const QString& databaseName) {
     auto connection = std::make_unique<SqliteConnection>(*this, databaseName);
     // A book copied in, restored or written by an older version may come without statistics;
     // without them every save scans whole tables. Checked once per book and engine.
-    const QString key = databaseName.trimmed().toLower();
-    bool first = false;
-    {
-        QMutexLocker lock(&stateLock_);
-        if (!statisticsChecked_.contains(key)) {
-            statisticsChecked_.insert(key);
-            first = true;
-        }
-    }
-    if (first) connection->refreshStatistics();
+    if (firstOpen(databaseName)) connection->refreshStatistics();
     return connection;
 }
 

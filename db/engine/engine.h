@@ -59,7 +59,6 @@ private:
     QHash<QString, quint64> tableGenerations_;
     QHash<QString, TempTable> tempTables_;
     quint64 lastGeneration_ = 0;
-    QSet<QString> statisticsChecked_;  // databases whose statistics were checked when first opened
 };
 
 }  // namespace tr::engine

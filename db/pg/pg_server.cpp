@@ -82,15 +82,7 @@ std::unique_ptr<PgConnection> PgServer::open(const QString& databaseName) {
     auto connection = std::make_unique<PgConnection>(*this, databaseName.trimmed(), std::move(link));
     // A book restored or written without them may come without statistics: checked once per book
     // and process, as the embedded engine checks its books.
-    bool first = false;
-    {
-        QMutexLocker lock(&stateLock_);
-        if (!statisticsChecked_.contains(schema)) {
-            statisticsChecked_.insert(schema);
-            first = true;
-        }
-    }
-    if (first) connection->refreshStaleStatistics();
+    if (firstOpen(databaseName)) connection->refreshStaleStatistics();
     return connection;
 }
 

@@ -53,8 +53,7 @@ class PgServer final : public tr::tsql::Books {
     tr::tsql::ProcedureRegistry procedures_;
     mutable QMutex stateLock_;
     QHash<QString, quint64> tableGenerations_;
-    QSet<QString> statisticsChecked_;
-    QSet<QString> hiddenTempTables_;  // books whose statistics were checked at their first open
+    QSet<QString> hiddenTempTables_;  // ## tables a connection keeps (KeptTempTables)
     quint64 lastGeneration_ = 0;
 };
 

@@ -2,6 +2,8 @@
 // Where the suite's databases live, whichever backend keeps them: the embedded engine's data
 // directory or a database server. Both open connections that run the suite's T-SQL and both
 // run the same registered procedures.
+#include <QMutex>
+#include <QSet>
 #include <QString>
 #include <memory>
 
@@ -32,6 +34,21 @@ class Books {
     // Removes a database with everything in it; no connection may have it open.
     virtual void dropDatabase(const QString& databaseName) = 0;
     virtual ProcedureRegistry& procedures() = 0;
+
+  protected:
+    // True once per book: the first time it is opened through these books (where a book that
+    // came without planner statistics is given them).
+    bool firstOpen(const QString& databaseName) {
+        QMutexLocker lock(&openedLock_);
+        const QString key = databaseName.trimmed().toLower();
+        if (opened_.contains(key)) return false;
+        opened_.insert(key);
+        return true;
+    }
+
+  private:
+    QMutex openedLock_;
+    QSet<QString> opened_;
 };
 
 }  // namespace tr::tsql
