@@ -73,21 +73,18 @@ void ReceivedChequeActions::listCheques() {
 void ReceivedChequeActions::fillStanding() {
     // Where every listed cheque stands: the cheque's last debit line of a received-cheque
     // kind, else its opening row, else nothing; each level trimmed, a missing one empty. One
-    // statement per source, each row found by the voucher lines' cheque index or by key.
+    // statement per source, from the weakest to the strongest so that the last that has the row
+    // wins, each row found by the voucher lines' cheque index or by key.
     const QString T = workTable() + QStringLiteral(" As R");
-    const QString line = QStringLiteral(
-        "Select Top 1 B.REC From Asnad As B Where B.TypeSys = 'N' And B.WhatDoc Like '7%' And B.AtfCh = R.ChqNo And "
-        "B.DocToDate = IsNull(R.Joz, '') And B.Bed > 0 Order By B.REC Desc");
-    const QString opening = QStringLiteral("Select F.IDX From N_ChqFirst As F Where F.ChqOrTaraf = 1 And F.IDX = R.IDX");
+    const QString update = QStringLiteral("Update R Set ");
     tr::db::Connection& c = connection();
-    c.execute(QStringLiteral("Update R Set ") + standingSets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
-              QStringLiteral(" Inner Join Asnad As A On (A.REC = (") + line + QStringLiteral("))"));
-    c.execute(QStringLiteral("Update R Set ") + standingSets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
-              QStringLiteral(" Inner Join N_ChqFirst As F On (F.ChqOrTaraf = 1 And F.IDX = R.IDX) Where Not Exists (") +
-              line + QStringLiteral(")"));
-    c.execute(QStringLiteral("Update R Set ") + standingSets({}) + QStringLiteral(" From ") + T +
-              QStringLiteral(" Where Not Exists (") + line + QStringLiteral(") And Not Exists (") + opening +
-              QStringLiteral(")"));
+    c.execute(update + standingSets({}) + QStringLiteral(" From ") + T);
+    c.execute(update + standingSets(QStringLiteral("F")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join N_ChqFirst As F On (F.ChqOrTaraf = 1 And F.IDX = R.IDX)"));
+    c.execute(update + standingSets(QStringLiteral("A")) + QStringLiteral(" From ") + T +
+              QStringLiteral(" Inner Join Asnad As A On (A.REC = (Select Top 1 B.REC From Asnad As B Where "
+                             "B.TypeSys = 'N' And B.WhatDoc Like '7%' And B.AtfCh = R.ChqNo And B.DocToDate = "
+                             "IsNull(R.Joz, '') And B.Bed > 0 Order By B.REC Desc))"));
 }
 
 tr::instruments::InstrumentFacts ReceivedChequeActions::facts() const {

@@ -3,7 +3,6 @@
 // in-memory tempdb for ## tables, the registry of stored procedures, and connections that accept
 // the suite's T-SQL dialect.
 #include <QHash>
-#include <QSet>
 #include <QMutex>
 #include <QString>
 #include <memory>
