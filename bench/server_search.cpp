@@ -41,6 +41,7 @@ TimedSearch timeCashSearch(tr::tsql::TsqlConnection& connection, int runs) {
     }
     std::sort(ms.begin(), ms.end());
     out.medianMs = ms.empty() ? 0 : ms[ms.size() / 2];
+    out.slowestMs = ms.empty() ? 0 : ms.back();
     tr::db::Query& r = search.result();
     for (int i = 0; i < r.RecordCount(); ++i) {
         std::vector<QVariant> row;

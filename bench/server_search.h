@@ -13,6 +13,7 @@ namespace tr::bench {
 struct TimedSearch {
     std::vector<std::vector<QVariant>> rows;  // the last run's result, totals included
     double medianMs = 0;
+    double slowestMs = 0;  // a plan the server changes after some runs shows here
 };
 
 TimedSearch timeCashSearch(tr::tsql::TsqlConnection& connection, int runs);

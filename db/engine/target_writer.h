@@ -44,6 +44,9 @@ class TargetWriter {
     // and kaf folded, nothing else ignored), where the target's collation finds more texts equal;
     // empty where it finds exactly those.
     virtual QString exactText(const QString& /*sql*/) const { return {}; }
+    // `left = right` byte for byte, where exactText is written: texts the same to the byte are
+    // equal under any collation, so this cheap test goes before the folded one.
+    virtual QString sameBytes(const QString& /*left*/, const QString& /*right*/) const { return {}; }
     // The schema of # tables (the connection's own).
     virtual QString localTempSchema() const = 0;
     // Creating index `name` of `schema`.`table`; `columns` already written.

@@ -544,9 +544,15 @@ public:
     QString exactTextEquality(const QString& compared, const Out& l, const QString& op, const Out& r) const {
         const QString exactLeft = w_.exactText(wrap(l));
         if (exactLeft.isEmpty()) return compared;
-        const QString exact = exactLeft + QLatin1Char(' ') + op + QLatin1Char(' ') + w_.exactText(wrap(r));
+        QString exact = exactLeft + QLatin1Char(' ') + op + QLatin1Char(' ') + w_.exactText(wrap(r));
         const bool lookup = (l.columnRef || r.columnRef) && l.sql.size() + r.sql.size() <= 400;
         if (!lookup) return exact;
+        // Most rows that compare equal are the same to the byte: only the rest are folded.
+        const QString same = w_.sameBytes(wrap(l), wrap(r));
+        if (!same.isEmpty()) {
+            exact = op == QLatin1String("=") ? QStringLiteral("(%1 OR %2)").arg(same, exact)
+                                             : QStringLiteral("(NOT (%1) AND %2)").arg(same, exact);
+        }
         if (op != QLatin1String("=")) return QLatin1Char('(') + compared + QStringLiteral(" OR ") + exact + QLatin1Char(')');
         // Two columns of one row: no index serves it, and a planner takes an equality of two
         // columns for one row in two hundred. An unknown truth is half the rows to it: nearer
@@ -730,7 +736,7 @@ public:
                                    .arg(w_.name(inner.columns[0].name), inner.sql);
                     }
                 } else {
-                    QStringList items, exactItems;
+                    QStringList items, exactItems, sameItems;
                     bool exact = x.type == SqlType::Text && !w_.exactText(wrap(x)).isEmpty();
                     if (x.type == SqlType::Text) {
                         for (size_t i = 1; i < e.args.size(); ++i) {
@@ -746,6 +752,7 @@ public:
                         items << (x.type == SqlType::Text ? w_.trimBlanks(item.sql) : item.sql);
                         exact = exact && (item.type == SqlType::Text || item.type == SqlType::Null);
                         if (exact) exactItems << w_.exactText(wrap(item));
+                        if (exact) sameItems << w_.sameBytes(wrap(x), wrap(item));
                     }
                     list = items.join(QStringLiteral(", "));
                     if (exact) {
@@ -754,6 +761,9 @@ public:
                         QString in = w_.exactText(wrap(x)) + QStringLiteral(" IN (") +
                                      exactItems.join(QStringLiteral(", ")) + QLatin1Char(')');
                         if (x.columnRef) {
+                            // As a comparison: the value the same to the byte as an item is in.
+                            if (!sameItems.isEmpty() && !sameItems.front().isEmpty() && sameItems.size() <= 8)
+                                in = QStringLiteral("(%1 OR %2)").arg(sameItems.join(QStringLiteral(" OR ")), in);
                             const QString lookup = wrap(x) + QStringLiteral(" COLLATE TSQL IN (") + list + QLatin1Char(')');
                             in = lookup + QStringLiteral(" AND ") + unestimated(in, lookup);
                         }

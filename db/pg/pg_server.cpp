@@ -15,7 +15,7 @@ namespace {
 constexpr const char* kSetupLock = "7301402";
 // Names the runtime a database was given: a client finding it there installs nothing. Raise the
 // number whenever the runtime, the catalogue views or the tempdb schema change.
-constexpr const char* kRuntimeMark = "tsql_runtime_4";
+constexpr const char* kRuntimeMark = "tsql_runtime_5";
 
 }  // namespace
 

@@ -55,10 +55,17 @@ class PostgresWriter final : public tr::engine::TargetWriter {
     }
     // The server refuses LIKE under a collation that is not deterministic: a runtime helper
     // matches T-SQL's patterns on the folded text.
+    // A pattern that names no column (a parameter, mostly) becomes its regular expression in a
+    // subquery the server runs once: a plan kept for any parameters would otherwise make it again
+    // for every row.
     QString like(const QString& value, const QString& pattern, const QString& escape,
                  bool negated) const override {
-        const QString call = escape.isEmpty() ? QStringLiteral("tsql_like(%1, %2)").arg(value, pattern)
-                                              : QStringLiteral("tsql_like(%1, %2, %3)").arg(value, pattern, escape);
+        const bool once = escape.isEmpty() && !pattern.contains(QLatin1Char('"'));
+        const QString call =
+            once ? QStringLiteral("tsql_like_rx(%1, (SELECT tsql_like_raw_regex(%2)), (SELECT tsql_like_regex(%2, NULL)))")
+                       .arg(value, pattern)
+            : escape.isEmpty() ? QStringLiteral("tsql_like(%1, %2)").arg(value, pattern)
+                               : QStringLiteral("tsql_like(%1, %2, %3)").arg(value, pattern, escape);
         return negated ? QStringLiteral("NOT ") + call : call;
     }
     // The tsql collation ignores blanks inside a text too (it can ignore all blanks or none), so
@@ -72,6 +79,9 @@ class PostgresWriter final : public tr::engine::TargetWriter {
     // character for character, tells what the TSQL collation tells.
     QString exactText(const QString& sql) const override {
         return QStringLiteral("tsql_fold(btrim(%1, ' ')) COLLATE \"C\"").arg(sql);
+    }
+    QString sameBytes(const QString& left, const QString& right) const override {
+        return QStringLiteral("(%1) COLLATE \"C\" = (%2) COLLATE \"C\"").arg(left, right);
     }
     QString localTempSchema() const override { return QStringLiteral("pg_temp"); }
     // The server names the table's schema, and an index lives in its table's.

@@ -33,7 +33,8 @@ const QStringList kTexts = {
 };
 // Text that always reads as a number (a document column holding a line's key).
 const QStringList kDigits = {"1", "2", " 3", "  4", "5 ", "10", "", " ", "007", "-2", "12"};
-const QStringList kPatterns = {"a%", "%a", "%ی%", "_", "%", "a_", "[ak]%", " a%", "%1", "", "%ك%", "_b%", "[^a]%"};
+const QStringList kPatterns = {"a%", "%a", "%ی%", "_", "%", "a_", "[ak]%", " a%", "%1", "", "%ك%", "_b%", "[^a]%",
+                               "A%", "%ي_", "%B", "ک%", "%.%", "(%"};
 
 enum class Kind { Text, Digits, Number };
 
