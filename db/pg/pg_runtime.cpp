@@ -168,11 +168,12 @@ SELECT CASE WHEN strpos(p, '[') = 0
             THEN replace(replace(tsql_like_regex(p, NULL) COLLATE "C", 'ی', '[یيى]'), 'ک', '[کك]') END $$)sql";
 // LIKE against a pattern already made a regular expression, raw or over folded text: a plan
 // kept for any parameters makes them once per run, not once per row, and the raw one spares
-// folding every row's text.
+// folding every row's text. Each expression is named once, or the server would not inline the
+// call (its arguments are subqueries) and would run it as a function for every row.
 const char kLikeRegexMatch[] = R"sql(
 CREATE OR REPLACE FUNCTION tsql_like_rx(v text, raw text, folded text) RETURNS boolean
 LANGUAGE sql IMMUTABLE PARALLEL SAFE AS $$
-SELECT CASE WHEN raw IS NOT NULL THEN v COLLATE "C" ~* raw ELSE tsql_fold(v) COLLATE "C" ~ folded END $$)sql";
+SELECT coalesce(v COLLATE "C" ~* raw, tsql_fold(v) COLLATE "C" ~ folded) $$)sql";
 const char kLikeEscape[] = R"sql(
 CREATE OR REPLACE FUNCTION tsql_like_escape(e text) RETURNS text LANGUAGE plpgsql IMMUTABLE PARALLEL SAFE AS $$
 BEGIN
