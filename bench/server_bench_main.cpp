@@ -113,8 +113,7 @@ int compareSearch(const QString& connectionText, const QString& directory) {
     auto onEngine = embedded.connect(book);
     auto onServer = server.connect(book);
     onServer->execute(QStringLiteral("Exec sp_updatestats"));
-    const tr::bench::TimedSearch e = tr::bench::timeCashSearch(*onEngine, 7);
-    const tr::bench::TimedSearch s = tr::bench::timeCashSearch(*onServer, 7);
+    const auto [e, s] = tr::bench::timeCashSearches(*onEngine, *onServer, 7);
     std::printf("cash search, median of 7 (slowest): embedded %.1f ms (%.1f), server %.1f ms (%.1f), %.2fx, "
                 "rows %zu / %zu\n",
                 e.medianMs, e.slowestMs, s.medianMs, s.slowestMs, s.medianMs / e.medianMs, e.rows.size(),

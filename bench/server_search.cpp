@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <algorithm>
+#include <memory>
 
 #include "bench/large_book.h"
 #include "cashbank/search/document_search.h"
@@ -11,44 +12,68 @@
 
 namespace tr::bench {
 
-TimedSearch timeCashSearch(tr::tsql::TsqlConnection& connection, int runs) {
-    tr::Global global;
-    tr::db::Query command(&connection);
-    tr::db::MyDatabase my{&command, &connection};
-    SilentDialog dialog;
-    NeverStops progress;
-    tr::Services services;
-    global.sessionText = QStringLiteral("BENCH_");
-    services.global = &global;
-    services.database = &my;
-    services.dialog = &dialog;
-    services.progress = &progress;
-    tr::cashbank::DocumentSearch search(services, tr::cashbank::SearchFamily::Cash);
-    tr::cashbank::SearchFilters& f = search.filters();
-    f.fromDate = {QStringLiteral("01"), QStringLiteral("03"), QStringLiteral("1404")};
-    f.toDate = {QStringLiteral("31"), QStringLiteral("05"), QStringLiteral("1404")};
-    f.fromAmount = QStringLiteral("1,000,000");
-    f.toAmount = QStringLiteral("200,000,000");
-    f.words[0] = QStringLiteral("وجه");
+namespace {
 
-    std::vector<double> ms;
-    TimedSearch out;
-    for (int i = 0; i < runs; ++i) {
+// One search screen's logic on one connection, with the session it needs.
+class SearchScreen {
+  public:
+    explicit SearchScreen(tr::tsql::TsqlConnection& connection) : command_(&connection), my_{&command_, &connection} {
+        global_.sessionText = QStringLiteral("BENCH_");
+        services_.global = &global_;
+        services_.database = &my_;
+        services_.dialog = &dialog_;
+        services_.progress = &progress_;
+        search_ = std::make_unique<tr::cashbank::DocumentSearch>(services_, tr::cashbank::SearchFamily::Cash);
+        tr::cashbank::SearchFilters& f = search_->filters();
+        f.fromDate = {QStringLiteral("01"), QStringLiteral("03"), QStringLiteral("1404")};
+        f.toDate = {QStringLiteral("31"), QStringLiteral("05"), QStringLiteral("1404")};
+        f.fromAmount = QStringLiteral("1,000,000");
+        f.toAmount = QStringLiteral("200,000,000");
+        f.words[0] = QStringLiteral("وجه");
+    }
+
+    void run() {
         QElapsedTimer timer;
         timer.start();
-        search.mnuSearchClick();
-        ms.push_back(double(timer.nsecsElapsed()) / 1e6);
+        search_->mnuSearchClick();
+        ms_.push_back(double(timer.nsecsElapsed()) / 1e6);
     }
-    std::sort(ms.begin(), ms.end());
-    out.medianMs = ms.empty() ? 0 : ms[ms.size() / 2];
-    out.slowestMs = ms.empty() ? 0 : ms.back();
-    tr::db::Query& r = search.result();
-    for (int i = 0; i < r.RecordCount(); ++i) {
-        std::vector<QVariant> row;
-        for (int c = 0; c < r.fieldNames().size(); ++c) row.push_back(r.value(i, c));
-        out.rows.push_back(std::move(row));
+
+    TimedSearch timed() {
+        TimedSearch out;
+        std::sort(ms_.begin(), ms_.end());
+        out.medianMs = ms_.empty() ? 0 : ms_[ms_.size() / 2];
+        out.slowestMs = ms_.empty() ? 0 : ms_.back();
+        tr::db::Query& r = search_->result();
+        for (int i = 0; i < r.RecordCount(); ++i) {
+            std::vector<QVariant> row;
+            for (int c = 0; c < r.fieldNames().size(); ++c) row.push_back(r.value(i, c));
+            out.rows.push_back(std::move(row));
+        }
+        return out;
     }
-    return out;
+
+  private:
+    tr::Global global_;
+    tr::db::Query command_;
+    tr::db::MyDatabase my_;
+    SilentDialog dialog_;
+    NeverStops progress_;
+    tr::Services services_;
+    std::unique_ptr<tr::cashbank::DocumentSearch> search_;
+    std::vector<double> ms_;
+};
+
+}  // namespace
+
+std::pair<TimedSearch, TimedSearch> timeCashSearches(tr::tsql::TsqlConnection& first,
+                                                     tr::tsql::TsqlConnection& second, int runs) {
+    SearchScreen a(first), b(second);
+    for (int i = 0; i < runs; ++i) {
+        a.run();
+        b.run();
+    }
+    return {a.timed(), b.timed()};
 }
 
 }  // namespace tr::bench

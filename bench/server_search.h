@@ -1,7 +1,7 @@
 #pragma once
 // The cash search with subtotals of the search benchmark (a date range, an amount range and a
-// description word) run by the search screen's logic on any connection, timed as the median of
-// `runs`; for the same book on the embedded engine and on the server.
+// description word) run by the search screen's logic on two connections to the same book, the
+// embedded engine's and the server's, one run each in turn: the machine's drift falls on both.
 #include <QString>
 #include <QVariant>
 #include <vector>
@@ -13,9 +13,11 @@ namespace tr::bench {
 struct TimedSearch {
     std::vector<std::vector<QVariant>> rows;  // the last run's result, totals included
     double medianMs = 0;
-    double slowestMs = 0;  // a plan the server changes after some runs shows here
+    double slowestMs = 0;  // the first run of a session, or a plan the server changes after some runs
 };
 
-TimedSearch timeCashSearch(tr::tsql::TsqlConnection& connection, int runs);
+// `runs` runs on each connection, alternating, timed separately.
+std::pair<TimedSearch, TimedSearch> timeCashSearches(tr::tsql::TsqlConnection& first,
+                                                     tr::tsql::TsqlConnection& second, int runs);
 
 }  // namespace tr::bench

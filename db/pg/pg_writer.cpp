@@ -55,12 +55,14 @@ class PostgresWriter final : public tr::engine::TargetWriter {
     }
     // The server refuses LIKE under a collation that is not deterministic: a runtime helper
     // matches T-SQL's patterns on the folded text.
-    // A pattern that names no column (a parameter, mostly) becomes its regular expression in a
-    // subquery the server runs once: a plan kept for any parameters would otherwise make it again
-    // for every row.
+    // A pattern of parameters that names no column becomes its regular expression in a subquery
+    // the server runs once: a plan kept for any parameters would otherwise make it again for every
+    // row. (Values written into the text stand in statements that make tables, where a check may
+    // hold no subquery.)
     QString like(const QString& value, const QString& pattern, const QString& escape,
                  bool negated) const override {
-        const bool once = escape.isEmpty() && !pattern.contains(QLatin1Char('"'));
+        const bool once =
+            escape.isEmpty() && pattern.contains(QLatin1Char('$')) && !pattern.contains(QLatin1Char('"'));
         const QString call =
             once ? QStringLiteral("tsql_like_rx(%1, (SELECT tsql_like_raw_regex(%2)), (SELECT tsql_like_regex(%2, NULL)))")
                        .arg(value, pattern)
