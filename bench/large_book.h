@@ -75,7 +75,7 @@ class NeverStops : public tr::dialog::ProgressWindow {
 // The services a screen's logic takes, over one connection: messages answered at once, long work
 // never stopped, the session text of a benchmark.
 struct BenchSession {
-    std::unique_ptr<tr::engine::SqliteConnection> db;
+    std::unique_ptr<tr::engine::SqliteConnection> db;  // when the session holds its connection
     tr::Global global;
     tr::db::Query command;
     tr::db::MyDatabase my;
@@ -83,13 +83,15 @@ struct BenchSession {
     NeverStops progress;
     tr::Services services;
 
-    explicit BenchSession(std::unique_ptr<tr::engine::SqliteConnection> connection)
-        : db(std::move(connection)), command(db.get()), my(&command, db.get()) {
+    explicit BenchSession(tr::tsql::TsqlConnection& connection) : command(&connection), my(&command, &connection) {
         global.sessionText = QStringLiteral("BENCH_");
         services.global = &global;
         services.database = &my;
         services.dialog = &dialog;
         services.progress = &progress;
+    }
+    explicit BenchSession(std::unique_ptr<tr::engine::SqliteConnection> connection) : BenchSession(*connection) {
+        db = std::move(connection);
     }
     BenchSession(const BenchSession&) = delete;
     BenchSession& operator=(const BenchSession&) = delete;

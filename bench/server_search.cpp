@@ -7,8 +7,6 @@
 #include "bench/large_book.h"
 #include "cashbank/search/document_search.h"
 #include "common/db/query.h"
-#include "common/session/global.h"
-#include "common/session/services.h"
 
 namespace tr::bench {
 
@@ -17,13 +15,9 @@ namespace {
 // One search screen's logic on one connection, with the session it needs.
 class SearchScreen {
   public:
-    explicit SearchScreen(tr::tsql::TsqlConnection& connection) : command_(&connection), my_{&command_, &connection} {
-        global_.sessionText = QStringLiteral("BENCH_");
-        services_.global = &global_;
-        services_.database = &my_;
-        services_.dialog = &dialog_;
-        services_.progress = &progress_;
-        search_ = std::make_unique<tr::cashbank::DocumentSearch>(services_, tr::cashbank::SearchFamily::Cash);
+    explicit SearchScreen(tr::tsql::TsqlConnection& connection)
+        : session_(connection),
+          search_(std::make_unique<tr::cashbank::DocumentSearch>(session_.services, tr::cashbank::SearchFamily::Cash)) {
         tr::cashbank::SearchFilters& f = search_->filters();
         f.fromDate = {QStringLiteral("01"), QStringLiteral("03"), QStringLiteral("1404")};
         f.toDate = {QStringLiteral("31"), QStringLiteral("05"), QStringLiteral("1404")};
@@ -54,12 +48,7 @@ class SearchScreen {
     }
 
   private:
-    tr::Global global_;
-    tr::db::Query command_;
-    tr::db::MyDatabase my_;
-    SilentDialog dialog_;
-    NeverStops progress_;
-    tr::Services services_;
+    BenchSession session_;
     std::unique_ptr<tr::cashbank::DocumentSearch> search_;
     std::vector<double> ms_;
 };
