@@ -751,8 +751,10 @@ public:
                         if (isNumeric(x.type) && item.type == SqlType::Text) item = toNumber(item, e.args[i].get());
                         items << (x.type == SqlType::Text ? w_.trimBlanks(item.sql) : item.sql);
                         exact = exact && (item.type == SqlType::Text || item.type == SqlType::Null);
-                        if (exact) exactItems << w_.exactText(wrap(item));
-                        if (exact) sameItems << w_.sameBytes(wrap(x), wrap(item));
+                        if (exact) {
+                            exactItems << w_.exactText(wrap(item));
+                            sameItems << w_.sameBytes(wrap(x), wrap(item));
+                        }
                     }
                     list = items.join(QStringLiteral(", "));
                     if (exact) {

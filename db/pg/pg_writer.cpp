@@ -54,11 +54,10 @@ class PostgresWriter final : public tr::engine::TargetWriter {
         return QStringLiteral("(%1 # %2)").arg(left, right);
     }
     // The server refuses LIKE under a collation that is not deterministic: a runtime helper
-    // matches T-SQL's patterns on the folded text.
-    // A pattern of parameters that names no column becomes its regular expression in a subquery
-    // the server runs once: a plan kept for any parameters would otherwise make it again for every
-    // row. (Values written into the text stand in statements that make tables, where a check may
-    // hold no subquery.)
+    // matches T-SQL's patterns. A pattern of parameters that names no column becomes its regular
+    // expression in a subquery the server runs once: a plan kept for any parameters would
+    // otherwise make it again for every row. (Values written into the text stand in statements
+    // that make tables, where a check may hold no subquery.)
     QString like(const QString& value, const QString& pattern, const QString& escape,
                  bool negated) const override {
         const bool once =
