@@ -26,9 +26,9 @@ void copyDocumentVoucherAside(tr::db::MyDatabase& db, const QString& historyTabl
 void copyVoucherAsideByNumber(tr::db::MyDatabase& db, const QString& historyTable,
                               const QString& voucherNo);
 
-// The steps of one document write, each run inside the same transaction in this order; a
-// DatabaseError from any of them rolls every step back and propagates. `proceed` may refuse
-// (false: nothing written, the transaction rolled back, false answered).
+// The steps of one document write, each run inside the same transaction, the copy aside first
+// and then in this order; a DatabaseError from any of them rolls every step back and propagates.
+// `proceed` may refuse (false: nothing written, the transaction rolled back, false answered).
 struct DocumentWrite {
     std::function<bool()> proceed;        // e.g. the book unchanged since the screen read it
     std::function<void()> copyAside;      // the history copy

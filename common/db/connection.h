@@ -49,6 +49,9 @@ public:
     // The turn the next outermost "Begin Tran" takes (then back to Writers); ignored inside a
     // transaction, whose own turn covers it.
     virtual void setNextTurn(const WriteTurn& /*turn*/) {}
+    // In a transaction begun with the OwnRows turn: from the next statement that reads or writes
+    // a book, wait for every other writer as a Writers transaction does. Nothing elsewhere.
+    virtual void takeWritersTurn() {}
 
     QString text(const QString& value) const { return sqlText(value, dialect()); }
 };

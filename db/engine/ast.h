@@ -37,6 +37,8 @@ struct Expr {
     bool simpleCase = false;  // Case x When ...: first arg is x
     TypeName type;         // Cast / Convert / Identity
     int parameter = 0;     // Number / String: > 0 when the literal is bound as ?parameter
+    bool wholeNumber = false;  // String bound as a parameter: its text is a whole number, as for
+                               // every text that shares the translation (the key tells them apart)
     explicit Expr(Kind k, int pos = 0) : kind(k), position(pos) {}
 };
 

@@ -33,10 +33,25 @@ QList<int> placeholdersIn(const QString& sql) {
     return ordinals;
 }
 
+bool isWholeNumberText(const QString& value) {
+    qsizetype begin = 0, end = value.size();
+    while (begin < end && value[begin] == QLatin1Char(' ')) ++begin;
+    while (end > begin && value[end - 1] == QLatin1Char(' ')) --end;
+    if (begin < end && (value[begin] == QLatin1Char('+') || value[begin] == QLatin1Char('-'))) ++begin;
+    if (begin == end || end - begin > 18) return false;
+    for (qsizetype i = begin; i < end; ++i)
+        if (value[i] < QLatin1Char('0') || value[i] > QLatin1Char('9')) return false;
+    return true;
+}
+
 QString literalMark(const ScannedLiteral& literal) {
     // Mark 2 starts no other part of a key: identifiers and operators cannot hold it and a
     // quoted identifier starts with its bracket.
-    if (literal.string) return literal.unicode ? QStringLiteral("\u0002N") : QStringLiteral("\u0002S");
+    if (literal.string) {
+        QString mark = literal.unicode ? QStringLiteral("\u0002N") : QStringLiteral("\u0002S");
+        if (isWholeNumberText(literal.value)) mark += QLatin1Char('0');
+        return mark;
+    }
     return isDecimal(literal.value) ? QStringLiteral("\u0002#.") : QStringLiteral("\u0002#");
 }
 

@@ -28,8 +28,13 @@ struct ScannedText {
 // the key's separator, or a lexical error that its own parse will report).
 bool scanLiterals(const QString& sql, ScannedText& out);
 // What stands for a literal in the key: its kind, and for a number whether it is decimal, since
-// integer and decimal literals translate to different types.
+// integer and decimal literals translate to different types; for a string whether it holds a
+// whole number (isWholeNumberText), which a target may read as an integer when it is bound.
 QString literalMark(const ScannedLiteral& literal);
+// A string literal's value that is a whole number as the T-SQL conversion reads it, and as the
+// translator reads a literal compared with a number: digits (at most 18, so any fits), an
+// optional sign, blanks around.
+bool isWholeNumberText(const QString& value);
 // Whether the scanned text may be a single statement whose literals can be parameters.
 bool mayParameterise(const ScannedText& text);
 

@@ -80,6 +80,7 @@ private:
         if (!parameters_ || parameters_->kept.contains(int(tokenIndex))) return;
         parameters_->found.push_back({int(tokenIndex), -1, false});
         e.parameter = int(parameters_->found.size());
+        e.wholeNumber = e.kind == Expr::Kind::String && isWholeNumberText(e.text);
         const bool real = e.kind == Expr::Kind::Number &&
                           (e.text.contains(QLatin1Char('.')) || e.text.contains(QLatin1Char('e'), Qt::CaseInsensitive));
         e.text = placeholderText(e.parameter, real);

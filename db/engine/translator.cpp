@@ -484,10 +484,17 @@ public:
     // Text to number, as the server converts a varchar compared with or added to a number. A
     // literal's number is an integer or not as its text shows; where the target cannot tell that
     // at run time, a literal bound as a parameter is kept in the text instead (its placeholder
-    // has the statement translated again with the value written in).
+    // has the statement translated again with the value written in), unless every text sharing
+    // the translation holds a whole number there: that is the target's conversion of the bound
+    // text to an integer, and the statement is the same for every value (a serial compared with
+    // an integer column keeps its index and one prepared statement).
     Out toNumber(const Out& o, const Expr* source) const {
-        if (source && source->kind == Expr::Kind::String && source->parameter > 0 && !w_.textNumbersTyped())
+        if (source && source->kind == Expr::Kind::String && source->parameter > 0 && !w_.textNumbersTyped()) {
+            const QString integer =
+                source->wholeNumber ? w_.textIntoNumber(w_.parameter(source->parameter), true) : QString();
+            if (!integer.isEmpty()) return make(integer, SqlType::Integer, true);
             return make(placeholderText(source->parameter, false), SqlType::Real, true);
+        }
         if (source && source->kind == Expr::Kind::String) {
             bool ok = false;
             const QString t = source->text.trimmed();

@@ -321,6 +321,7 @@ QVariant PgConnection::scalar(const Step& from) {
 void PgConnection::beginTransaction(bool writer, const tr::db::WriteTurn& turn) {
     link_->run(QStringLiteral("BEGIN"));
     lockPending_.clear();
+    ownRowsTurn_ = writer && turn.kind == tr::db::WriteTurn::Kind::OwnRows;
     if (!writer || turn.kind == tr::db::WriteTurn::Kind::OwnRows) return;
     // A key's lock is the book's: the same key in two books is two turns.
     lockPending_ = turn.kind == tr::db::WriteTurn::Kind::Writers
@@ -329,6 +330,11 @@ void PgConnection::beginTransaction(bool writer, const tr::db::WriteTurn& turn) 
                              .arg(kKeyedLockClass)
                              .arg(tr::db::sqlText(schema_ + QLatin1Char(':') + turn.key.toLower(),
                                                   tr::db::SqlDialect::PostgreSql));
+}
+
+void PgConnection::takeWritersTurn() {
+    if (depth_ == 0 || !std::exchange(ownRowsTurn_, false)) return;
+    lockPending_ = kWriterLock;
 }
 
 void PgConnection::takeWriterLock() {

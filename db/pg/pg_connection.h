@@ -45,6 +45,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     bool inTransaction() const override { return depth_ > 0; }
     void setWaitObserver(tr::db::WaitObserver* observer) override { waitObserver_ = observer; }
     void setNextTurn(const tr::db::WriteTurn& turn) override { nextTurn_ = turn; }
+    void takeWritersTurn() override;
     // Gathers the planner's statistics of the book's tables (what sp_updatestats runs).
     void refreshStatistics();
     // Analyses the book's tables that have no statistics (and two pages or more) or have grown
@@ -105,6 +106,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     std::unique_ptr<PgLink> link_;
     int depth_ = 0;
     QString lockPending_;  // the lock the open transaction takes when it needs it (none: empty)
+    bool ownRowsTurn_ = false;  // the open transaction waits for nobody (yet)
     tr::db::WriteTurn nextTurn_;  // for a Begin Tran of the next batch
     tr::db::WriteTurn turn_;      // for a Begin Tran of this batch
     tr::db::WaitObserver* waitObserver_ = nullptr;

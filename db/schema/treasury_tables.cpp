@@ -82,6 +82,8 @@ QStringList treasuryTables() {
                        "REC Int Null, "
                        "ComputerName NVarchar(50) Null)"),
         QStringLiteral("Create Index IX_ASNADACTIONS_Doc On ASNADACTIONS (TypeSys, DocNo)"),
+        // A document's own rows, which every open and save counts (another user's change shows there).
+        QStringLiteral("Create Index IX_ASNADACTIONS_Rec On ASNADACTIONS (REC, TypeDoc)"),
 
         QStringLiteral("Create Table N_Cash ("
                        "CashCod Varchar(10) Not Null Primary Key, "

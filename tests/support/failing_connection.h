@@ -22,6 +22,7 @@ class FailingConnection : public tr::db::Connection {
     tr::db::SqlDialect dialect() const override { return real_.dialect(); }
     QString databaseName() const override { return real_.databaseName(); }
     void setNextTurn(const tr::db::WriteTurn& turn) override { real_.setNextTurn(turn); }
+    void takeWritersTurn() override { real_.takeWritersTurn(); }
 
     // The message the injected failure carries.
     static QString message();

@@ -216,6 +216,12 @@ INSTANTIATE_TEST_SUITE_P(
                  "select * from N_ArzTrans Where WhatDoc = '81' And Serial = 3"},
         PlanCase{"InvoiceLinksOfDocument", "R_ForoshRelatedNaghd",
                  "Select * From R_ForoshRelatedNaghd Where WhatDoc = '10' And Serial = 4"},
+        PlanCase{"ActionsOfDocument", "ASNADACTIONS",
+                 "Select Count(*) From ASNADACTIONS Where TypeSys='N' And TypeDoc='دريافت' And REC=5"},
+        PlanCase{"CancelledCheck", "Asnad",
+                 "Select Count(*) As Cnt From Asnad Where TypeSys = 'N' And WhatDoc = '10' And DocToDate = '1' "
+                 "And Document In (Select Cast(IDX As Varchar(20)) From N_NaghdTrans Where WhatDoc = '10' "
+                 "And LTrim(Serial) = '5')"},
         PlanCase{"KindName", "N_AsnadNaghd",
                  "Select NDocNam From N_AsnadNaghd Where WhatDoc = '72'"}),
     [](const ::testing::TestParamInfo<PlanCase>& info) { return std::string(info.param.name); });
