@@ -17,10 +17,12 @@ class PgDatabaseTest : public ::testing::Test {
         ASSERT_TRUE(server.running()) << server.failure().toStdString();
         const QString database = server.createDatabase(QString::fromLatin1(prefix_));
         ASSERT_FALSE(database.isEmpty()) << server.failure().toStdString();
-        link = std::make_unique<PgLink>(server.connectionText(database));
+        connectionText = server.connectionText(database);
+        link = std::make_unique<PgLink>(connectionText);
     }
     QVariant single(const QString& sql) { return link->run(sql).resultSets.at(0).rows.at(0).at(0); }
 
+    QString connectionText;  // of the test's own database
     std::unique_ptr<PgLink> link;
 
   private:

@@ -16,8 +16,7 @@ class PgSharedStatementsTest : public testing::PgDatabaseTest {
     void SetUp() override {
         PgDatabaseTest::SetUp();
         if (HasFatalFailure()) return;
-        server = std::make_unique<PgServer>(
-            tr::test::PrivatePgServer::instance().connectionText(single("SELECT current_database()").toString()));
+        server = std::make_unique<PgServer>(connectionText);
         book = server->connect(QStringLiteral("Book"));
         book->execute(QStringLiteral("Create Table Docs (Serial Int, Des Varchar(20))"));
         book->execute(QStringLiteral("Insert Into Docs (Serial, Des) Values (701, 'a')"));

@@ -15,8 +15,7 @@ class PgStatisticsTest : public testing::PgDatabaseTest {
     void SetUp() override {
         PgDatabaseTest::SetUp();
         if (HasFatalFailure()) return;
-        text = tr::test::PrivatePgServer::instance().connectionText(single("SELECT current_database()").toString());
-        PgServer(text).connect(QStringLiteral("Book"))->execute(QStringLiteral("Create Table Lines (IDX Int, Des Varchar(20))"));
+        PgServer(connectionText).connect(QStringLiteral("Book"))->execute(QStringLiteral("Create Table Lines (IDX Int, Des Varchar(20))"));
     }
     void add(int rows) {
         link->run(QStringLiteral("INSERT INTO book.lines SELECT g, 'x' FROM generate_series(1, %1) AS g").arg(rows));
@@ -24,9 +23,7 @@ class PgStatisticsTest : public testing::PgDatabaseTest {
     // The rows the table's statistics record (-1: none).
     double recorded() { return single("SELECT reltuples FROM pg_class WHERE oid = 'book.lines'::regclass").toDouble(); }
     // A new process's first open of the book.
-    void openAnew() { PgServer(text).connect(QStringLiteral("Book")); }
-
-    QString text;
+    void openAnew() { PgServer(connectionText).connect(QStringLiteral("Book")); }
 };
 
 TEST_F(PgStatisticsTest, TheFirstOpenAnalysesWhatHasNoneOrHasOutgrownThem) {
@@ -46,7 +43,7 @@ TEST_F(PgStatisticsTest, TheFirstOpenAnalysesWhatHasNoneOrHasOutgrownThem) {
 
 TEST_F(PgStatisticsTest, ASmallTableAndALaterOpenAreLeftAsTheyAre) {
     add(20);  // one page
-    PgServer server(text);
+    PgServer server(connectionText);
     server.connect(QStringLiteral("Book"));
     EXPECT_LT(recorded(), 0);
     add(5000);
