@@ -49,16 +49,18 @@ void copyVoucherAsideByNumber(tr::db::MyDatabase& db, const QString& historyTabl
 }
 
 bool commitDocumentWrite(tr::db::Connection& connection, const DocumentWrite& write) {
-    // The copy aside reads only the document's own lines, which its hold keeps other users from
-    // writing: on a server, other writers wait for this one only from the check on.
+    // The copy aside and the check read only the document's own lines, which its hold keeps
+    // other users from writing.
     tr::db::Transaction transaction(connection, tr::db::WriteTurn::ownRows());
     if (write.copyAside) write.copyAside();
-    connection.takeWritersTurn();
+    if (!write.callTakesTurn) connection.takeWritersTurn();
     if (write.proceed && !write.proceed()) return false;
     const auto* first = write.logBeforeCall ? &write.log : &write.call;
     const auto* second = write.logBeforeCall ? &write.call : &write.log;
     for (const auto* step : {first, second, &write.invoiceLinks, &write.readBack}) {
         if (*step) (*step)();
+        // Invoices are settled by what they still owe, read and then written.
+        if (step == &write.call) connection.takeWritersTurn();
     }
     transaction.commit();
     return true;

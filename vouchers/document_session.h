@@ -38,6 +38,10 @@ struct DocumentWrite {
     std::function<void()> readBack;       // what the screen shows afterwards
     // A delete logs the document before the call removes it; a save logs what it wrote.
     bool logBeforeCall = false;
+    // On a server, other writers wait for this one from the check on, unless the call asks for
+    // the writers' turn itself where it first needs it (a save that numbers its voucher last).
+    // Every step after the call runs in the turn either way.
+    bool callTakesTurn = false;
 };
 bool commitDocumentWrite(tr::db::Connection& connection, const DocumentWrite& write);
 

@@ -602,13 +602,16 @@ bool N_Global::save() {
                         logAction(isNew ? QStringLiteral("I") : QStringLiteral("E"));
                     },
                 .invoiceLinks = [&] { if (writeInvoiceLinks) writeInvoiceLinks(*this); },
-                // 11. The saved document as the ledger now has it.
+                // 11. The saved document as the ledger now has it: the procedure has left it in
+                // the transfer table.
                 .readBack =
                     [&] {
-                        loadIntoTransferTable(serial);
+                        reopenGrid();
                         saved = readBookVersion();
                         cancelled = saved.cancelled;
-                    }});
+                    },
+                // The procedure numbers the voucher last, in the writers' turn.
+                .callTakesTurn = true});
         if (!written) return false;
     } catch (const tr::db::DatabaseError& error) {
         // Another user saved this serial since the duplicate check.

@@ -278,15 +278,17 @@ class DocumentCall {
                             .toLongLong();
             deleteDocument(earlier, s, false);
         }
-        if (voucherNo == 0) voucherNo = newVoucherNumber(c_);
+        // A new voucher is written with number 0 and numbered last (below).
+        QList<qint64> voucherRecs;
 
         const Record& first = lines.front().in;
         const QString treasuryCode = values_[kCode];
         // Line 1: the treasury side, from the header.
         const qint64 treasuryIdx = insertDocumentRow(s, 1, date, text(kind_.whatDoc), treasuryCode,
                                                      treasury["Nam"], QVariant(), first);
-        insertVoucherLine(voucherNo, date, 1, treasuryIdx, text(kind_.whatDoc), treasury,
-                          values_[kDescription], kind_.treasurySide, totalRials);
+        voucherRecs << insertVoucherLine(voucherNo, date, 1, treasuryIdx, text(kind_.whatDoc),
+                                         treasury, values_[kDescription], kind_.treasurySide,
+                                         totalRials);
         if (foreign_) {
             insertCurrencyRow(s, 1, treasuryIdx, currency_, currencyName, totalAmount, totalAmount,
                               totalRials, Record{});
@@ -298,8 +300,8 @@ class DocumentCall {
             const qint64 idx =
                 insertDocumentRow(s, raj, date, whatDoc2, trimmedText(line.in["CodWhatDoc2"]),
                                   line.in["NamWhatDoc2"], line.in["ManabehCod"], line.in);
-            insertVoucherLine(voucherNo, date, raj, idx, whatDoc2, line.in,
-                              trimmedText(line.in["Des"]), lineSide, line.rials);
+            voucherRecs << insertVoucherLine(voucherNo, date, raj, idx, whatDoc2, line.in,
+                                             trimmedText(line.in["Des"]), lineSide, line.rials);
             if (foreign_) {
                 const QString code = trimmedText(line.in["ArzCod"]);
                 const QVariant unit = line.in["ArzUnitPrice"];
@@ -309,6 +311,25 @@ class DocumentCall {
                                   line.rials, line.in);
             }
         }
+
+        // The work table holds the document as saved (its lines' IDX, what the ledger keeps), as
+        // a load would leave it: the screen shows it without asking again.
+        loadIntoTransferTable();
+
+        // From here until the commit, every other writer of the books waits for this save (on a
+        // server; the embedded engine has one writer at a time anyway). The lines above need no
+        // turn: nobody else sees them before the commit, and the document's hold keeps other
+        // users off its serial. What is taken by Max() + 1 is taken last, so that other desks'
+        // saves wait only for these few statements.
+        c_.takeWritersTurn();
+        // A serial typed by hand is nobody's hold: another user may have saved it meanwhile.
+        if (!earlier.exists() &&
+            firstColumn(c_, QStringLiteral("Select Count(*) From N_NaghdTrans Where") +
+                                documentFilter(s))
+                    .toLongLong() != raj) {
+            refuse(title() + QStringLiteral(" با اين شماره ثبت شده است."));
+        }
+        if (voucherNo == 0) numberVoucher(c_, voucherRecs);
     }
 
     // The document's own kind belongs to its treasury line, by which searches list it once; a
@@ -340,7 +361,7 @@ class DocumentCall {
         return insertTreasuryRow(c_, row);
     }
 
-    void insertVoucherLine(qint64 voucherNo, const QString& date, int raj, qint64 idx,
+    qint64 insertVoucherLine(qint64 voucherNo, const QString& date, int raj, qint64 idx,
                            const QString& whatDoc2, const Record& account, const QString& des,
                            LedgerSide side, double rials) {
         VoucherLine line;
@@ -360,7 +381,7 @@ class DocumentCall {
         line.rials = rials;
         line.atfCh = values_[kReference];
         line.user = values_[kUser];
-        tr::procedures::insertVoucherLine(c_, line);
+        return tr::procedures::insertVoucherLine(c_, line);
     }
 
     void insertCurrencyRow(qint64 s, int raj, qint64 idx, const QString& code, const QString& name,

@@ -2,6 +2,8 @@
 // The procedures of the cash and bank documents (sp_N_Asnad_Trans_CashGet and its siblings, with
 // their _Arzi twins): one implementation driven by a table of kinds, moving a document between its
 // transfer table and N_NaghdTrans / Asnad / N_ArzTrans in the modes of the treasury call contract.
+// A save leaves the transfer table as a load would and numbers a new voucher last, in the writers'
+// turn it then takes.
 #include <vector>
 
 #include "db/procedures/posting.h"

@@ -75,6 +75,16 @@ qint64 newVoucherNumber(Connection& c) {
         .toLongLong();
 }
 
+qint64 numberVoucher(Connection& c, const QList<qint64>& lineRecs) {
+    const qint64 number = newVoucherNumber(c);
+    QStringList recs;
+    for (const qint64 rec : lineRecs) recs << sqlNumber(rec);
+    c.execute(QStringLiteral("Update Asnad Set SanadNo = ") + sqlNumber(number) +
+              QStringLiteral(" Where Rec In (") + recs.join(QStringLiteral(", ")) +
+              QStringLiteral(")"));
+    return number;
+}
+
 qint64 insertTreasuryRow(Connection& c, const TreasuryRow& r) {
     const QString sep = QStringLiteral(", ");
     return c
@@ -90,9 +100,9 @@ qint64 insertTreasuryRow(Connection& c, const TreasuryRow& r) {
         .lastIdentity;
 }
 
-void insertVoucherLine(Connection& c, const VoucherLine& l) {
+qint64 insertVoucherLine(Connection& c, const VoucherLine& l) {
     const QString sep = QStringLiteral(", ");
-    c.execute(QStringLiteral("Insert Into Asnad (TypeSys, WhatDoc, WhatDoc2, DocToDate, Document, "
+    return c.execute(QStringLiteral("Insert Into Asnad (TypeSys, WhatDoc, WhatDoc2, DocToDate, Document, "
                              "SanadNo, SanadDate, Raj, Koll, Moein, Tafsily, Tafsily2, ProjectCod, "
                              "Des, Bed, Bes, AtfCh, AtfDate, User_Name) Values ('N', ") +
               c.text(l.whatDoc) + sep + c.text(l.whatDoc2) + sep + c.text(l.docToDate) + sep +
@@ -102,7 +112,8 @@ void insertVoucherLine(Connection& c, const VoucherLine& l) {
               c.text(l.projectCod) + sep + c.text(l.des) + sep +
               sqlNumber(l.side == LedgerSide::Bed ? l.rials : 0.0) + sep +
               sqlNumber(l.side == LedgerSide::Bes ? l.rials : 0.0) + sep + c.text(l.atfCh) + sep +
-              literal(c, l.atfDate) + sep + c.text(l.user) + QStringLiteral(")"));
+              literal(c, l.atfDate) + sep + c.text(l.user) + QStringLiteral(")"))
+        .lastIdentity;
 }
 
 void insertCurrencyRow(Connection& c, const CurrencyRow& r) {

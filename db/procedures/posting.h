@@ -3,6 +3,7 @@
 // notes next): the checks of a call's serial, date and work table, the next voucher number, and
 // the rows of a posting: a treasury row (N_NaghdTrans), a voucher line (Asnad) and a currency
 // row (N_ArzTrans). Values enter the SQL through the connection's quoting, numbers typed.
+#include <QList>
 #include <QString>
 #include <QVariant>
 
@@ -51,6 +52,9 @@ QString validWorkTable(const QString& name, const QString& what);
 
 // The next voucher number, through the book's dbo.sp_M_Asnad_GetMaxSanadNo().
 qint64 newVoucherNumber(tr::db::Connection& c);
+// A voucher numbered last: its lines were written with number 0; they take the next number now.
+// The caller has taken the writers' turn, which a server keeps until the commit.
+qint64 numberVoucher(tr::db::Connection& c, const QList<qint64>& lineRecs);
 
 struct TreasuryRow {
     QString whatDoc;
@@ -80,8 +84,8 @@ struct VoucherLine {
     QString docToDate = QStringLiteral("0");
     QVariant atfDate;
 };
-// A line of a treasury voucher.
-void insertVoucherLine(tr::db::Connection& c, const VoucherLine& line);
+// A line of a treasury voucher; answers its Rec.
+qint64 insertVoucherLine(tr::db::Connection& c, const VoucherLine& line);
 
 struct CurrencyRow {
     qint64 idx = 0;  // the treasury row's

@@ -38,6 +38,23 @@ class WaitingSaveTest : public VoucherTest {
     void SetUp() override {
         VoucherTest::SetUp();
         receipt = std::make_unique<N_Global>(admin->services, *findTreasuryDocumentKind(QStringLiteral("10")));
+        enterReceipt();
+
+        // Another desk in the middle of a save of its own.
+        other = books().connect(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
+        other->execute(QStringLiteral("Begin Tran"));
+        other->execute(QStringLiteral("Update N_AsnadNaghd Set NDocNam = NDocNam Where WhatDoc = '10'"));
+        company().setWaitObserver(&wait);
+    }
+    void TearDown() override {
+        company().setWaitObserver(nullptr);
+        if (other && other->inTransaction()) other->execute(QStringLiteral("Rollback"));
+        other.reset();
+        receipt.reset();
+        VoucherTest::TearDown();
+    }
+    // A new receipt on the screen, typed as the cashier types it.
+    void enterReceipt() {
         receipt->newDocument();
         receipt->fillNextSerial();
         DocumentHeader& h = receipt->header();
@@ -54,19 +71,6 @@ class WaitingSaveTest : public VoucherTest {
         grid.FieldByName(QStringLiteral("Des")).SetAsString(QStringLiteral("بابت"));
         grid.FieldByName(QStringLiteral("Bes")).SetAsFloat(2500000);
         grid.Post();
-
-        // Another desk in the middle of a save of its own.
-        other = books().connect(QString::fromUtf8(tr::schema::demo::kCurrentDatabase));
-        other->execute(QStringLiteral("Begin Tran"));
-        other->execute(QStringLiteral("Update N_AsnadNaghd Set NDocNam = NDocNam Where WhatDoc = '10'"));
-        company().setWaitObserver(&wait);
-    }
-    void TearDown() override {
-        company().setWaitObserver(nullptr);
-        if (other && other->inTransaction()) other->execute(QStringLiteral("Rollback"));
-        other.reset();
-        receipt.reset();
-        VoucherTest::TearDown();
     }
     int savedLines() { return rows(QStringLiteral("Select * From N_NaghdTrans Where WhatDoc = '10'")); }
 
@@ -128,6 +132,52 @@ TEST_F(WaitingSaveTest, AStoppedWaitRefusesTheSaveWithNothingWrittenAndTheScreen
     ASSERT_TRUE(receipt->save()) << admin->dialog.last().text.toStdString();
     EXPECT_EQ(savedLines(), 2);
     EXPECT_TRUE(ledgerBalances());
+}
+
+// The other desk's save is still writing its voucher when this one reaches the turn: the number is
+// taken once the other is done, and a serial the other saved meanwhile is refused, as the check
+// before the save would have refused it.
+TEST_F(WaitingSaveTest, TheVoucherIsNumberedAndTheSerialCheckedAgainAfterTheOtherDesksSave) {
+    std::thread otherDesk;
+    window.onPoll = [&] {
+        if (window.polls == 3) otherDesk = std::thread([&] { other->execute(QStringLiteral("Commit")); });
+        return false;
+    };
+    other->execute(QStringLiteral("Insert Into Asnad (TypeSys, WhatDoc, SanadNo, SanadDate, Raj, Koll, "
+                                  "Moein, Des, Bed, Bes) Select 'M', '0', IsNull(Max(SanadNo), 0) + 1, "
+                                  "'1404/02/10', 1, '") +
+                   QString::fromUtf8(tr::schema::demo::kCapitalKoll) + QStringLiteral("', '") +
+                   QString::fromUtf8(tr::schema::demo::kCapitalMoein) +
+                   QStringLiteral("', 'سند ديگر', 0, 0 From Asnad"));
+    const bool saved = receipt->save();
+    if (otherDesk.joinable()) otherDesk.join();
+    ASSERT_TRUE(saved) << admin->dialog.last().text.toStdString();
+    EXPECT_GE(window.polls, 3);
+    const qint64 others = value(QStringLiteral("Select SanadNo From Asnad Where TypeSys = 'M'")).toLongLong();
+    EXPECT_EQ(receipt->header().voucherNo.trimmed().toLongLong(), others + 1);
+    EXPECT_EQ(rows(QStringLiteral("Select * From Asnad Where TypeSys = 'N' And SanadNo = ") +
+                   QString::number(others + 1)),
+              2);
+    EXPECT_TRUE(ledgerBalances());
+
+    // Another desk saves the serial this cashier typed, while this one waits for its turn.
+    enterReceipt();
+    const QString serial = receipt->header().serial.trimmed();
+    other->execute(QStringLiteral("Begin Tran"));
+    other->execute(QStringLiteral("Insert Into N_NaghdTrans (WhatDoc, Serial, Raj, SanadDate) Values "
+                                  "('10', ") + serial + QStringLiteral(", 1, '1404/02/10')"));
+    window.polls = 0;
+    EXPECT_FALSE(receipt->save());
+    if (otherDesk.joinable()) otherDesk.join();
+    EXPECT_GE(window.polls, 3);
+    EXPECT_EQ(admin->dialog.last().text, serialTakenMessage(QStringLiteral("دريافت صندوق")));
+    EXPECT_EQ(rows(QStringLiteral("Select * From N_NaghdTrans Where WhatDoc = '10' And Serial = ") + serial), 1);
+    EXPECT_EQ(rows(QStringLiteral("Select * From Asnad Where TypeSys = 'N'")), 2);
+    EXPECT_EQ(receipt->header().serial, serial);
+    EXPECT_EQ(receipt->grid().RecordCount(), 1);
+    // Without the other desk's stand-in row the ledger is as the first save left it.
+    other->execute(QStringLiteral("Delete From N_NaghdTrans Where WhatDoc = '10' And Serial = ") + serial);
+    EXPECT_TRUE(tr::procedures::testing::ledgerIsConsistent(company()));
 }
 
 // Taking a new serial waits only for others taking or holding serials of the same kind, never for
