@@ -385,14 +385,14 @@ bool N_Global::openDocument(const QString& serialText, const std::function<void(
     return true;
 }
 
-N_Global::BookVersion N_Global::readBookVersion() const {
+N_Global::BookVersion N_Global::readBookVersion(bool knownUncancelled) const {
     tr::db::Connection& c = connection();
     const tr::db::Query log = openQuery(
         c, QStringLiteral("Select Count(*) From ASNADACTIONS Where TypeSys='N' And TypeDoc=") +
                c.text(kind_.title) + QStringLiteral(" And REC=") +
                tr::db::sqlNumber(header_.serial.trimmed().toLongLong()));
     return {log.IsEmpty() ? 0 : log.value(0, 0).toLongLong(),
-            isCancelled(c, kind_.code, header_.serial)};
+            !knownUncancelled && isCancelled(c, kind_.code, header_.serial)};
 }
 
 QString N_Global::changedInBookMessage(const QString& user, const QString& when) {
@@ -577,7 +577,6 @@ bool N_Global::save() {
     const QString serial = header_.serial.trimmed();
     // 7 to 11 are all or nothing, the screen's temporary tables included: a failure leaves the
     // database, the transfer table and the screen as they were, so the user saves again.
-    bool cancelled = false;
     BookVersion saved;
     try {
         // Another screen's change since this one opened the document is not overwritten.
@@ -607,8 +606,7 @@ bool N_Global::save() {
                 .readBack =
                     [&] {
                         reopenGrid();
-                        saved = readBookVersion();
-                        cancelled = saved.cancelled;
+                        saved = readBookVersion(true);
                     },
                 // The procedure numbers the voucher last, in the writers' turn.
                 .callTakesTurn = true});
@@ -622,7 +620,7 @@ bool N_Global::save() {
         throw;
     }
     state_ = DocumentState::Edit;
-    cancelled_ = cancelled;
+    cancelled_ = false;
     bookVersion_ = saved;
     captionSuffix_ = kUpdatedMark;
     markUnmodified();

@@ -164,7 +164,8 @@ class N_Global {
         bool cancelled = false;
         bool operator==(const BookVersion&) const = default;
     };
-    BookVersion readBookVersion() const;
+    // `knownUncancelled`: the caller has just saved the document, which a cancelled one refuses.
+    BookVersion readBookVersion(bool knownUncancelled = false) const;
     // The refusal when another screen or user changed the document since this one opened it.
     static QString changedInBookMessage(const QString& user, const QString& when);
 
