@@ -112,8 +112,12 @@ PgConnection::PgConnection(PgServer& server, const QString& databaseName, std::u
     : server_(server), databaseName_(databaseName), schema_(PgServer::schemaOf(databaseName)),
       link_(std::move(link)), shared_(std::make_unique<tr::engine::SharedTranslations>()) {
     // A statement waits for another client's lock as long as the embedded engine waits for its
-    // writer, and is then refused.
-    link_->run(QStringLiteral("SET search_path = %1, public; SET lock_timeout = %2")
+    // writer, and is then refused. No parallel workers: the statements that could have them read
+    // a screen's ## table of some thousands of rows back (a search's result, its subtotals), where
+    // starting workers costs more than it saves (about 50 ms of a search on the large book), and
+    // a desk's server has its cores busy with other users.
+    link_->run(QStringLiteral("SET search_path = %1, public; SET lock_timeout = %2; "
+                              "SET max_parallel_workers_per_gather = 0")
                    .arg(tr::engine::quoteIdent(schema_))
                    .arg(tr::engine::kBusyTimeoutMs));
 }
