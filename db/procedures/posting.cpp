@@ -75,14 +75,12 @@ qint64 newVoucherNumber(Connection& c) {
         .toLongLong();
 }
 
-qint64 numberVoucher(Connection& c, const QList<qint64>& lineRecs) {
-    const qint64 number = newVoucherNumber(c);
+void numberVoucher(Connection& c, const QList<qint64>& lineRecs) {
     QStringList recs;
     for (const qint64 rec : lineRecs) recs << sqlNumber(rec);
-    c.execute(QStringLiteral("Update Asnad Set SanadNo = ") + sqlNumber(number) +
+    c.execute(QStringLiteral("Update Asnad Set SanadNo = ") + sqlNumber(newVoucherNumber(c)) +
               QStringLiteral(" Where Rec In (") + recs.join(QStringLiteral(", ")) +
               QStringLiteral(")"));
-    return number;
 }
 
 qint64 insertTreasuryRow(Connection& c, const TreasuryRow& r) {

@@ -54,7 +54,7 @@ QString validWorkTable(const QString& name, const QString& what);
 qint64 newVoucherNumber(tr::db::Connection& c);
 // A voucher numbered last: its lines were written with number 0; they take the next number now.
 // The caller has taken the writers' turn, which a server keeps until the commit.
-qint64 numberVoucher(tr::db::Connection& c, const QList<qint64>& lineRecs);
+void numberVoucher(tr::db::Connection& c, const QList<qint64>& lineRecs);
 
 struct TreasuryRow {
     QString whatDoc;
