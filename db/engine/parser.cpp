@@ -476,12 +476,10 @@ private:
         if (acceptWord("INDEX")) {
             auto s = std::make_unique<Statement>(Statement::Kind::DropIndex, t.position);
             QStringList name = multipartName();
-            if (acceptWord("ON")) {
-                s->name = name.last();
-                s->table = multipartName();
-            } else {
-                s->name = name.last();
-            }
+            s->name = name.takeLast();
+            // Drop Index I On T, or the older Drop Index T.I (the table's name before the index's).
+            if (acceptWord("ON")) s->table = multipartName();
+            else s->table = name;
             return s;
         }
         unsupported(QStringLiteral("DROP ") + token().text.toUpper(), token());

@@ -93,6 +93,10 @@ TEST_F(TempTableReuse, AnIndexGoesWithItsTable) {
         SCOPED_TRACE(round);
         EXPECT_EQ(messageOf(*db, "Create Index IX_Lines_Des On ##Lines (Des)"), QString());
         EXPECT_EQ(value("Select IDX From ##Lines Where Des = 'b'").toInt(), 2);
+        // Both spellings of dropping it; then it can be made again.
+        EXPECT_EQ(messageOf(*db, round == 0 ? "Drop Index ##Lines.IX_Lines_Des" : "Drop Index IX_Lines_Des On ##Lines"),
+                  QString());
+        EXPECT_EQ(messageOf(*db, "Create Index IX_Lines_Des On ##Lines (Des)"), QString());
         db->execute("Drop Table ##Lines");
         EXPECT_FALSE(listed());
         db->execute("Create Table ##Lines (IDX Int Identity(1,1), Des Varchar(20))");
