@@ -6,6 +6,8 @@
 
 #include <QDateTime>
 #include <QSet>
+#include <QStringDecoder>
+#include <QVarLengthArray>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -103,7 +105,7 @@ bool elementMatches(const LikeElement& e, QChar folded) {
 // Whether the whole of s[from..] matches. Every element but `%` takes one character, so a
 // mismatch only needs the latest `%` to take one character more: one way back, no recursion,
 // and time in proportion to text times pattern at worst.
-bool likeFrom(const std::vector<LikeElement>& p, const QString& s, qsizetype from) {
+bool likeFrom(const std::vector<LikeElement>& p, QStringView s, qsizetype from) {
     size_t pi = 0;
     qsizetype si = from;
     size_t restAt = SIZE_MAX;  // the element after the latest %
@@ -126,6 +128,26 @@ bool likeFrom(const std::vector<LikeElement>& p, const QString& s, qsizetype fro
     return pi == p.size();
 }
 
+// A pattern compiled once for a statement's run: SQLite keeps it with the pattern's argument
+// while that stays the same, as a bound search word does over every row of a range.
+struct CompiledLike {
+    QChar escape;
+    std::vector<LikeElement> elements;
+};
+
+// The text of a value in UTF-16, in a buffer of the thread's that the next call reuses: a Like
+// over every row of a date range would otherwise allocate a string per row.
+QStringView reusedText(sqlite3_value* v) {
+    thread_local QVarLengthArray<QChar, 512> buffer;
+    thread_local QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                                  QStringDecoder::Flag::ConvertInitialBom);
+    const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(v));
+    const QByteArrayView bytes(p, p ? sqlite3_value_bytes(v) : 0);
+    buffer.resize(decoder.requiredSpace(bytes.size()));
+    const QChar* end = decoder.appendToBuffer(buffer.data(), bytes);
+    return QStringView(buffer.data(), end - buffer.data());
+}
+
 void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
     if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
         sqlite3_result_null(ctx);
@@ -140,7 +162,18 @@ void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
         }
         escape = e.at(0);
     }
-    sqlite3_result_int(ctx, tsqlLike(textOf(argv[0]), textOf(argv[1]), escape) ? 1 : 0);
+    auto* compiled = static_cast<CompiledLike*>(sqlite3_get_auxdata(ctx, 0));
+    if (!compiled || compiled->escape != escape) {
+        compiled = new CompiledLike{escape, compileLike(textOf(argv[0]), escape)};
+        sqlite3_set_auxdata(ctx, 0, compiled, [](void* p) { delete static_cast<CompiledLike*>(p); });
+        // SQLite may have dropped it already (out of memory): ask again rather than keep a pointer.
+        compiled = static_cast<CompiledLike*>(sqlite3_get_auxdata(ctx, 0));
+        if (!compiled) {
+            sqlite3_result_int(ctx, tsqlLike(textOf(argv[0]), textOf(argv[1]), escape) ? 1 : 0);
+            return;
+        }
+    }
+    sqlite3_result_int(ctx, likeFrom(compiled->elements, reusedText(argv[1]), 0) ? 1 : 0);
 }
 
 // A number as the server reads it from a value: integers stay integers, varchar is converted.

@@ -93,3 +93,23 @@ TEST_F(LikeInQueries, SearchWithAHostileWordOverManyDescriptions) {
     EXPECT_EQ(value("Select PatIndex('%b_d%', 'aabcd')").toInt(), 3);
     EXPECT_EQ(value("Select PatIndex('%x%', 'aabcd')").toInt(), 0);
 }
+
+// A pattern is compiled once per statement while it stays the same; one that changes from row to
+// row, or keeps its text under another escape, is read afresh.
+TEST_F(LikeInQueries, APatternOrEscapeThatChangesFromRowToRowIsReadAgain) {
+    db->execute("Create Table P (N Int, Pat NVarchar(20), Txt NVarchar(20), Esc NVarchar(1))");
+    db->execute(
+        "Insert Into P (N, Pat, Txt, Esc) Values (1, 'a%', 'abc', '!'), (2, 'b%', 'abc', '!'), "
+        "(3, 'b%', 'bcd', '!'), (4, '10!%', '10%', '!'), (5, '10!%', '10%', '#'), (6, '10!%', '10!x', '#')");
+    const auto matched = [&](const QString& sql) {
+        QStringList numbers;
+        const tr::db::ExecResult result = db->execute(sql);
+        for (const auto& row : result.resultSets.front().rows) numbers << row.at(0).toString();
+        return numbers.join(QLatin1Char(','));
+    };
+    EXPECT_EQ(matched("Select N From P Where Txt Like Pat Order By N"), QStringLiteral("1,3,6"));
+    EXPECT_EQ(matched("Select N From P Where Txt Like Pat Escape Esc Order By N"), QStringLiteral("1,3,4,6"));
+    EXPECT_EQ(matched("Select N From P Where Txt Like '%c%' Order By N"), QStringLiteral("1,2,3"));
+    // The same pattern for every row, under the escape of each row.
+    EXPECT_EQ(matched("Select N From P Where Txt Like '10!%' Escape Esc Order By N"), QStringLiteral("4,6"));
+}
