@@ -47,7 +47,10 @@ bool SearchResultTable::shouldStop() const {
 
 void SearchResultTable::open(tr::db::Query& result) const {
     result.setConnection(&services_.connection());
-    result.setSql(QStringLiteral("Select * From ") + name_ + QStringLiteral(" Order By sOrder, IDX"));
+    // The rows come first, then the subtotals ('X'), then the grand total ('Y'), each written
+    // after what it sums: the identity's order is therefore "sOrder, IDX", and on the embedded
+    // engine it is the table's own key, read without sorting the whole result.
+    result.setSql(QStringLiteral("Select * From ") + name_ + QStringLiteral(" Order By IDX"));
     result.setSort({});
     result.Open();
 }

@@ -32,7 +32,8 @@ class SearchResultTable {
     bool shouldStop() const;
     // A stopped search shows nothing: rows without their totals would read as a complete answer.
     void finishStopped(tr::db::Query& result);
-    // Opens "Select * From <table> Order By sOrder, IDX" and closes the progress window.
+    // Opens "Select * From <table> Order By IDX" (totals are written last, so this is the order
+    // by sOrder too) and closes the progress window.
     void finish(tr::db::Query& result);
     // Whether any row has `where` (e.g. "Sign <> 0").
     bool any(const QString& where) const;
