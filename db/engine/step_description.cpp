@@ -30,7 +30,8 @@ QString describeSteps(const std::vector<ast::StatementPtr>& statements,
                 for (const ast::Statement* b : step.thenBody) describe(*b, indent);
                 break;
             case Step::Kind::ExecText:
-                out << pad + QStringLiteral("-- run the text of (") + step.query + QLatin1Char(')');
+                out << pad + QStringLiteral("-- run the text of (") +
+                           (step.args.empty() ? step.query : step.args.front().toString()) + QLatin1Char(')');
                 break;
             case Step::Kind::Begin:
                 out << pad + begin + QLatin1Char(';');

@@ -1025,6 +1025,12 @@ public:
             }
             case Statement::Kind::ExecText: {
                 step.kind = Step::Kind::ExecText;
+                // Exec('Drop Table ...'): a text written out needs no statement to read it back,
+                // which on a server is a round trip of its own.
+                if (s.args[0]->kind == Expr::Kind::String) {
+                    step.args.push_back(s.args[0]->text);
+                    return step;
+                }
                 Scope scope;
                 step.query = QStringLiteral("SELECT ") + expr(*s.args[0], scope).sql;
                 return step;

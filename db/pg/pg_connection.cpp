@@ -474,7 +474,7 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
             return;
         case Step::Kind::ExecText: {
             if (step.touchesBooks) takeWriterLock();
-            const QString text = scalar(step).toString();
+            const QString text = step.args.empty() ? scalar(step).toString() : step.args.front().toString();
             const QString* outer = source_;
             ExecResult r = execute(text);
             source_ = outer;

@@ -29,6 +29,10 @@ TEST_F(Translator, IfExistsExecTextAndProcedures) {
                 "Else Drop Table ##t");
     db->execute("Exec('Insert Into ##t (a) Values (' + '7' + ')')");
     EXPECT_EQ(value("Select a From ##t").toInt(), 7);
+    // A text written out is run as it reads, its doubled quotes single.
+    db->execute("Exec('Insert Into ##t (a) Values (''6'')')");
+    EXPECT_EQ(value("Select Min(a) From ##t").toInt(), 6);
+    db->execute("Delete From ##t Where a = 6");
     engine->procedures().addProcedure("sp_Echo", [](tr::db::Connection& c, const tr::tsql::ProcedureArgs& a) {
         c.execute("Insert Into ##t (a) Values (" + a.at(1).toString() + ")");
         return c.execute("Select '" + a.at(0).toString() + "' As Word");
