@@ -323,13 +323,14 @@ void PgConnection::runSql(const QString& sql, const Step& step, ExecResult& resu
     result.rowsAffected += r.rowsAffected;
 }
 
-QVariant PgConnection::scalar(const Step& from) {
+QVariant PgConnection::scalar(const Step& from, bool prepared) {
     Step step;
     step.position = from.position;
     step.callsFunctions = from.callsFunctions;
     const QString& sql = from.query;
     ExecResult r;
-    runSql(sql, step, r);
+    static const Bindings none;
+    runSql(sql, step, r, prepared && !from.callsFunctions ? &none : nullptr);
     if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
     return r.resultSets.front().rows.front().front();
 }
@@ -465,7 +466,10 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
         }
         case Step::Kind::If: {
             if (step.touchesBooks) takeWriterLock();
-            const bool condition = scalar(step).toLongLong() != 0;
+            // A screen asks the same condition at every save (whether its history table is
+            // there): prepared, it is planned once, where planning it cost the server more than
+            // answering it.
+            const bool condition = scalar(step, true).toLongLong() != 0;
             for (const ast::Statement* s : condition ? step.thenBody : step.elseBody) run(*s, batch, result);
             return;
         }

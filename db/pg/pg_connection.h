@@ -78,7 +78,8 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     // `sql` with each dbo function call of literal arguments replaced by its value.
     QString withFunctionValues(const QString& sql, int position);
     // The value of an If's or Exec('...')'s query.
-    QVariant scalar(const tr::engine::Step& from);
+    // `prepared`: kept prepared for the next time the same text comes (no function values in it).
+    QVariant scalar(const tr::engine::Step& from, bool prepared = false);
     // With TR_SQL_TRACE: `what` and the time since the first mark, on standard error.
     static void traceMark(const char* what);
     // BEGIN of a transaction that takes its turn's lock (the writers' lock, see kWriterLock, or
