@@ -330,7 +330,16 @@ QVariant PgConnection::scalar(const Step& from, bool prepared) {
     const QString& sql = from.query;
     ExecResult r;
     static const Bindings none;
-    runSql(sql, step, r, prepared && !from.callsFunctions ? &none : nullptr);
+    bool again = false;
+    if (prepared && !from.callsFunctions) {
+        again = conditionsSeen_.contains(sql);
+        if (!again) {
+            // Each search's table is dropped by a condition of its own name, asked once.
+            if (conditionsSeen_.size() >= 256) conditionsSeen_.clear();
+            conditionsSeen_.insert(sql);
+        }
+    }
+    runSql(sql, step, r, again ? &none : nullptr);
     if (r.resultSets.empty() || r.resultSets.front().rows.empty()) return {};
     return r.resultSets.front().rows.front().front();
 }

@@ -79,6 +79,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     QString withFunctionValues(const QString& sql, int position);
     // The value of an If's or Exec('...')'s query.
     // `prepared`: kept prepared for the next time the same text comes (no function values in it).
+    // A text met for the first time runs as text: preparing it would cost a round trip more.
     QVariant scalar(const tr::engine::Step& from, bool prepared = false);
     // With TR_SQL_TRACE: `what` and the time since the first mark, on standard error.
     static void traceMark(const char* what);
@@ -107,6 +108,7 @@ class PgConnection final : public tr::tsql::TsqlConnection, private tr::engine::
     std::unique_ptr<PgLink> link_;
     int depth_ = 0;
     QString lockPending_;  // the lock the open transaction takes when it needs it (none: empty)
+    QSet<QString> conditionsSeen_;  // If conditions asked once: the second time they are prepared
     bool ownRowsTurn_ = false;  // the open transaction waits for nobody (yet)
     tr::db::WriteTurn nextTurn_;  // for a Begin Tran of the next batch
     tr::db::WriteTurn turn_;      // for a Begin Tran of this batch

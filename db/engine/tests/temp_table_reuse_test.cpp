@@ -185,3 +185,20 @@ TEST_F(TempTableReuse, AKeptTableIsFreeForTheNextConnection) {
     EXPECT_EQ(messageOf(*next, "Select 2 As A Into ##Kept"), QString());
     EXPECT_EQ(next->execute("Select A From ##Kept").resultSets.front().rows.front().front().toInt(), 2);
 }
+
+// The condition a screen asks before each save, the same text every time (on the server it is
+// prepared from the second time on): it sees the table come and go, kept or made anew.
+TEST_F(TempTableReuse, TheSameConditionAskedAgainSeesTheTableComeAndGo) {
+    const QString dropIfThere =
+        QStringLiteral("If Exists (Select * From Tempdb..SysObjects Where [Name] Like '##Lines') Drop Table ##Lines");
+    for (int round = 0; round < 4; ++round) {
+        SCOPED_TRACE(round);
+        EXPECT_EQ(messageOf(*db, dropIfThere), QString());
+        EXPECT_FALSE(listed());
+        EXPECT_EQ(messageOf(*db, dropIfThere), QString());  // nothing there: nothing dropped
+        // Every other round a definition of its own, so the table is made anew, not kept.
+        db->execute(round % 2 ? "Create Table ##Lines (IDX Int Identity(1,1), Des Varchar(20))"
+                              : "Create Table ##Lines (IDX Int Identity(1,1), Des Varchar(30), N Int)");
+        EXPECT_TRUE(listed());
+    }
+}
