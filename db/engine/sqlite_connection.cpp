@@ -637,8 +637,7 @@ void SqliteConnection::runStep(const Step& step, CachedBatch& batch, ExecResult&
             for (const ast::Statement* s : step.thenBody) run(*s, batch, result);
             return;
         case Step::Kind::ExecText: {
-            const QString text =
-                step.args.empty() ? scalar(step.query, step.position).toString() : step.args.front().toString();
+            const QString text = step.writtenText ? *step.writtenText : scalar(step.query, step.position).toString();
             const QString* outer = source_;
             ExecResult r = execute(text);
             source_ = outer;

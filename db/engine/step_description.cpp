@@ -31,7 +31,7 @@ QString describeSteps(const std::vector<ast::StatementPtr>& statements,
                 break;
             case Step::Kind::ExecText:
                 out << pad + QStringLiteral("-- run the text of (") +
-                           (step.args.empty() ? step.query : step.args.front().toString()) + QLatin1Char(')');
+                           step.writtenText.value_or(step.query) + QLatin1Char(')');
                 break;
             case Step::Kind::Begin:
                 out << pad + begin + QLatin1Char(';');

@@ -1028,7 +1028,7 @@ public:
                 // Exec('Drop Table ...'): a text written out needs no statement to read it back,
                 // which on a server is a round trip of its own.
                 if (s.args[0]->kind == Expr::Kind::String) {
-                    step.args.push_back(s.args[0]->text);
+                    step.writtenText = s.args[0]->text;
                     return step;
                 }
                 Scope scope;

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <optional>
 #include <vector>
 
 #include "db/engine/ast.h"
@@ -52,8 +53,9 @@ struct Step {
     bool tempOnly = false;         // writes only ## or # tables
     std::vector<TableName> changedTables;  // tables created, dropped or altered
     QString procedure;             // Call
-    std::vector<QVariant> args;    // Call; ExecText: the text itself, when written out
-    QString query;                 // If: "SELECT <0 or 1>"; ExecText: "SELECT <text>" otherwise
+    std::vector<QVariant> args;    // Call
+    QString query;                 // If: "SELECT <0 or 1>"; ExecText: "SELECT <text>"
+    std::optional<QString> writtenText;  // ExecText: the text itself, when written out (no query)
     bool negate = false;
     bool delayedDurability = false;  // Commit: flushed with a later commit, not this one
     // Sql: (ordinal, width) of each bound text value written into a column of that width, which

@@ -44,6 +44,9 @@ const QString kWriterLock = QStringLiteral("SELECT pg_advisory_xact_lock(7301401
 // A transaction given a key (tr::db::WriteTurn) waits only for others given the same key in the
 // same book: the two-number advisory locks of this class, the key's hash the second.
 constexpr int kKeyedLockClass = 7301402;
+// If conditions remembered as asked once; past this many the memory starts afresh (each search's
+// table is dropped by a condition of its own name, asked once).
+constexpr qsizetype kMaxConditionsSeen = 256;
 
 // The server's type as format_type() names it, declared as the translator reads declarations
 // (and as a Select ... Into may declare a column again).
@@ -334,8 +337,7 @@ QVariant PgConnection::scalar(const Step& from, bool prepared) {
     if (prepared && !from.callsFunctions) {
         again = conditionsSeen_.contains(sql);
         if (!again) {
-            // Each search's table is dropped by a condition of its own name, asked once.
-            if (conditionsSeen_.size() >= 256) conditionsSeen_.clear();
+            if (conditionsSeen_.size() >= kMaxConditionsSeen) conditionsSeen_.clear();
             conditionsSeen_.insert(sql);
         }
     }
@@ -487,7 +489,7 @@ void PgConnection::runStep(const Step& step, CachedBatch& batch, ExecResult& res
             return;
         case Step::Kind::ExecText: {
             if (step.touchesBooks) takeWriterLock();
-            const QString text = step.args.empty() ? scalar(step).toString() : step.args.front().toString();
+            const QString text = step.writtenText ? *step.writtenText : scalar(step).toString();
             const QString* outer = source_;
             ExecResult r = execute(text);
             source_ = outer;
